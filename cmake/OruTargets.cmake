@@ -1,0 +1,59 @@
+# How every target of the project is built, in one place.
+include(GenerateExportHeader)
+
+# The version of the binary interface. Raise it with each release that breaks callers already
+# linked: a virtual operation added, moved or removed, a member added to an exported class, an
+# exported name removed. Leave it for new classes, new non-virtual operations and repairs.
+# 0.1.0 -> 0.2.0 with a new virtual operation: 0 -> 1.  0.1.0 -> 0.1.1 with a repair: stays 0.
+set(ORU_SOVERSION 0)
+
+# The include root in the build tree for generated export headers.
+set(ORU_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
+
+# Warnings and sanitizers, the same for libraries, tests, examples and benchmarks.
+function(oru_compile_options target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
+  if(ORU_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(ORU_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=${ORU_SANITIZE} -fno-sanitize-recover=all
+                                             -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${ORU_SANITIZE})
+  endif()
+endfunction()
+
+# oru_add_library(<name> EXPORT_BASE <macro prefix> EXPORT_HEADER <path under the include root>
+#                 FOLDERS <folder>... [LINK_PUBLIC <target>...] [LINK_PRIVATE <target>...])
+# A shared library libOru.<name>.so of the sources of the folders, exported as Oru::<name>.
+function(oru_add_library name)
+  cmake_parse_arguments(ARG "" "EXPORT_BASE;EXPORT_HEADER" "FOLDERS;LINK_PUBLIC;LINK_PRIVATE" ${ARGN})
+  set(globs)
+  foreach(folder IN LISTS ARG_FOLDERS)
+    list(APPEND globs ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${globs})
+
+  set(target Oru.${name})
+  add_library(${target} SHARED ${sources})
+  add_library(Oru::${name} ALIAS ${target})
+  set_target_properties(${target} PROPERTIES
+    EXPORT_NAME ${name}
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${ORU_SOVERSION}
+    LINKER_LANGUAGE CXX)
+  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_BASE}
+    EXPORT_FILE_NAME ${ORU_GENERATED_DIR}/${ARG_EXPORT_HEADER})
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  target_include_directories(${target} PUBLIC
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+    $<BUILD_INTERFACE:${ORU_GENERATED_DIR}>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_link_libraries(${target} PUBLIC ${ARG_LINK_PUBLIC} PRIVATE ${ARG_LINK_PRIVATE})
+  # Every symbol must be found in a library that is named: a missing dependency fails at this link,
+  # not at the caller's. (Sanitizer runtimes live in the executable, so not there.)
+  if(NOT ORU_SANITIZE)
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
+  oru_compile_options(${target})
+endfunction()
