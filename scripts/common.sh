@@ -1,0 +1,31 @@
+# Sourced by every script here: strict bash, work from the top folder, say what is done.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+jobs=$(nproc)
+
+say() { printf '\n== %s\n' "$*"; }
+
+# Shows a command, then runs it.
+run() {
+  printf '+ %s\n' "$*"
+  "$@"
+}
+
+fail() {
+  printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+  exit 1
+}
+
+# Prints the comment at the head of the calling script as its help text.
+usage() { sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"; }
+
+# configure PRESET [CMAKE ARGUMENT...]: with ccache in front of the compiler where it is installed.
+configure() {
+  local preset=$1
+  shift
+  if command -v ccache >/dev/null; then
+    set -- -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@"
+  fi
+  run cmake --preset "$preset" "$@"
+}
