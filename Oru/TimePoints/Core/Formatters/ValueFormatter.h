@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+namespace Oru::TimePoints {
+
+/// What the formatters of all time values share.
+///
+/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
+template <class T>
+class ValueFormatter {
+ public:
+  /// The text of the value.
+  virtual std::string Format(const T& value) const = 0;
+
+  virtual ~ValueFormatter() = default;
+};
+
+}  // namespace Oru::TimePoints

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Oru/TimePoints/Core/Duration.h"
+#include "Oru/TimePoints/Core/Formatters/TimeBoundaryFormatter.h"
+#include "Oru/TimePoints/Core/Parsers/TimeBoundaryParser.h"
+#include "Oru/TimePoints/Core/TimePoint.h"
+
+#include <string>
+
+namespace Oru::TimePoints {
+
+/// One end of a stretch of time. A moving boundary still travels: the out boundary of a recording that runs.
+/// A default boundary is unset: it stands still at `TimePoint::Empty()`.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+class TimeBoundary {
+ public:
+  TimeBoundary() = default;
+  TimeBoundary(const TimePoints::TimePoint& instant, bool moving) : timePoint(instant), isMoving(moving) {}
+  /// A boundary that stands still.
+  TimeBoundary(const TimePoints::TimePoint& instant) : timePoint(instant) {}
+
+  /// The unset boundary, as a default one.
+  static TimeBoundary Empty() { return TimeBoundary(); }
+
+  const TimePoints::TimePoint& TimePoint() const { return timePoint; }
+  bool IsMoving() const { return isMoving; }
+
+  /// Same instant and same movement: the flag counts, also between unset boundaries.
+  bool operator==(const TimeBoundary& other) const {
+    return timePoint == other.timePoint && isMoving == other.isMoving;
+  }
+  bool operator!=(const TimeBoundary& other) const { return !(*this == other); }
+
+  /// The span from `other` to this boundary; zero if one of them has no instant. Throws
+  /// `std::overflow_error` if the span doesn't fit a `Duration`.
+  Duration operator-(const TimeBoundary& other) const {
+    const TimePoints::TimePoint unset = TimePoints::TimePoint::Empty();
+    if (timePoint == unset || other.timePoint == unset) return Duration::Empty();
+    return timePoint - other.timePoint;
+  }
+
+  std::string ToString(const TimeBoundaryFormatter& formatter) const { return formatter.Format(*this); }
+  /// Throws `std::invalid_argument` if the parser refuses the text.
+  static TimeBoundary Parse(const std::string& text, TimeBoundaryParser& parser) {
+    return parser.Parse(text);
+  }
+
+ private:
+  TimePoints::TimePoint timePoint;
+  bool isMoving = false;
+};
+
+}  // namespace Oru::TimePoints
