@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Export.h"
+
+#include <cstdint>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets {
+
+/// The kind of an annotation. The numbers are stored in files and never change; a number without a name can
+/// come out of a file and is carried as it is.
+enum class AnnotationType : int32_t {
+  unknown = 0,
+  CuePoint = 1,
+};
+
+/// The name of the value, or its number in decimal when it has none.
+ORU_DATAMODEL_EXPORT std::string ToString(AnnotationType value);
+
+/// Reads what `ToString` writes, also the number of a value that has a name. On false `value` stays.
+ORU_DATAMODEL_EXPORT bool TryParse(const std::string& text, AnnotationType& value);
+
+}  // namespace Oru::DataModel::MediaAssets
