@@ -1,0 +1,11 @@
+#pragma once
+
+namespace Oru::BusinessEntityModel::BaseTypes {
+
+/// Equality by `a == b`.
+template <class T>
+struct CompareEqual {
+  bool operator()(const T& left, const T& right) const { return left == right; }
+};
+
+}  // namespace Oru::BusinessEntityModel::BaseTypes

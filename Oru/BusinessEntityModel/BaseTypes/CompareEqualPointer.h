@@ -1,0 +1,13 @@
+#pragma once
+
+namespace Oru::BusinessEntityModel::BaseTypes {
+
+/// Equality of what two pointers point to, `*a == *b`. Neither may be null.
+struct CompareEqualPointer {
+  template <class Pointer>
+  bool operator()(const Pointer& left, const Pointer& right) const {
+    return *left == *right;
+  }
+};
+
+}  // namespace Oru::BusinessEntityModel::BaseTypes

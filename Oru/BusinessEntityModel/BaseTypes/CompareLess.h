@@ -1,0 +1,11 @@
+#pragma once
+
+namespace Oru::BusinessEntityModel::BaseTypes {
+
+/// Orders by `a < b`.
+template <class T>
+struct CompareLess {
+  bool operator()(const T& left, const T& right) const { return left < right; }
+};
+
+}  // namespace Oru::BusinessEntityModel::BaseTypes

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace Oru::BusinessEntityModel::BaseTypes {
+
+/// Orders pointers by what they point to, `*a < *b`. Neither may be null.
+struct CompareLessPointer {
+  template <class Pointer>
+  bool operator()(const Pointer& left, const Pointer& right) const {
+    return *left < *right;
+  }
+};
+
+}  // namespace Oru::BusinessEntityModel::BaseTypes

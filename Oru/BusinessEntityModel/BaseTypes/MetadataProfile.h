@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/BaseTypes/Export.h"
+#include "Oru/BusinessEntityModel/BaseTypes/FullyQualifiedName.h"
+
+#include <memory>
+#include <string>
+
+namespace Oru::BusinessEntityModel::BaseTypes {
+
+/// A named group of metadata of an entity.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+class ORU_BASETYPES_EXPORT MetadataProfile {
+ public:
+  virtual ~MetadataProfile();
+
+  virtual BaseTypes::FullyQualifiedName FullyQualifiedName() const = 0;
+  /// Whether `other` has the same name and content. A profile of another class is not equal.
+  virtual bool Equals(const MetadataProfile& other) const = 0;
+  /// An independent copy.
+  virtual std::shared_ptr<MetadataProfile> Clone() const = 0;
+  /// The text of the name, unless a class gives more.
+  virtual std::string ToString() const;
+
+  bool operator==(const MetadataProfile& other) const { return Equals(other); }
+  bool operator!=(const MetadataProfile& other) const { return !Equals(other); }
+
+ protected:
+  MetadataProfile() = default;
+  MetadataProfile(const MetadataProfile&) = default;
+  MetadataProfile(MetadataProfile&&) = default;
+  MetadataProfile& operator=(const MetadataProfile&) = default;
+  MetadataProfile& operator=(MetadataProfile&&) = default;
+};
+
+}  // namespace Oru::BusinessEntityModel::BaseTypes
