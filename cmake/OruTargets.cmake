@@ -34,6 +34,11 @@ function(oru_add_library name)
   endforeach()
   file(GLOB sources CONFIGURE_DEPENDS ${globs})
 
+  if(NOT sources)
+    set(sources ${PROJECT_BINARY_DIR}/Empty.cpp)
+    file(TOUCH ${sources})
+  endif()
+
   set(target Oru.${name})
   add_library(${target} SHARED ${sources})
   add_library(Oru::${name} ALIAS ${target})

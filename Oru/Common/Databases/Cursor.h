@@ -1,0 +1,86 @@
+#pragma once
+
+#include "Oru/Common/Databases/Export.h"
+
+#include <cstdint>
+#include <string>
+
+namespace Oru::Common::Databases {
+
+class Database;
+
+/// Reads the columns of one row and binds the parameters of one statement, both by name.
+///
+/// A parameter is named as its column, without the colon that the statement writes ahead of it.
+///
+/// Threads: a cursor belongs to one thread at a time.
+class ORU_COMMON_DATABASE_EXPORT Cursor {
+ public:
+  Cursor() = default;
+  explicit Cursor(Database& attachedDatabase) : database(&attachedDatabase) {}
+  Cursor(const Cursor&) = delete;
+  Cursor& operator=(const Cursor&) = delete;
+  virtual ~Cursor();
+
+  void AttachToDatabase(Database& attachedDatabase) { database = &attachedDatabase; }
+
+  virtual int32_t GetColumnsCount() = 0;
+  /// The name of a result column, empty for an index outside the columns.
+  virtual std::string GetColumnName(int32_t index) const = 0;
+  /// The position of a result column, from 0; -1 for an unknown name.
+  virtual int32_t GetColumnIndex(const std::string& name) const = 0;
+  virtual bool IsOpened() const = 0;
+  /// Whether the column of the current row holds no value; true also without a row or for an unknown name.
+  virtual bool IsNull(const std::string& name) const = 0;
+
+  /// Read a column of the current row. False, with `out` as it was, for an unknown name and while the cursor
+  /// stands on no row. A NULL column gives true with 0, false or the empty text.
+  virtual bool Get(const std::string& name, int64_t& out) const = 0;
+  virtual bool Get(const std::string& name, uint64_t& out) const = 0;
+  virtual bool Get(const std::string& name, int32_t& out) const = 0;
+  virtual bool Get(const std::string& name, uint32_t& out) const = 0;
+  virtual bool Get(const std::string& name, double& out) const = 0;
+  virtual bool Get(const std::string& name, bool& out) const = 0;
+  virtual bool Get(const std::string& name, std::string& out) const = 0;
+  /// Gives the number of bytes, -1 on failure. `*out` becomes a new array that the caller frees with array
+  /// delete, null when there are no bytes.
+  virtual int32_t Get(const std::string& name, uint8_t** out) const = 0;
+
+  /// Read a column of the current row, or throw ArgumentException where `Get` gives false.
+  int64_t GetInt64(const std::string& name) const;
+  uint64_t GetUInt64(const std::string& name) const;
+  int32_t GetInt32(const std::string& name) const;
+  uint32_t GetUInt32(const std::string& name) const;
+  double GetDouble(const std::string& name) const;
+  bool GetBoolean(const std::string& name) const;
+  std::string GetString(const std::string& name) const;
+  int32_t GetBytes(const std::string& name, uint8_t** out) const;
+
+  /// Bind a parameter. False, with a log entry, for an unknown name or when the database refuses the value.
+  virtual bool Bind(const std::string& name, int64_t value) = 0;
+  virtual bool Bind(const std::string& name, uint64_t value) = 0;
+  virtual bool Bind(const std::string& name, int32_t value) = 0;
+  virtual bool Bind(const std::string& name, uint32_t value) = 0;
+  virtual bool Bind(const std::string& name, double value) = 0;
+  virtual bool Bind(const std::string& name, bool value) = 0;
+  virtual bool Bind(const std::string& name, const std::string& value) = 0;
+  virtual bool Bind(const std::string& name, const uint8_t* bytes, int32_t length) = 0;
+  /// Binds NULL.
+  virtual bool Bind(const std::string& name) = 0;
+
+  /// The number of rows that the statement finds, without its order and limit; -1 for a cursor that was
+  /// opened without a count statement.
+  virtual int32_t GetTotalItemsCount() const = 0;
+  /// Gives the statement up; harmless when the cursor is closed.
+  virtual void Close() = 0;
+  /// Rewinds the statement and clears its bindings, so that it can be bound and stepped again.
+  virtual void Reset() = 0;
+
+  /// A C string is text; without this form it would bind as a bool.
+  bool Bind(const std::string& name, const char* value) { return Bind(name, std::string(value)); }
+
+ protected:
+  Database* database = nullptr;
+};
+
+}  // namespace Oru::Common::Databases

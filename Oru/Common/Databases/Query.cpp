@@ -1,0 +1,7 @@
+#include "Oru/Common/Databases/Query.h"
+
+namespace Oru::Common::Databases {
+
+Query::~Query() = default;
+
+}  // namespace Oru::Common::Databases

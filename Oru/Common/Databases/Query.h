@@ -1,0 +1,138 @@
+#pragma once
+
+#include "Oru/Common/Databases/Export.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Oru::Common::Databases {
+
+/// A filter, an order and a limit that narrow what a view reads or what a table deletes.
+///
+/// Each operation adds to the query and gives the query itself, so that calls chain. Conditions added one
+/// after the other combine by AND, in the order added; `Or(q)` makes it (all so far) OR (q). An empty `q` in
+/// `And`, `Or` and `Not` adds nothing.
+///
+/// Column and table names are one or more plain identifiers joined by dots, as `MediaAsset.name`; anything
+/// else throws ArgumentException. Values are ordinary data whatever they hold: quotes, wildcards and NUL
+/// bytes have no meaning in them. Unsigned values beyond the signed range compare as the negative numbers
+/// that the database stores for them.
+///
+/// Threads: a query belongs to one thread at a time; distinct queries are independent.
+class ORU_COMMON_DATABASE_EXPORT Query {
+ public:
+  Query() = default;
+  Query(const Query&) = default;
+  Query& operator=(const Query&) = default;
+  virtual ~Query();
+
+  /// Rows whose column holds no value.
+  virtual Query& IsNULL(const std::string& column) = 0;
+
+  /// Rows whose column equals the value. Text compares byte by byte.
+  virtual Query& Equals(const std::string& column, int64_t value) = 0;
+  virtual Query& Equals(const std::string& column, uint64_t value) = 0;
+  virtual Query& Equals(const std::string& column, int32_t value) = 0;
+  virtual Query& Equals(const std::string& column, uint32_t value) = 0;
+  virtual Query& Equals(const std::string& column, double value) = 0;
+  virtual Query& Equals(const std::string& column, bool value) = 0;
+  virtual Query& Equals(const std::string& column, const std::string& value) = 0;
+  virtual Query& Equals(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
+
+  /// Rows whose column stands in that order to the value, in the database's own ordering of values.
+  virtual Query& LessThan(const std::string& column, int64_t value) = 0;
+  virtual Query& LessThan(const std::string& column, uint64_t value) = 0;
+  virtual Query& LessThan(const std::string& column, int32_t value) = 0;
+  virtual Query& LessThan(const std::string& column, uint32_t value) = 0;
+  virtual Query& LessThan(const std::string& column, double value) = 0;
+  virtual Query& LessThan(const std::string& column, bool value) = 0;
+  virtual Query& LessThan(const std::string& column, const std::string& value) = 0;
+
+  virtual Query& GreaterThan(const std::string& column, int64_t value) = 0;
+  virtual Query& GreaterThan(const std::string& column, uint64_t value) = 0;
+  virtual Query& GreaterThan(const std::string& column, int32_t value) = 0;
+  virtual Query& GreaterThan(const std::string& column, uint32_t value) = 0;
+  virtual Query& GreaterThan(const std::string& column, double value) = 0;
+  virtual Query& GreaterThan(const std::string& column, bool value) = 0;
+  virtual Query& GreaterThan(const std::string& column, const std::string& value) = 0;
+
+  virtual Query& LessThanOrEquals(const std::string& column, int64_t value) = 0;
+  virtual Query& LessThanOrEquals(const std::string& column, uint64_t value) = 0;
+  virtual Query& LessThanOrEquals(const std::string& column, int32_t value) = 0;
+  virtual Query& LessThanOrEquals(const std::string& column, uint32_t value) = 0;
+  virtual Query& LessThanOrEquals(const std::string& column, double value) = 0;
+  virtual Query& LessThanOrEquals(const std::string& column, bool value) = 0;
+  virtual Query& LessThanOrEquals(const std::string& column, const std::string& value) = 0;
+
+  virtual Query& GreaterThanOrEquals(const std::string& column, int64_t value) = 0;
+  virtual Query& GreaterThanOrEquals(const std::string& column, uint64_t value) = 0;
+  virtual Query& GreaterThanOrEquals(const std::string& column, int32_t value) = 0;
+  virtual Query& GreaterThanOrEquals(const std::string& column, uint32_t value) = 0;
+  virtual Query& GreaterThanOrEquals(const std::string& column, double value) = 0;
+  virtual Query& GreaterThanOrEquals(const std::string& column, bool value) = 0;
+  virtual Query& GreaterThanOrEquals(const std::string& column, const std::string& value) = 0;
+
+  /// Rows whose column holds the text anywhere, at its start or at its end. The letters A to Z match in
+  /// either case. Bytes match exactly.
+  virtual Query& Contains(const std::string& column, const std::string& value) = 0;
+  virtual Query& Contains(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
+  virtual Query& BeginWith(const std::string& column, const std::string& value) = 0;
+  virtual Query& BeginWith(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
+  virtual Query& EndWith(const std::string& column, const std::string& value) = 0;
+  virtual Query& EndWith(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
+
+  /// Rows whose column value occurs in `tableColumn` of those rows of `table` that the filter of `query`
+  /// selects; of all its rows without a query.
+  virtual Query& In(const std::string& column, const std::string& table, const std::string& tableColumn,
+                    const Query& query) = 0;
+  virtual Query& In(const std::string& column, const std::string& table, const std::string& tableColumn,
+                    std::shared_ptr<Query> query) = 0;
+  virtual Query& In(const std::string& column, const std::string& table, const std::string& tableColumn) = 0;
+  /// Rows whose column equals one of the values; none for an empty vector.
+  virtual Query& In(const std::string& column, const std::vector<long long>& values) = 0;
+  virtual Query& In(const std::string& column, const std::vector<std::string>& values) = 0;
+
+  /// Adds the negation of the filter of another query.
+  virtual Query& Not(const Query& query) = 0;
+  virtual Query& And(const Query& query) = 0;
+  virtual Query& Or(const Query& query) = 0;
+  Query& Not(const std::shared_ptr<Query>& query) { return Not(*query); }
+  Query& And(const std::shared_ptr<Query>& query) { return And(*query); }
+  Query& Or(const std::shared_ptr<Query>& query) { return Or(*query); }
+
+  /// Orders by a column, behind the orders already given.
+  virtual Query& OrderByAsc(const std::string& column) = 0;
+  virtual Query& OrderByDesc(const std::string& column) = 0;
+
+  /// At most `count` rows, after passing over `offset` rows. A negative count means no limit.
+  virtual Query& Limit(int32_t count, int32_t offset) = 0;
+
+  /// Whether the query holds no condition. Order and limit don't count.
+  virtual bool IsEmpty() const = 0;
+
+  // What a literal of the language would otherwise choose badly or not at all: text for a C string (not
+  // bool), 64 bits for long long.
+  Query& Equals(const std::string& column, const char* value) { return Equals(column, std::string(value)); }
+  Query& Equals(const std::string& column, long long value) {
+    return Equals(column, static_cast<int64_t>(value));
+  }
+  Query& Equals(const std::string& column, unsigned long long value) {
+    return Equals(column, static_cast<uint64_t>(value));
+  }
+  Query& LessThan(const std::string& column, const char* value) {
+    return LessThan(column, std::string(value));
+  }
+  Query& GreaterThan(const std::string& column, const char* value) {
+    return GreaterThan(column, std::string(value));
+  }
+  Query& LessThanOrEquals(const std::string& column, const char* value) {
+    return LessThanOrEquals(column, std::string(value));
+  }
+  Query& GreaterThanOrEquals(const std::string& column, const char* value) {
+    return GreaterThanOrEquals(column, std::string(value));
+  }
+};
+
+}  // namespace Oru::Common::Databases

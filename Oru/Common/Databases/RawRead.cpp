@@ -1,0 +1,7 @@
+#include "Oru/Common/Databases/RawRead.h"
+
+namespace Oru::Common::Databases {
+
+RawRead::~RawRead() = default;
+
+}  // namespace Oru::Common::Databases

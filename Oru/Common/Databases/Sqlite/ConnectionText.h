@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// What a connection text asks for: a path, or a `file:` URI that may carry options of this library beside
+/// those of SQLite. Internal to the access layer.
+struct ConnectionText {
+  /// Milliseconds that a statement waits for another connection's lock; option `_busy_timeout`.
+  int busyTimeout = 5000;
+  /// The pragma values asked for, empty for SQLite's defaults; options `_journal_mode` and `_synchronous`.
+  std::string journalMode;
+  std::string synchronous;
+  /// What is wrong with the text, naming the option; empty when nothing is.
+  std::string fault;
+
+  static ConnectionText Parse(const std::string& text);
+};
+
+}  // namespace Oru::Common::Databases::Sqlite

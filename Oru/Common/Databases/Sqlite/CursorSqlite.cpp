@@ -1,0 +1,402 @@
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/HandleLock.h"
+#include "Oru/Common/Databases/Sqlite/OpenCursors.h"
+#include "Oru/Common/Databases/Sqlite/StatementCache.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace Oru::Common::Databases::Sqlite {
+
+namespace {
+
+template <class T>
+T GetOrThrow(const CursorSqlite& cursor, int32_t index) {
+  T value{};
+  if (!cursor.Get(index, value)) throw ArgumentException();
+  return value;
+}
+
+}  // namespace
+
+CursorSqlite::CursorSqlite() = default;
+
+CursorSqlite::CursorSqlite(DatabaseSqlite& db, const std::string& select) : Cursor(db) {
+  Prepare(select);
+}
+
+CursorSqlite::CursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count)
+    : Cursor(db), mCountStatement(count) {
+  Prepare(select);
+}
+
+CursorSqlite::~CursorSqlite() {
+  CursorSqlite::Close();
+}
+
+DatabaseSqlite& CursorSqlite::GetDatabase() const {
+  return static_cast<DatabaseSqlite&>(*database);
+}
+
+void CursorSqlite::Prepare(const std::string& select) {
+  DatabaseSqlite& db = GetDatabase();
+  if (!db.IsOpen()) {
+    db.LogFailure("statement on a closed database");
+    return;
+  }
+  mPrepared = db.mStatements->Take(db.Handle(), select);
+  if (!mPrepared) {
+    std::string error = "the text holds no statement";
+    {
+      const HandleLock lock(db.Handle());
+      mPrepared = PreparedStatement::Prepare(db.Handle(), select.data(), select.size(), false);
+      if (!mPrepared && sqlite3_errcode(db.Handle()) != SQLITE_OK) error = sqlite3_errmsg(db.Handle());
+    }
+    if (!mPrepared) {
+      db.LogFailure(error);
+      return;
+    }
+  }
+  mStatement = mPrepared->Handle();
+  mPosition = Position::AheadOfRows;
+  mHasFailed = false;
+  mNextColumn = 0;
+  mNextParameter = 0;
+  db.mCursors->Add(*this);
+}
+
+void CursorSqlite::Close() {
+  if (!mPrepared) return;
+  // While the cursor is among the open ones, its database is alive.
+  mOpenCursors->Remove(*this);
+  mStatement = nullptr;
+  GetDatabase().mStatements->Return(std::move(mPrepared), !mHasFailed);
+}
+
+void CursorSqlite::Reset() {
+  if (!mPrepared) return;
+  mPrepared->Rewind();
+  mPosition = Position::AheadOfRows;
+  mNextParameter = 0;
+}
+
+void CursorSqlite::Reset(DatabaseSqlite& db, const std::string& select, const std::string& count) {
+  CursorSqlite::Close();
+  AttachToDatabase(db);
+  mCountStatement = count;
+  Prepare(select);
+}
+
+int CursorSqlite::StepOnce() {
+  const int code = sqlite3_step(mStatement);
+  if (mPosition == Position::AheadOfRows) mPrepared->NoticeNewPreparation();
+  if (code == SQLITE_ROW) {
+    mPosition = Position::OnRow;
+  } else if (code == SQLITE_DONE) {
+    mPosition = Position::BehindRows;
+  } else {
+    // The next step starts over.
+    mPosition = Position::AheadOfRows;
+    mHasFailed = true;
+  }
+  return code;
+}
+
+void CursorSqlite::ThrowStepFailure(const std::string& message) {
+  GetDatabase().LogFailure(message);
+  throw InvalidOperationException();
+}
+
+bool CursorSqlite::Step() {
+  if (!mPrepared) throw ObjectClosedException();
+  // SQLite would start over: https://sqlite.org/c3ref/step.html
+  if (mPosition == Position::BehindRows) return false;
+  DatabaseSqlite& db = GetDatabase();
+  if (mPosition != Position::OnRow && !db.MayStep(*mPrepared)) throw InvalidOperationException();
+  std::string error;
+  {
+    const HandleLock lock(db.Handle());
+    const int code = StepOnce();
+    if (code == SQLITE_ROW) return true;
+    if (code == SQLITE_DONE) return false;
+    error = sqlite3_errmsg(db.Handle());
+  }
+  ThrowStepFailure(error);
+}
+
+void CursorSqlite::Run() {
+  if (Step()) ThrowStepFailure("a statement that should give no rows gave one");
+}
+
+int32_t CursorSqlite::GetColumnsCount() {
+  return mPrepared ? static_cast<int32_t>(mPrepared->ColumnNames().size()) : 0;
+}
+
+std::string CursorSqlite::GetColumnName(int32_t index) const {
+  const bool isKnown =
+      mPrepared && index >= 0 && static_cast<std::size_t>(index) < mPrepared->ColumnNames().size();
+  return isKnown ? mPrepared->ColumnNames()[static_cast<std::size_t>(index)] : std::string();
+}
+
+int32_t CursorSqlite::GetColumnIndex(const std::string& name) const {
+  return mPrepared ? mPrepared->ColumnIndex(name, &mNextColumn) : -1;
+}
+
+int CursorSqlite::ColumnOnRow(const std::string& name) const {
+  return mPosition == Position::OnRow ? GetColumnIndex(name) : -1;
+}
+
+bool CursorSqlite::IsColumnOnRow(int32_t index) const {
+  return mStatement && mPosition == Position::OnRow && index >= 0 &&
+         static_cast<std::size_t>(index) < mPrepared->ColumnNames().size();
+}
+
+bool CursorSqlite::IsNull(const std::string& name) const {
+  return IsNull(ColumnOnRow(name));
+}
+
+bool CursorSqlite::Get(const std::string& name, int64_t& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(const std::string& name, uint64_t& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(const std::string& name, int32_t& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(const std::string& name, uint32_t& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(const std::string& name, double& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(const std::string& name, bool& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(const std::string& name, std::string& out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+int32_t CursorSqlite::Get(const std::string& name, uint8_t** out) const {
+  return Get(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::IsNull(int32_t index) const {
+  return !IsColumnOnRow(index) || sqlite3_column_type(mStatement, index) == SQLITE_NULL;
+}
+
+bool CursorSqlite::Get(int32_t index, int64_t& out) const {
+  if (!IsColumnOnRow(index)) return false;
+  out = sqlite3_column_int64(mStatement, index);
+  return true;
+}
+
+bool CursorSqlite::Get(int32_t index, uint64_t& out) const {
+  int64_t value = 0;
+  if (!Get(index, value)) return false;
+  out = static_cast<uint64_t>(value);
+  return true;
+}
+
+bool CursorSqlite::Get(int32_t index, int32_t& out) const {
+  int64_t value = 0;
+  if (!Get(index, value)) return false;
+  out = static_cast<int32_t>(value);
+  return true;
+}
+
+bool CursorSqlite::Get(int32_t index, uint32_t& out) const {
+  int64_t value = 0;
+  if (!Get(index, value)) return false;
+  out = static_cast<uint32_t>(value);
+  return true;
+}
+
+bool CursorSqlite::Get(int32_t index, double& out) const {
+  if (!IsColumnOnRow(index)) return false;
+  out = sqlite3_column_double(mStatement, index);
+  return true;
+}
+
+bool CursorSqlite::Get(int32_t index, bool& out) const {
+  int64_t value = 0;
+  if (!Get(index, value)) return false;
+  out = value != 0;
+  return true;
+}
+
+bool CursorSqlite::Get(int32_t index, std::string& out) const {
+  if (!IsColumnOnRow(index)) return false;
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mStatement, index));
+  const auto length = static_cast<std::size_t>(sqlite3_column_bytes(mStatement, index));
+  if (text) {
+    out.assign(text, length);
+    return true;
+  }
+  // No text is NULL, or the want of memory to make it.
+  if (GetDatabase().ErrorCode() == SQLITE_NOMEM) {
+    GetDatabase().LogFailure(GetDatabase().ErrorText());
+    return false;
+  }
+  out.clear();
+  return true;
+}
+
+int32_t CursorSqlite::Get(int32_t index, uint8_t** out) const {
+  if (!IsColumnOnRow(index)) return -1;
+  *out = nullptr;
+  const auto* bytes = static_cast<const uint8_t*>(sqlite3_column_blob(mStatement, index));
+  const int32_t length = sqlite3_column_bytes(mStatement, index);
+  if (bytes && length > 0) {
+    auto copy = std::make_unique<uint8_t[]>(static_cast<std::size_t>(length));
+    std::copy_n(bytes, length, copy.get());
+    *out = copy.release();
+    return length;
+  }
+  return GetDatabase().ErrorCode() == SQLITE_NOMEM ? -1 : 0;
+}
+
+int64_t CursorSqlite::GetInt64(int32_t index) const {
+  return GetOrThrow<int64_t>(*this, index);
+}
+
+uint64_t CursorSqlite::GetUInt64(int32_t index) const {
+  return GetOrThrow<uint64_t>(*this, index);
+}
+
+int32_t CursorSqlite::GetInt32(int32_t index) const {
+  return GetOrThrow<int32_t>(*this, index);
+}
+
+uint32_t CursorSqlite::GetUInt32(int32_t index) const {
+  return GetOrThrow<uint32_t>(*this, index);
+}
+
+double CursorSqlite::GetDouble(int32_t index) const {
+  return GetOrThrow<double>(*this, index);
+}
+
+bool CursorSqlite::GetBoolean(int32_t index) const {
+  return GetOrThrow<bool>(*this, index);
+}
+
+std::string CursorSqlite::GetString(int32_t index) const {
+  return GetOrThrow<std::string>(*this, index);
+}
+
+int32_t CursorSqlite::GetBytes(int32_t index, uint8_t** out) const {
+  const int32_t length = Get(index, out);
+  if (length == -1) throw ArgumentException();
+  return length;
+}
+
+int CursorSqlite::ParameterNumber(const std::string& name) {
+  const int number = mPrepared ? mPrepared->ParameterIndex(name, &mNextParameter) : 0;
+  if (number == 0 && mPrepared) GetDatabase().LogFailure("the statement has no parameter named " + name);
+  return number;
+}
+
+bool CursorSqlite::IsBound(int code) {
+  if (code == SQLITE_OK) return true;
+  // On a closed cursor there is nobody to ask, nor anybody to tell.
+  if (mPrepared) GetDatabase().LogFailure(sqlite3_errstr(code));
+  return false;
+}
+
+bool CursorSqlite::Bind(const std::string& name, int64_t value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, uint64_t value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, int32_t value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, uint32_t value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, double value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, bool value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, const std::string& value) {
+  return Bind(ParameterNumber(name), value);
+}
+
+bool CursorSqlite::Bind(const std::string& name, const uint8_t* bytes, int32_t length) {
+  return Bind(ParameterNumber(name), bytes, length);
+}
+
+bool CursorSqlite::Bind(const std::string& name) {
+  return Bind(ParameterNumber(name));
+}
+
+bool CursorSqlite::Bind(int32_t number, int64_t value) {
+  return number > 0 && IsBound(sqlite3_bind_int64(mStatement, number, value));
+}
+
+bool CursorSqlite::Bind(int32_t number, uint64_t value) {
+  return Bind(number, static_cast<int64_t>(value));
+}
+
+bool CursorSqlite::Bind(int32_t number, int32_t value) {
+  return Bind(number, int64_t{value});
+}
+
+bool CursorSqlite::Bind(int32_t number, uint32_t value) {
+  return Bind(number, int64_t{value});
+}
+
+bool CursorSqlite::Bind(int32_t number, double value) {
+  return number > 0 && IsBound(sqlite3_bind_double(mStatement, number, value));
+}
+
+bool CursorSqlite::Bind(int32_t number, bool value) {
+  return Bind(number, int64_t{value ? 1 : 0});
+}
+
+bool CursorSqlite::Bind(int32_t number, const std::string& value) {
+  return number > 0 && IsBound(sqlite3_bind_text64(mStatement, number, value.data(), value.size(),
+                                                   SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {
+  if (number <= 0 || length < 0) return false;
+  // SQLite takes a null pointer for NULL; no bytes are not nothing.
+  const void* data = bytes ? static_cast<const void*>(bytes) : "";
+  return IsBound(sqlite3_bind_blob(mStatement, number, data, length, SQLITE_TRANSIENT));
+}
+
+bool CursorSqlite::Bind(int32_t number) {
+  return number > 0 && IsBound(sqlite3_bind_null(mStatement, number));
+}
+
+int32_t CursorSqlite::GetTotalItemsCount() const {
+  if (mCountStatement.empty() || !mPrepared) return -1;
+  CursorSqlite counting(GetDatabase(), mCountStatement);
+  if (!counting.IsOpened() || !counting.Step()) return -1;
+  return static_cast<int32_t>(std::min<int64_t>(counting.GetInt64(0), std::numeric_limits<int32_t>::max()));
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,146 @@
+#pragma once
+
+#include "Oru/Common/Databases/Cursor.h"
+#include "Oru/Common/Databases/Export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+struct sqlite3_stmt;
+
+namespace Oru::Common::Databases::Sqlite {
+
+class DatabaseSqlite;
+class OpenCursors;
+class PreparedStatement;
+
+/// One prepared statement with its parameters and result columns.
+///
+/// A statement that SQLite refuses is logged with SQLite's text and leaves the cursor closed. A cursor may
+/// outlive its connection's opening, and the database itself: it is closed then.
+///
+/// Threads: a cursor belongs to one thread at a time.
+class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
+ public:
+  /// A cursor without a statement.
+  CursorSqlite();
+  CursorSqlite(DatabaseSqlite& db, const std::string& select);
+  /// @param count  the statement that `GetTotalItemsCount` runs
+  CursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count);
+  ~CursorSqlite() override;
+
+  using Cursor::GetBoolean;
+  using Cursor::GetBytes;
+  using Cursor::GetDouble;
+  using Cursor::GetInt32;
+  using Cursor::GetInt64;
+  using Cursor::GetString;
+  using Cursor::GetUInt32;
+  using Cursor::GetUInt64;
+
+  int32_t GetColumnsCount() override;
+  std::string GetColumnName(int32_t index) const override;
+  int32_t GetColumnIndex(const std::string& name) const override;
+  bool IsOpened() const override { return mStatement != nullptr; }
+
+  bool IsNull(const std::string& name) const override;
+  bool Get(const std::string& name, int64_t& out) const override;
+  bool Get(const std::string& name, uint64_t& out) const override;
+  bool Get(const std::string& name, int32_t& out) const override;
+  bool Get(const std::string& name, uint32_t& out) const override;
+  bool Get(const std::string& name, double& out) const override;
+  bool Get(const std::string& name, bool& out) const override;
+  bool Get(const std::string& name, std::string& out) const override;
+  int32_t Get(const std::string& name, uint8_t** out) const override;
+
+  /// The same by position, from 0. An index outside the columns counts as an unknown name.
+  bool IsNull(int32_t index) const;
+  bool Get(int32_t index, int64_t& out) const;
+  bool Get(int32_t index, uint64_t& out) const;
+  bool Get(int32_t index, int32_t& out) const;
+  bool Get(int32_t index, uint32_t& out) const;
+  bool Get(int32_t index, double& out) const;
+  bool Get(int32_t index, bool& out) const;
+  bool Get(int32_t index, std::string& out) const;
+  int32_t Get(int32_t index, uint8_t** out) const;
+  int64_t GetInt64(int32_t index) const;
+  uint64_t GetUInt64(int32_t index) const;
+  int32_t GetInt32(int32_t index) const;
+  uint32_t GetUInt32(int32_t index) const;
+  double GetDouble(int32_t index) const;
+  bool GetBoolean(int32_t index) const;
+  std::string GetString(int32_t index) const;
+  int32_t GetBytes(int32_t index, uint8_t** out) const;
+
+  using Cursor::Bind;
+  bool Bind(const std::string& name, int64_t value) override;
+  bool Bind(const std::string& name, uint64_t value) override;
+  bool Bind(const std::string& name, int32_t value) override;
+  bool Bind(const std::string& name, uint32_t value) override;
+  bool Bind(const std::string& name, double value) override;
+  bool Bind(const std::string& name, bool value) override;
+  bool Bind(const std::string& name, const std::string& value) override;
+  bool Bind(const std::string& name, const uint8_t* bytes, int32_t length) override;
+  bool Bind(const std::string& name) override;
+
+  /// The same by the parameter's number, from 1 as SQLite counts.
+  bool Bind(int32_t number, int64_t value);
+  bool Bind(int32_t number, uint64_t value);
+  bool Bind(int32_t number, int32_t value);
+  bool Bind(int32_t number, uint32_t value);
+  bool Bind(int32_t number, double value);
+  bool Bind(int32_t number, bool value);
+  bool Bind(int32_t number, const std::string& value);
+  bool Bind(int32_t number, const uint8_t* bytes, int32_t length);
+  bool Bind(int32_t number);
+
+  int32_t GetTotalItemsCount() const override;
+  void Close() override;
+  void Reset() override;
+  /// Gives the statement up for another one.
+  virtual void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count);
+
+  /// Steps to the next row.
+  /// @return false behind the last row, and at every further call
+  /// @throws ObjectClosedException on a closed cursor; InvalidOperationException, with a log entry of
+  /// SQLite's
+  ///         text, when the step fails
+  bool Step();
+  /// Runs a statement that gives no rows.
+  /// @throws as `Step`; InvalidOperationException also when a row comes
+  void Run();
+
+  DatabaseSqlite& GetDatabase() const;
+  /// The prepared statement, null while closed; it stays owned by the cursor.
+  sqlite3_stmt* Statement() const { return mStatement; }
+
+ private:
+  friend class OpenCursors;
+
+  enum class Position : uint8_t { AheadOfRows, OnRow, BehindRows };
+
+  void Prepare(const std::string& select);
+  int StepOnce();
+  [[noreturn]] void ThrowStepFailure(const std::string& message);
+  int ColumnOnRow(const std::string& name) const;
+  bool IsColumnOnRow(int32_t index) const;
+  int ParameterNumber(const std::string& name);
+  bool IsBound(int code);
+
+  sqlite3_stmt* mStatement = nullptr;
+  std::string mCountStatement;
+  std::unique_ptr<PreparedStatement> mPrepared;
+  Position mPosition = Position::AheadOfRows;
+  bool mHasFailed = false;
+  // Where the next search for a column or parameter begins.
+  mutable std::size_t mNextColumn = 0;
+  std::size_t mNextParameter = 0;
+  // Where the cursor stands among the open cursors of its connection.
+  OpenCursors* mOpenCursors = nullptr;
+  CursorSqlite* mPrevious = nullptr;
+  CursorSqlite* mNext = nullptr;
+};
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,262 @@
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionText.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/HandleLock.h"
+#include "Oru/Common/Databases/Sqlite/LogEntry.h"
+#include "Oru/Common/Databases/Sqlite/OpenCursors.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/StatementCache.h"
+
+#include <sqlite3.h>
+
+namespace Oru::Common::Databases::Sqlite {
+
+DatabaseSqlite::DatabaseSqlite(const std::string& connection, const std::shared_ptr<std::ostream>& log)
+    : Database(connection),
+      mLogSource("Oru.Common.Database"),
+      mLog(log),
+      mHasConnection(!connection.empty()),
+      mStatements(std::make_unique<StatementCache>()),
+      mCursors(std::make_unique<OpenCursors>()) {}
+
+DatabaseSqlite::DatabaseSqlite(const std::shared_ptr<std::ostream>& log)
+    : DatabaseSqlite(std::string(), log) {}
+
+DatabaseSqlite::~DatabaseSqlite() {
+  DatabaseSqlite::Close();
+}
+
+void DatabaseSqlite::Fail(const std::string& message) {
+  LogFailure(message);
+  DatabaseSqlite::Close();
+  throw NotSupportedException(message.c_str(), __FILE__, __LINE__);
+}
+
+void DatabaseSqlite::Open() {
+  if (IsOpen()) throw InvalidOperationException();
+  const ConnectionText connection = ConnectionText::Parse(mConnection);
+  if (!mHasConnection || !connection.fault.empty()) {
+    LogFailure(mHasConnection ? connection.fault : "no connection text was given");
+    throw ArgumentException();
+  }
+
+  // Without the full mutex SQLite leaves the order of calls from several threads to the caller:
+  // https://sqlite.org/threadsafe.html
+  constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI | SQLITE_OPEN_FULLMUTEX;
+  const int code = sqlite3_open_v2(mConnection.c_str(), &mHandle, flags, nullptr);
+  // Without the memory for a handle there is none that could tell the reason.
+  if (!mHandle) Fail(sqlite3_errstr(code));
+  if (code != SQLITE_OK) Fail(ErrorText());
+  sqlite3_extended_result_codes(mHandle, 1);
+
+  mBusyTimeout = connection.busyTimeout;
+  sqlite3_busy_timeout(mHandle, mBusyTimeout);
+  // Not by the pragma, which a transaction of another process could keep from running.
+  sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+  // The first read tells whether the file is a database at all.
+  if (!RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
+      !Configure("journal_mode", connection.journalMode) ||
+      !Configure("synchronous", connection.synchronous)) {
+    Fail(ErrorText());
+  }
+}
+
+bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
+  return value.empty() || RunPlain(("PRAGMA " + std::string(pragma) + " = " + value).c_str());
+}
+
+void DatabaseSqlite::Close() {
+  if (!IsOpen()) return;
+  while (CursorSqlite* cursor = mCursors->Any())
+    cursor->Close();
+  mStatements->Clear();
+  mInTransaction = false;
+  mIsReading = false;
+  // What is left are statements that somebody made on the handle itself. The connection goes for good once
+  // they are finalised; until then the file stays in use, and that must not go unnoticed.
+  if (sqlite3_close(mHandle) != SQLITE_OK) {
+    for (sqlite3_stmt* left = sqlite3_next_stmt(mHandle, nullptr); left;
+         left = sqlite3_next_stmt(mHandle, left)) {
+      LogFailure("closed with a statement left over: " + std::string(sqlite3_sql(left)));
+    }
+    sqlite3_close_v2(mHandle);
+  }
+  mHandle = nullptr;
+}
+
+std::unique_ptr<Query> DatabaseSqlite::NewQuery() const {
+  return std::make_unique<QuerySqlite>();
+}
+
+void DatabaseSqlite::BeginTransaction() {
+  // A transaction that only reads at first could be refused its first write at once, whatever the timeout,
+  // when another connection has written since: https://sqlite.org/lang_transaction.html
+  if (!IsOpen() || !RunPlain("BEGIN IMMEDIATE")) {
+    LogFailure("begin of a transaction refused: " + ErrorText());
+    throw InvalidOperationException();
+  }
+  mInTransaction = true;
+  mIsReading = false;
+  ++mTransactionNumber;
+  mChangesAtBegin = sqlite3_total_changes64(mHandle);
+}
+
+int64_t DatabaseSqlite::EndTransaction(bool commit) {
+  const bool isLost = IsOpen() && HasLostTransaction();
+  if (!IsOpen() || !(isLost || IsInTransaction())) {
+    LogFailure("no transaction is open");
+    throw InvalidOperationException();
+  }
+  if (isLost) {
+    mInTransaction = false;
+    if (!commit) return 0;
+    LogFailure("nothing to commit: the transaction was rolled back at an earlier failure");
+    throw InvalidOperationException();
+  }
+  const int64_t changes = sqlite3_total_changes64(mHandle) - mChangesAtBegin;
+  const bool isEnded = RunPlain(commit ? "COMMIT" : "ROLLBACK");
+  if (!isEnded) LogFailure("end of the transaction refused: " + ErrorText());
+  mInTransaction = mInTransaction && IsInTransaction();
+  if (!isEnded) throw InvalidOperationException();
+  return commit ? changes : 0;
+}
+
+uint64_t DatabaseSqlite::BeginReading() {
+  if (IsInTransaction()) return 0;
+  if (!IsOpen() || !RunPlain("BEGIN")) {
+    LogFailure("begin of a reading refused: " + ErrorText());
+    throw InvalidOperationException();
+  }
+  mIsReading = true;
+  return ++mReadingNumber;
+}
+
+void DatabaseSqlite::EndReading(uint64_t number) {
+  if (!mIsReading || number != mReadingNumber) return;
+  mIsReading = false;
+  // A reading may have been written in, against advice; what was written isn't lost then.
+  if (IsInTransaction() && !RunPlain("COMMIT")) {
+    LogFailure("end of a reading refused: " + ErrorText());
+    RunPlain("ROLLBACK");
+  }
+}
+
+bool DatabaseSqlite::IsInTransaction() const {
+  return IsOpen() && sqlite3_get_autocommit(mHandle) == 0;
+}
+
+bool DatabaseSqlite::HasLostTransaction() const {
+  // https://sqlite.org/lang_transaction.html tells which failures roll back by themselves.
+  return mInTransaction && sqlite3_get_autocommit(mHandle) != 0;
+}
+
+bool DatabaseSqlite::MayStep(const PreparedStatement& statement) {
+  if (statement.IsReadOnly() || !HasLostTransaction()) return true;
+  LogFailure("write refused: the transaction was rolled back at an earlier failure and must be ended first");
+  return false;
+}
+
+bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
+  if (!IsOpen()) {
+    LogFailure("statement on a closed database");
+    return false;
+  }
+  const bool wasInTransaction = IsInTransaction();
+  bool isDone = false;
+  if (RunKept(text, isDone)) return isDone;
+  isDone = RunAll(text.c_str());
+  if (!isDone && !wasInTransaction && IsInTransaction()) RunPlain("ROLLBACK");
+  return isDone;
+}
+
+// Runs a text that the statement cache serves; false, with nothing done, for one that it doesn't.
+bool DatabaseSqlite::RunKept(const std::string& text, bool& isDone) {
+  std::unique_ptr<PreparedStatement> statement = mStatements->Take(mHandle, text);
+  if (!statement) return false;
+  int code = SQLITE_ERROR;
+  if (MayStep(*statement)) {
+    std::string error;
+    {
+      const HandleLock lock(mHandle);
+      do
+        code = sqlite3_step(statement->Handle());
+      while (code == SQLITE_ROW);
+      if (code != SQLITE_DONE) error = sqlite3_errmsg(mHandle);
+    }
+    if (code != SQLITE_DONE) LogFailure(error);
+  }
+  isDone = code == SQLITE_DONE;
+  mStatements->Return(std::move(statement), isDone);
+  return true;
+}
+
+bool DatabaseSqlite::RunAll(const char* text) {
+  while (*text != '\0') {
+    const char* next = nullptr;
+    sqlite3_stmt* handle = nullptr;
+    std::string error;
+    bool isDone = true;
+    {
+      const HandleLock lock(mHandle);
+      if (sqlite3_prepare_v2(mHandle, text, -1, &handle, &next) != SQLITE_OK) {
+        error = sqlite3_errmsg(mHandle);
+        isDone = false;
+      }
+    }
+    // A piece of blanks and comments gives no statement.
+    if (handle) {
+      const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(handle, sqlite3_finalize);
+      if (sqlite3_stmt_readonly(handle) == 0 && HasLostTransaction()) {
+        error =
+            "write refused: the transaction was rolled back at an earlier failure and must be ended first";
+        isDone = false;
+      } else {
+        const HandleLock lock(mHandle);
+        int code = SQLITE_OK;
+        do
+          code = sqlite3_step(handle);
+        while (code == SQLITE_ROW);
+        isDone = code == SQLITE_DONE;
+        if (!isDone) error = sqlite3_errmsg(mHandle);
+      }
+    }
+    if (!isDone) {
+      LogFailure(error);
+      return false;
+    }
+    text = next;
+  }
+  return true;
+}
+
+bool DatabaseSqlite::RunPlain(const char* statement) {
+  return sqlite3_exec(mHandle, statement, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {
+  if (mLog) WriteLogEntry(*mLog, source, code, message);
+}
+
+void DatabaseSqlite::LogFailure(const std::string& message) {
+  Log(mLogSource, FailureCode, message);
+}
+
+std::string DatabaseSqlite::ErrorText() const {
+  if (!IsOpen()) return "the database is not open";
+  const HandleLock lock(mHandle);
+  return sqlite3_errmsg(mHandle);
+}
+
+int DatabaseSqlite::ErrorCode() const {
+  return IsOpen() ? sqlite3_errcode(mHandle) : SQLITE_MISUSE;
+}
+
+int64_t DatabaseSqlite::LastInsertRowId() const {
+  return sqlite3_last_insert_rowid(mHandle);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,138 @@
+#pragma once
+
+#include "Oru/Common/Databases/Database.h"
+#include "Oru/Common/Databases/Export.h"
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <ostream>
+#include <string>
+
+struct sqlite3;
+
+namespace Oru::Common::Databases::Sqlite {
+
+class OpenCursors;
+class PreparedStatement;
+class StatementCache;
+
+/// A connection to one SQLite file.
+///
+/// The connection text is a path or a SQLite URI (`file:clips.db?mode=ro`). Options of this library ride in
+/// the URI:
+///   - `_busy_timeout`: milliseconds that a statement waits for another connection's lock, 5000 without it;
+///   - `_journal_mode`: `delete`, `truncate`, `persist`, `wal`, `memory` or `off`;
+///   - `_synchronous`: `off`, `normal`, `full` or `extra`.
+/// Without them SQLite's defaults hold. Foreign keys are always enforced.
+///
+/// Cursors and tables may outlive an opening: `Close` closes every cursor that is still open, and tables work
+/// again after the next `Open`.
+///
+/// Threads: opening, closing and destroying a database belong to one thread, while no other uses it; all else
+/// may be called from several threads at once. A transaction is the connection's, and so is everything that
+/// any thread does on it meanwhile.
+class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
+ public:
+  /// The code of every log entry of a failed statement.
+  static constexpr int32_t FailureCode = static_cast<int32_t>(0xC0090118);
+
+  /// Opens nothing yet.
+  /// @param connection  the connection text
+  /// @param log         where failures are written, a line each; null for nowhere
+  DatabaseSqlite(const std::string& connection, const std::shared_ptr<std::ostream>& log);
+  /// The same without a connection text, which `Open` refuses.
+  explicit DatabaseSqlite(const std::shared_ptr<std::ostream>& log);
+  ~DatabaseSqlite() override;
+
+  /// Opens the file, and makes it unless the text forbids that.
+  /// @throws ArgumentException without a connection text, or when it carries an unknown option or a bad
+  /// value;
+  ///         InvalidOperationException when the database is open; NotSupportedException, with SQLite's text,
+  ///         when the file can't be opened or is no database. The database is then closed.
+  void Open() override;
+  bool IsOpen() const override { return mHandle != nullptr; }
+  void Close() override;
+  std::unique_ptr<Query> NewQuery() const override;
+
+  /// Begins a transaction and takes the write lock of the file at once, so that no later statement of it can
+  /// meet another writer.
+  /// @throws InvalidOperationException, with a log entry, when SQLite refuses: a transaction is open already,
+  /// the
+  ///         file is read-only or stays locked by another writer
+  void BeginTransaction() override;
+  /// @throws InvalidOperationException, with a log entry, when no transaction was begun, when SQLite refuses
+  /// the
+  ///         commit (the transaction is then still open, for another try or a rollback), or when SQLite had
+  ///         to roll the transaction back at an earlier failure and `commit` is true
+  int64_t EndTransaction(bool commit) override;
+
+  /// Runs a text of one or more statements; blank lines and comments may stand between them.
+  /// @return false, with a log entry of SQLite's text, at the first statement that fails; a transaction that
+  /// the
+  ///         text itself began is then rolled back
+  bool ExecuteStatement(const std::string& text);
+
+  /// Writes one entry, a line, to the log stream: UTC time, source, code and message.
+  void Log(const std::string& source, int32_t code, const std::string& message);
+  /// Logs a failure of this connection with the code of failed statements.
+  void LogFailure(const std::string& message);
+
+  /// What SQLite says of the last failed call on the connection.
+  std::string ErrorText() const;
+  /// SQLite's result code of that call.
+  int ErrorCode() const;
+  /// The key that the last insert was given.
+  int64_t LastInsertRowId() const;
+  /// Held by whoever inserts, over the step of the insert and the read of the key that it was given.
+  std::mutex& InsertMutex() { return mMutex; }
+  /// The open connection, null while closed; for calls of SQLite's own interface that this class doesn't
+  /// offer. It stays owned by the database.
+  sqlite3* Handle() const { return mHandle; }
+
+  /// Begins one consistent view of the file for several reads. Rather use `ReadGuard`.
+  /// @return a number that `EndReading` takes; 0 when a transaction or another reading is open, which serves
+  /// as well
+  /// @throws InvalidOperationException, with a log entry, on a closed database
+  uint64_t BeginReading();
+  /// Ends the view; does nothing when it has been ended meanwhile.
+  void EndReading(uint64_t number);
+
+  /// Whether a transaction is open, whoever began it.
+  bool IsInTransaction() const;
+  /// Whether `BeginTransaction` has begun a transaction that `EndTransaction` has not ended.
+  bool HasBegunTransaction() const { return mInTransaction; }
+  /// Which transaction of `BeginTransaction` is or was the last: a guard tells its own by it.
+  uint64_t TransactionNumber() const { return mTransactionNumber; }
+  /// How many milliseconds a statement waits for another connection's lock.
+  int BusyTimeout() const { return mBusyTimeout; }
+
+ private:
+  friend class CursorSqlite;
+
+  void Fail(const std::string& message);
+  bool Configure(const char* pragma, const std::string& value);
+  bool RunKept(const std::string& text, bool& isDone);
+  bool RunAll(const char* text);
+  bool RunPlain(const char* statement);
+  // Whether SQLite rolled back the transaction that the caller still believes open. Writing on would store
+  // one by one what was meant to be stored together.
+  bool HasLostTransaction() const;
+  bool MayStep(const PreparedStatement& statement);
+
+  std::string mLogSource;
+  std::shared_ptr<std::ostream> mLog;
+  std::mutex mMutex;
+  sqlite3* mHandle = nullptr;
+  bool mHasConnection = false;
+  int mBusyTimeout = 0;
+  bool mInTransaction = false;
+  uint64_t mTransactionNumber = 0;
+  int64_t mChangesAtBegin = 0;
+  uint64_t mReadingNumber = 0;
+  bool mIsReading = false;
+  std::unique_ptr<StatementCache> mStatements;
+  std::unique_ptr<OpenCursors> mCursors;
+};
+
+}  // namespace Oru::Common::Databases::Sqlite

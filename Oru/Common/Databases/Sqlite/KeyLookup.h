@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include <cstdint>
+#include <string>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// Finds a row's key: runs a select and gives the first column of its first row, -1 without a row.
+/// @param select  a statement whose parameters take `values` in order. Values are bound and never become part
+/// of
+///                the text, so that an identifier may hold any character and is never read as anything else.
+/// @throws ObjectClosedException when SQLite refuses the statement, InvalidOperationException when it fails;
+/// both
+///         with a log entry
+template <class... Values>
+int64_t FindKey(DatabaseSqlite& db, const std::string& select, const Values&... values) {
+  CursorSqlite cursor(db, select);
+  int32_t number = 0;
+  const bool isBound = !cursor.IsOpened() || (cursor.Bind(++number, values) && ...);
+  if (!isBound) throw InvalidOperationException();
+  return cursor.Step() ? cursor.GetInt64(0) : -1;
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,83 @@
+#include "Oru/Common/Databases/Sqlite/SqlText.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace Oru::Common::Databases::Sqlite::SqlText {
+
+namespace {
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+}  // namespace
+
+const std::string& CheckedName(const std::string& name) {
+  bool atStart = true;
+  for (const char c : name) {
+    if (atStart ? !IsLetter(c) : !(IsLetter(c) || IsDigit(c) || c == '.')) throw ArgumentException();
+    atStart = c == '.';
+  }
+  if (atStart) throw ArgumentException();
+  return name;
+}
+
+std::string Literal(int64_t value) {
+  return std::to_string(value);
+}
+
+std::string Literal(double value) {
+  if (std::isnan(value)) return "NULL";
+  if (std::isinf(value)) return value > 0 ? "9e999" : "-9e999";
+  char text[40];
+  std::snprintf(text, sizeof text, "%.17g", value);
+  std::string literal(text);
+  // Without a point or an exponent the text would be an integer.
+  if (literal.find_first_of(".e") == std::string::npos) literal += ".0";
+  return literal;
+}
+
+std::string Literal(const std::string& value) {
+  if (value.find('\0') != std::string::npos) {
+    return "CAST(" + BytesLiteral(reinterpret_cast<const uint8_t*>(value.data()), value.size()) + " AS TEXT)";
+  }
+  std::string literal;
+  literal.reserve(value.size() + 2);
+  literal += '\'';
+  for (const char c : value) {
+    if (c == '\'') literal += '\'';
+    literal += c;
+  }
+  literal += '\'';
+  return literal;
+}
+
+std::string BytesLiteral(const uint8_t* bytes, std::size_t length) {
+  static constexpr char Digits[] = "0123456789abcdef";
+  std::string literal("x'");
+  literal.reserve(2 * length + 3);
+  for (std::size_t i = 0; i < length; ++i) {
+    literal += Digits[bytes[i] >> 4];
+    literal += Digits[bytes[i] & 15];
+  }
+  literal += '\'';
+  return literal;
+}
+
+std::string EscapedForLike(std::string_view text) {
+  std::string pattern;
+  for (const char c : text) {
+    if (c == '%' || c == '_' || c == '\\') pattern += '\\';
+    pattern += c;
+  }
+  return pattern;
+}
+
+}  // namespace Oru::Common::Databases::Sqlite::SqlText

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
+
+#include <cstddef>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Oru::Common::Databases::Sqlite {
+
+class StatementShape;
+
+/// The idle prepared statements of one connection, by shape: those used least recently go first when there
+/// are too many. A statement is taken out while it is used, so that nobody shares it, and comes back rewound
+/// and with its bindings cleared. Internal to the access layer.
+///
+/// Threads: may be used from several threads at once.
+class StatementCache {
+ public:
+  /// Enough for all the texts that the tables of a data model database write, with room for the caller's own.
+  static constexpr std::size_t DefaultCapacity = 256;
+
+  explicit StatementCache(std::size_t capacity = DefaultCapacity);
+  StatementCache(const StatementCache&) = delete;
+  StatementCache& operator=(const StatementCache&) = delete;
+  ~StatementCache();
+
+  /// Gives a statement for the text, with the values of its lifted literals bound: a kept one or a new one.
+  /// Null for a text that isn't worth keeping or that SQLite refuses.
+  std::unique_ptr<PreparedStatement> Take(sqlite3* handle, const std::string& text);
+
+  /// Keeps a statement for its next use; finalises one that isn't of this cache, and one that `isSound` is
+  /// false for: a statement whose step failed is better prepared anew.
+  void Return(std::unique_ptr<PreparedStatement> statement, bool isSound);
+
+  /// Finalises all idle statements.
+  void Clear();
+
+  std::size_t IdleCount() const;
+
+ private:
+  // All statements of one shape. A slot stays while a statement of it is out, which knows it by its address.
+  struct Slot {
+    std::string shape;
+    std::vector<std::unique_ptr<PreparedStatement>> idle;
+    std::size_t outCount = 0;
+    std::list<Slot>::iterator self;
+  };
+  using Slots = std::list<Slot>;
+
+  std::unique_ptr<PreparedStatement> TakeIdle(std::string_view shape);
+  void Register(PreparedStatement& statement, std::string_view shape);
+  void DropLeastRecentlyUsed();
+  void EraseIfUnused(Slots::iterator slot);
+
+  const std::size_t mCapacity;
+  mutable std::mutex mMutex;
+  // Most recently used first.
+  Slots mSlots;
+  std::unordered_map<std::string_view, Slots::iterator> mByShape;
+  std::size_t mIdleCount = 0;
+};
+
+}  // namespace Oru::Common::Databases::Sqlite

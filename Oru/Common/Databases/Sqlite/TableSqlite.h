@@ -1,0 +1,158 @@
+#pragma once
+
+#include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/TableStatementGenerator.h"
+#include "Oru/Common/Databases/Sqlite/ViewSqlite.h"
+#include "Oru/Common/Databases/Table.h"
+
+#include <cstdint>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// A table of SQLite. A derived class gives, beside what a view gives, `BindToCursor`, `SetObjectId` and
+/// `GetObjectId`. In the body of its constructor it sets `mAutoIncrementedId` if its key is given and not
+/// assigned by the database, and after that takes its statement texts from its generator
+/// (`GenerateStatements`).
+///
+/// Write operations throw ArgumentException without a database.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+template <class T, class U>
+class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Table<T, U> {
+ public:
+  TableSqlite() = default;
+  explicit TableSqlite(DatabaseSqlite& attachedDatabase) : ViewSqlite<T>(attachedDatabase) {}
+  ~TableSqlite() override {
+    updateCursor.reset();
+    lastIdCursor.reset();
+    insertCursor.reset();
+  }
+
+  int64_t GetLastObjectId() override {
+    DatabaseSqlite& db = this->AttachedDatabase();
+    if (!lastIdCursor || !lastIdCursor->IsOpened()) {
+      lastIdCursor = std::make_unique<RawCursorSqlite>(
+          db, "SELECT MAX(" + this->GetObjectIdColumnName() + ") AS LastId FROM " + this->GetTableName());
+    }
+    RawReadSqlite row;
+    const int64_t lastId = lastIdCursor->Next(row) ? row.GetInt64("LastId") : -1;
+    lastIdCursor->Reset();
+    return lastId;
+  }
+
+  bool Delete(U& obj) override {
+    if (!this->Delete(this->GetObjectId(obj))) return false;
+    this->SetObjectId(obj, -1);
+    return true;
+  }
+  bool Delete(int64_t objectId) override {
+    QuerySqlite query;
+    query.Equals(this->GetObjectIdColumnName(), objectId);
+    return this->Delete(query);
+  }
+  bool Delete(Query& query) override {
+    DatabaseSqlite& db = this->AttachedDatabase();
+    std::string text("DELETE FROM ");
+    text += this->GetTableName();
+    if (!query.IsEmpty()) text.append(" WHERE ").append(static_cast<QuerySqlite&>(query).GetFilterSQL());
+    return db.ExecuteStatement(text);
+  }
+  virtual bool DeleteAll() {
+    QuerySqlite query;
+    return this->Delete(query);
+  }
+
+  bool Save(U& obj, bool lazy) override {
+    return this->GetObjectId(obj) == -1 ? Insert(obj, lazy) : Update(obj, lazy);
+  }
+  bool Save(U& obj) override { return this->Save(obj, true); }
+
+  /// The position of a column in the view's select text, by its alias or its expression; -1 for an unknown
+  /// one.
+  virtual int32_t GetSelectColumnIndex(const std::string& columnName) const {
+    const int32_t count = this->GetSelectColumnsCount();
+    for (int32_t i = 0; i < count; ++i) {
+      if (this->GetSelectColumnAlias(i) == columnName || this->GetSelectColumnName(i) == columnName) return i;
+    }
+    return -1;
+  }
+
+  /// Inserts a row, whatever the object id says. A key that the database assigns becomes the object id.
+  virtual bool Insert(U& obj, bool) {
+    DatabaseSqlite& db = this->AttachedDatabase();
+    if (!insertCursor || !insertCursor->IsOpened()) {
+      insertCursor = std::make_unique<ObjectCursorSqlite<T, U>>(db, insertStatement);
+      insertCursor->AttachToTable(*this);
+    }
+    bool ret = this->BindToCursor(*insertCursor, obj);
+    if (ret) {
+      const std::lock_guard<std::mutex> lock(db.InsertMutex());
+      ret = Run(*insertCursor, obj);
+      if (ret && mAutoIncrementedId) this->SetObjectId(obj, db.LastInsertRowId());
+    }
+    insertCursor->Reset();
+    return ret;
+  }
+
+  /// Updates the row of the object id. That there is none is no failure.
+  virtual bool Update(U& obj, bool) {
+    this->AttachedDatabase();
+    if (!updateCursor || !updateCursor->IsOpened()) {
+      updateCursor = std::make_unique<ObjectCursorSqlite<T, U>>(*this, updateStatement);
+    }
+    bool ret = this->BindToCursor(*updateCursor, obj) &&
+               updateCursor->Bind(this->GetObjectIdColumnName(), this->GetObjectId(obj));
+    ret = ret && Run(*updateCursor, obj);
+    updateCursor->Reset();
+    return ret;
+  }
+
+  /// Whether the database assigns the key.
+  bool IsAutoIncrementedId() const { return mAutoIncrementedId; }
+  const std::string& GetInsertStatement() const { return insertStatement; }
+  const std::string& GetUpdateStatement() const { return updateStatement; }
+
+  const std::string& GetJoinClause() const override { return this->EmptyText(); }
+  TableStatementGenerator<T, U>& StatementGenerator() override {
+    return static_cast<TableStatementGenerator<T, U>&>(ViewSqlite<T>::StatementGenerator());
+  }
+  void init() override { this->statementGenerator = std::make_unique<TableStatementGenerator<T, U>>(*this); }
+
+ protected:
+  /// Takes the select, insert and update texts from the generator. For the constructors of table classes.
+  void GenerateStatements() {
+    GenerateStatementsWithoutUpdate();
+    updateStatement = StatementGenerator().GenerateUpdateStatement();
+  }
+  /// The same for tables whose rows are only ever inserted.
+  void GenerateStatementsWithoutUpdate() {
+    this->selectStatement = StatementGenerator().GenerateSelectStatement();
+    insertStatement = StatementGenerator().GenerateInsertStatement();
+  }
+
+  bool mAutoIncrementedId = true;
+  std::string insertStatement;
+  std::string updateStatement;
+  std::unique_ptr<ObjectCursorSqlite<T, U>> insertCursor;
+  std::unique_ptr<RawCursorSqlite> lastIdCursor;
+  std::unique_ptr<ObjectCursorSqlite<T, U>> updateCursor;
+
+ private:
+  // The cursor has logged why when it throws.
+  static bool Run(ObjectCursorSqlite<T, U>& cursor, U& obj) {
+    try {
+      cursor.Save(obj);
+      return true;
+    } catch (const std::exception&) {
+      return false;
+    }
+  }
+};
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,148 @@
+#pragma once
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/ObjectCursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/RawCursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/ViewStatementGenerator.h"
+#include "Oru/Common/Databases/View.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// A view of SQLite. A derived class gives names, columns and `ReadFromCursor`, and in the body of its
+/// constructor sets `selectStatement` from its generator; all else is here.
+///
+/// The opening operations, `Create`, `GetObject` and `Exists` throw ArgumentException without a database.
+///
+/// Threads: a view may be read from several threads at once; each opening makes a cursor of its own.
+template <class T>
+class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
+ public:
+  ViewSqlite() = default;
+  explicit ViewSqlite(Database& attachedDatabase) { ViewSqlite::AttatchToDatabase(attachedDatabase); }
+
+  Database& GetDatabase() const override { return AttachedDatabase(); }
+  void AttatchToDatabase(Database& attachedDatabase) override {
+    database = static_cast<DatabaseSqlite*>(&attachedDatabase);
+  }
+
+  /// @throws NotSupportedException, with SQLite's text, when SQLite refuses
+  void Create() override {
+    if (AttachedDatabase().ExecuteStatement(GetCreateStatement())) return;
+    throw NotSupportedException(database->ErrorText().c_str(), __FILE__, __LINE__);
+  }
+
+  using View<T>::ReadFromCursor;
+  using View<T>::OpenObjectCursor;
+  using View<T>::GetObject;
+
+  std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor(bool lazy) override {
+    AttachedDatabase();
+    return std::make_unique<ObjectCursorSqlite<T, T>>(
+        *this, selectStatement, StatementGenerator().GenerateSelectCountStatement(), lazy);
+  }
+  std::unique_ptr<RawCursor> OpenRawCursor() override {
+    return std::make_unique<RawCursorSqlite>(AttachedDatabase(), selectStatement,
+                                             StatementGenerator().GenerateSelectCountStatement());
+  }
+  std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor(Query& query, bool lazy) override {
+    AttachedDatabase();
+    return std::make_unique<ObjectCursorSqlite<T, T>>(
+        *this, StatementGenerator().GenerateSelectStatement(query),
+        StatementGenerator().GenerateSelectCountStatement(query), lazy);
+  }
+  std::unique_ptr<RawCursor> OpenRawCursor(Query& query) override {
+    return std::make_unique<RawCursorSqlite>(AttachedDatabase(),
+                                             StatementGenerator().GenerateSelectStatement(query),
+                                             StatementGenerator().GenerateSelectCountStatement(query));
+  }
+  void OpenObjectCursor(ObjectCursor<T, T>& cursor, bool lazy) override {
+    Reattach(cursor, selectStatement, StatementGenerator().GenerateSelectCountStatement(), lazy);
+  }
+  void OpenRawCursor(RawCursor& cursor) override {
+    static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(), selectStatement,
+                                                StatementGenerator().GenerateSelectCountStatement());
+  }
+  void OpenObjectCursor(ObjectCursor<T, T>& cursor, Query& query, bool lazy) override {
+    Reattach(cursor, StatementGenerator().GenerateSelectStatement(query),
+             StatementGenerator().GenerateSelectCountStatement(query), lazy);
+  }
+  void OpenRawCursor(RawCursor& cursor, Query& query) override {
+    static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(),
+                                                StatementGenerator().GenerateSelectStatement(query),
+                                                StatementGenerator().GenerateSelectCountStatement(query));
+  }
+
+  bool GetObject(int64_t objectID, T& destObj, bool lazy) override {
+    AttachedDatabase();
+    std::string text(selectStatement);
+    text.append(StatementGenerator().ConditionKeyword()).append(GetTableName()).append(".");
+    AppendKeyCondition(text, objectID);
+    ObjectCursorSqlite<T, T> cursor(*this, text, lazy);
+    return cursor.Next(destObj);
+  }
+  bool Exists(int64_t objectID) override {
+    AttachedDatabase();
+    std::string text("SELECT ");
+    text.append(this->GetObjectIdColumnName()).append(" FROM ").append(GetTableName()).append(" WHERE ");
+    if (!GetWhereClause().empty()) text.append(GetWhereClause()).append(" AND ");
+    AppendKeyCondition(text, objectID);
+    ObjectCursorSqlite<T, T> cursor(*this, text);
+    return cursor.Next();
+  }
+
+  virtual const std::string& GetTableName() const = 0;
+  /// The name of a stored column, by an index below `GetColumnsCount()`.
+  virtual const std::string& GetColumnName(int32_t index) const = 0;
+  virtual int32_t GetColumnsCount() const = 0;
+  virtual const std::string& GetJoinClause() const = 0;
+  virtual const std::string& GetSelectColumnName(int32_t index) const { return GetColumnName(index); }
+  virtual const std::string& GetWhereClause() const { return EmptyText(); }
+  virtual const std::string& GetGroupByClause() const { return EmptyText(); }
+  virtual const std::string& GetSelectColumnAlias(int32_t) const { return EmptyText(); }
+  virtual int32_t GetSelectColumnsCount() const { return GetColumnsCount(); }
+  virtual const std::string& GetFromClause() const { return GetTableName(); }
+  virtual const std::string& GetSelectStatement() const { return selectStatement; }
+  virtual const std::string& GetCreateStatement() const { return createStatement; }
+  /// The generator of this view, made on demand.
+  virtual ViewStatementGenerator<T>& StatementGenerator() {
+    if (!statementGenerator) init();
+    return *statementGenerator;
+  }
+  virtual void init() { statementGenerator = std::make_unique<ViewStatementGenerator<T>>(*this); }
+
+ protected:
+  static const std::string& EmptyText() {
+    static const std::string empty;
+    return empty;
+  }
+
+  DatabaseSqlite& AttachedDatabase() const {
+    if (!database) throw ArgumentException();
+    return *database;
+  }
+
+  DatabaseSqlite* database = nullptr;
+  std::string selectStatement;
+  std::string createStatement;
+  std::unique_ptr<ViewStatementGenerator<T>> statementGenerator;
+
+ private:
+  void AppendKeyCondition(std::string& text, int64_t objectID) const {
+    text.append(this->GetObjectIdColumnName()).append(" = ").append(std::to_string(objectID));
+  }
+
+  void Reattach(ObjectCursor<T, T>& cursor, const std::string& select, const std::string& count, bool lazy) {
+    AttachedDatabase();
+    cursor.AttachToTable(*this);
+    static_cast<ObjectCursorSqlite<T, T>&>(cursor).Reset(*database, select, count, lazy);
+  }
+};
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,109 @@
+#pragma once
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+
+#include <cstdint>
+#include <string>
+
+namespace Oru::Common::Databases::Sqlite {
+
+template <class T>
+class ViewSqlite;
+
+/// Writes the SQL of a view from what the view says of itself: its name, its columns, its clauses.
+///
+/// Threads: may be used from several threads at once.
+template <class T>
+class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
+ public:
+  /// @param describedView  must outlive the generator
+  explicit ViewStatementGenerator(ViewSqlite<T>& describedView) : view(describedView) {}
+  ViewStatementGenerator(const ViewStatementGenerator&) = delete;
+  ViewStatementGenerator& operator=(const ViewStatementGenerator&) = delete;
+  virtual ~ViewStatementGenerator() = default;
+
+  /// The select text: a view selects its columns by their alias where they have one.
+  virtual std::string GenerateSelectStatement() const {
+    std::string text("SELECT ");
+    const int32_t count = view.GetSelectColumnsCount();
+    for (int32_t i = 0; i < count; ++i) {
+      const std::string& alias = view.GetSelectColumnAlias(i);
+      text.append(alias.empty() ? view.GetSelectColumnName(i) : alias).append(Separator(i, count));
+    }
+    return text.append(" FROM ").append(view.GetFromClause()).append(WhereClause());
+  }
+
+  virtual std::string GenerateCreateStatement() const {
+    std::string text("CREATE VIEW IF NOT EXISTS ");
+    text.append(view.GetTableName()).append(" AS SELECT ").append(SelectColumnsWithAliases());
+    return text.append(" ").append(view.GetJoinClause());
+  }
+
+  /// The view's select text with the clauses of a query.
+  /// @throws ArgumentException when the view has no select text
+  std::string GenerateSelectStatement(Query& query) const {
+    if (view.GetSelectStatement().empty()) throw ArgumentException();
+    return GenerateSelectStatement(view.GetSelectStatement(), query);
+  }
+
+  /// A select text of this view with the clauses of a query.
+  std::string GenerateSelectStatement(const std::string& selectStatement, Query& query) const {
+    const auto& querySqlite = static_cast<const QuerySqlite&>(query);
+    std::string text(selectStatement);
+    AppendFilter(text, querySqlite);
+    if (!querySqlite.GetOrderBySQL().empty()) text.append(" ORDER BY ").append(querySqlite.GetOrderBySQL());
+    if (!querySqlite.GetLimitSQL().empty()) text.append(" ").append(querySqlite.GetLimitSQL());
+    return text;
+  }
+
+  /// The text that counts what the view's select finds.
+  std::string GenerateSelectCountStatement() const { return Count(view.GetSelectStatement()); }
+
+  /// The same with the filter of a query; its order and limit don't enter.
+  std::string GenerateSelectCountStatement(Query& query) const {
+    std::string text(view.GetSelectStatement());
+    AppendFilter(text, static_cast<const QuerySqlite&>(query));
+    return Count(text);
+  }
+
+  /// The word that a further condition needs behind the view's select text, a blank on either side.
+  const char* ConditionKeyword() const {
+    if (!view.GetGroupByClause().empty()) return " HAVING ";
+    return view.GetWhereClause().empty() ? " WHERE " : " AND ";
+  }
+
+ protected:
+  static const char* Separator(int32_t index, int32_t count) { return index < count - 1 ? ", " : ""; }
+
+  std::string SelectColumnsWithAliases() const {
+    std::string text;
+    const int32_t count = view.GetSelectColumnsCount();
+    for (int32_t i = 0; i < count; ++i) {
+      text += view.GetSelectColumnName(i);
+      const std::string& alias = view.GetSelectColumnAlias(i);
+      if (!alias.empty()) text.append(" AS ").append(alias);
+      text += Separator(i, count);
+    }
+    return text;
+  }
+
+  std::string WhereClause() const {
+    return view.GetWhereClause().empty() ? std::string() : " WHERE " + view.GetWhereClause();
+  }
+
+  const ViewSqlite<T>& view;
+
+ private:
+  void AppendFilter(std::string& text, const QuerySqlite& query) const {
+    if (!query.GetFilterSQL().empty())
+      text.append(ConditionKeyword()).append(" ").append(query.GetFilterSQL());
+  }
+
+  static std::string Count(const std::string& selectStatement) {
+    return "SELECT COUNT(*) FROM (" + selectStatement + ")";
+  }
+};
+
+}  // namespace Oru::Common::Databases::Sqlite
