@@ -48,9 +48,14 @@ class Array {
     Place(position, std::move(element));
     return position;
   }
-  int32_t Add(T&& element) { return Add(std::make_unique<T>(std::move(element))); }
+  /// Moves the object into a new element of its own class, `T` or a class that derives from it.
+  template <class U, class = std::enable_if_t<!std::is_reference_v<U> && std::is_base_of_v<T, U>>>
+  int32_t Add(U&& element) {
+    return Add(std::unique_ptr<T>(std::make_unique<U>(std::forward<U>(element))));
+  }
 
-  /// Moves each unique pointer of the range, in order, through `Add`.
+  /// Moves each unique pointer of the range, in order, through `Add`. If one is refused, those ahead of it
+  /// stay added.
   template <class Iterator>
   void Adopt(Iterator first, Iterator last) {
     for (; first != last; ++first)

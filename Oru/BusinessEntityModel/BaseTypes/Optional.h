@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 namespace Oru::BusinessEntityModel::BaseTypes {
@@ -23,13 +24,14 @@ class Optional {
     return null;
   }
 
-  /// Assigning the value that is held to itself does nothing.
-  Optional& operator=(const T& value) {
-    if (!Holds(value)) content = value;
-    return *this;
-  }
-  Optional& operator=(T&& value) {
-    if (!Holds(value)) content = std::move(value);
+  /// Replaces the value. Assigning the value that is held to itself does nothing; `= {}` leaves no value.
+  template <class U, class = std::enable_if_t<std::is_convertible_v<U&&, T> &&
+                                              !std::is_same_v<std::decay_t<U>, Optional>>>
+  Optional& operator=(U&& value) {
+    if constexpr (std::is_same_v<std::decay_t<U>, T>) {
+      if (Holds(value)) return *this;
+    }
+    content = std::forward<U>(value);
     return *this;
   }
 

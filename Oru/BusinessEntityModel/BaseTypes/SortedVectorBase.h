@@ -129,7 +129,7 @@ class SortedVectorBase {
 
   const std::vector<T, Alloc>& Values() const noexcept { return elements; }
   /// Replaces all elements by the items, inserted one by one; when one is refused, nothing changes.
-  void Values(const std::vector<T>& items) {
+  void Values(std::vector<T> items) {
     std::vector<T, Alloc> before;
     elements.swap(before);
     try {
