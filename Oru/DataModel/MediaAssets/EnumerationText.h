@@ -11,8 +11,8 @@
 
 namespace Oru::DataModel::MediaAssets {
 
-/// How the values of one stored enumeration are written and read as text. Every number of 32 bits has exactly one
-/// text that is written: its name, or the number in decimal when it has no name.
+/// How the values of one stored enumeration are written and read as text. Every number of 32 bits has exactly
+/// one text that is written: its name, or the number in decimal when it has no name.
 ///
 /// Threads: immutable once built; may be used from several threads at once.
 template <class E>
