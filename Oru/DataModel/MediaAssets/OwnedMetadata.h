@@ -39,6 +39,22 @@ class OwnedMetadata {
   const Dictionary& operator*() const noexcept { return dictionary; }
   Dictionary& operator*() noexcept { return dictionary; }
 
+  /// Whether the dictionary holds the profile of class `P`. False if one of another class has its name.
+  template <class P>
+  bool Has() const {
+    return dictionary.Get<P>() != nullptr;
+  }
+  /// The profile of class `P`.
+  /// @throws std::out_of_range "map::at" without one, std::bad_cast if one of another class has its name
+  template <class P>
+  const P& Require() const {
+    return dynamic_cast<const P&>(dictionary.At(P::StaticFullyQualifiedName()));
+  }
+  template <class P>
+  P& Require() {
+    return dynamic_cast<P&>(dictionary.At(P::StaticFullyQualifiedName()));
+  }
+
  private:
   Dictionary dictionary;
 };
