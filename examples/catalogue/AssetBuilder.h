@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/BaseTypes/DateTime.h"
+#include "Oru/DataModel/MediaAssets/MediaAsset.h"
+
+#include "MediaReport.h"
+
+#include <filesystem>
+#include <string>
+
+namespace Catalogue {
+
+/// Names of the profiles that the catalogue writes. Profiles of other names on an asset are not its own.
+namespace Profiles {
+inline constexpr char general[] = "oru.catalogue.general";
+inline constexpr char file[] = "oru.catalogue.file";
+inline constexpr char essence[] = "oru.catalogue.essence";
+}  // namespace Profiles
+
+/// The identity of the clip in a file: ten letters and digits, always the same for the same path.
+/// Two of 100,000 paths share one with a probability of 1 in 200,000.
+std::string ClipIdOf(const std::filesystem::path& canonicalPath);
+
+/// How long a clip lasts, in nanoseconds: counted in frames where it has pictures, else in samples, else as
+/// its wrapper states it.
+int64_t DurationOf(const MediaReport& report);
+
+/// A new asset of one resource, the file, which is one stream with an essence and a track per track of the
+/// file: pictures first, then sound, then data. Its time line starts at 0.
+Oru::DataModel::MediaAssets::MediaAsset BuildAsset(const MediaReport& report,
+                                                   Oru::BusinessEntityModel::BaseTypes::DateTime now);
+
+}  // namespace Catalogue
