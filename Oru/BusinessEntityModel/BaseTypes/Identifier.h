@@ -20,6 +20,7 @@ class ORU_BASETYPES_EXPORT Identifier : public StringValue<Identifier> {
   /// The one shared empty identifier.
   static const Identifier& Empty();
   /// A new identifier: a random UUID (version 4, RFC 4122) as 36 characters in lower case.
+  /// Throws what std::random_device throws when the system has no source of random numbers.
   static Identifier Generate();
 };
 

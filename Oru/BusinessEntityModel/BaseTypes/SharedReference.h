@@ -41,15 +41,18 @@ class SharedReference {
   /// The same as a new reference from the pointer: an empty one leaves the identifier empty.
   template <class U, class = IfPointsToT<U>>
   SharedReference& operator=(std::shared_ptr<U> object) {
-    return *this = SharedReference(std::move(object));
+    *this = SharedReference(std::move(object));
+    return *this;
   }
   template <class U, class = IfPointsToT<U>>
   SharedReference& operator=(const std::weak_ptr<U>& object) {
-    return *this = SharedReference(object);
+    *this = SharedReference(object);
+    return *this;
   }
   template <class U, class = IfPointsToT<U>>
   SharedReference& operator=(std::unique_ptr<U>&& object) {
-    return *this = SharedReference(std::move(object));
+    *this = SharedReference(std::move(object));
+    return *this;
   }
 
   /// Reads the identifier of the object anew; without an object the identifier stays.

@@ -1,0 +1,40 @@
+#include "Oru/BusinessEntityModel/BaseTypes/Optional.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace Oru::BusinessEntityModel::BaseTypes {
+namespace {
+
+TEST(OptionalTest, KeepsAliveExactlyWhatItHolds) {
+  const auto counted = std::make_shared<int>(1);
+  Optional<std::shared_ptr<int>> held(counted);
+  Optional<std::shared_ptr<int>> other;
+  other = held;
+  EXPECT_EQ(counted.use_count(), 3);
+  held = *held;
+  held = std::move(*held);
+  EXPECT_TRUE(held == counted && held == other) << "assigned to itself";
+  other = std::make_shared<int>(2);
+  EXPECT_TRUE(held != other && **other == 2);
+  held = {};
+  EXPECT_FALSE(held);
+  EXPECT_EQ(counted.use_count(), 1);
+  other.Undefine();
+  EXPECT_TRUE(held == other && other == Optional<std::shared_ptr<int>>::Null());
+}
+
+TEST(OptionalTest, RefusesToGiveAnAbsentValue) {
+  Optional<std::string> absent;
+  EXPECT_THROW(absent.Value(), std::logic_error);
+  EXPECT_THROW(static_cast<void>(absent->size()), std::logic_error);
+  absent = "literal";
+  EXPECT_EQ(*absent, "literal");
+}
+
+}  // namespace
+}  // namespace Oru::BusinessEntityModel::BaseTypes
