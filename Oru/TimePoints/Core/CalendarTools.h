@@ -55,7 +55,7 @@ inline CalendarDate DateOfDay(int64_t daysSince1900) {
   // The calendar repeats every 400 years.
   constexpr int64_t daysPerCycle = 146097;
   const int64_t cycle = CheckedArithmetic::FloorDivide(daysSince1900, daysPerCycle);
-  const int64_t dayOfCycle = daysSince1900 - cycle * daysPerCycle;
+  const int64_t dayOfCycle = CheckedArithmetic::FloorRemainder(daysSince1900, daysPerCycle);
 
   // Years of 365 days guess a year too late at most: a cycle has only 97 leap days.
   int year = SinceYear + static_cast<int>(dayOfCycle / 365);

@@ -29,6 +29,13 @@ Integer FloorDivide(Integer dividend, Integer divisor) {
   return dividend % divisor < 0 ? quotient - 1 : quotient;
 }
 
+/// What `FloorDivide` leaves, from 0 to below `divisor`.
+template <class Integer>
+Integer FloorRemainder(Integer dividend, Integer divisor) {
+  const Integer remainder = dividend % divisor;
+  return remainder < 0 ? remainder + divisor : remainder;
+}
+
 /// The quotient rounded up; `divisor` must be positive.
 template <class Integer>
 Integer CeilDivide(Integer dividend, Integer divisor) {

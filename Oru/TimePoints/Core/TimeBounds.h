@@ -4,6 +4,7 @@
 #include "Oru/TimePoints/Core/Formatters/TimeBoundsFormatter.h"
 #include "Oru/TimePoints/Core/Parsers/TimeBoundsParser.h"
 #include "Oru/TimePoints/Core/TimeBoundary.h"
+#include "Oru/TimePoints/Core/Visibility.h"
 
 #include <string>
 
@@ -13,7 +14,7 @@ namespace Oru::TimePoints {
 /// boundary be the earlier one.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
-class TimeBounds {
+class ORU_TIMEPOINTS_VISIBLE TimeBounds {
  public:
   TimeBounds() = default;
   TimeBounds(const TimeBoundary& in, const TimeBoundary& out) : inBoundary(in), outBoundary(out) {}

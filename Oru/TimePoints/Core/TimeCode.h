@@ -174,7 +174,7 @@ class TimeCode {
     return Count(Int128(SamplePerSecond()) * 60 - SkippedPerMinute(drop));
   }
   int64_t SamplePerHour(bool drop) const {
-    return Count(Int128(SamplePerMinute(drop)) * 60 + SkippedPerMinute(drop) * 6);
+    return Count(Int128(SamplePerMinute(drop)) * 60 + Int128(SkippedPerMinute(drop)) * 6);
   }
   int64_t SamplePerDay() const { return Count(Int128(SamplePerHour(isDrop)) * 24); }
 
@@ -187,23 +187,25 @@ class TimeCode {
     total += Int128(hour) * SamplePerHour(isDrop);
     total += Int128(minute) * SamplePerMinute(isDrop);
     total += Int128(second) * SamplePerSecond();
-    total += minute / 10 * SkippedPerMinute(isDrop);
+    total += Int128(minute / 10) * SkippedPerMinute(isDrop);
     return Count(total + sample);
   }
 
-  /// The day of the count, from 1 January 1900.
-  int64_t DayNumber() const {
+  /// `SamplePerDay`, fit to divide by.
+  int64_t DayLength() const {
     if (SamplePerSecond() <= 0) {
       throw std::out_of_range("Rate " + rate.ToString() + " must be above 0 to tell a date or a clock");
     }
-    return CheckedArithmetic::FloorDivide(totalSample, SamplePerDay());
+    return SamplePerDay();
   }
 
-  CalendarDate Date() const { return CalendarTools::DateOfDay(DayNumber()); }
+  CalendarDate Date() const {
+    return CalendarTools::DateOfDay(CheckedArithmetic::FloorDivide(totalSample, DayLength()));
+  }
 
   /// The samples since midnight as the clock counts them, skipped frame numbers included.
   int64_t ClockSample() const {
-    const int64_t sampleOfDay = totalSample - DayNumber() * SamplePerDay();
+    const int64_t sampleOfDay = CheckedArithmetic::FloorRemainder(totalSample, DayLength());
     return isDrop ? AddSkippedHmsSamplesInNtscDrop(sampleOfDay) : sampleOfDay;
   }
 

@@ -27,8 +27,7 @@ class UtcTimePointFormatter : public TimePointFormatter {
   std::string Format(const TimePoint& value) const override {
     constexpr int64_t perDay = 86400000000000;
     const int64_t day = CheckedArithmetic::FloorDivide(value.ToNanoseconds(), perDay);
-    // In 128 bits: the midnight before the first time points lies outside 64.
-    const Int128 sinceMidnight = value.ToNanoseconds() - Int128(day) * perDay;
+    const int64_t sinceMidnight = CheckedArithmetic::FloorRemainder(value.ToNanoseconds(), perDay);
     return TextParts::DateText(CalendarTools::DateOfDay(day + CalendarTools::UnixEpochDay)) + "T" +
            TextParts::ClockText(static_cast<uint64_t>(sinceMidnight)) + "Z";
   }
