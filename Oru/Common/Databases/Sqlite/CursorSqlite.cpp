@@ -119,14 +119,14 @@ bool CursorSqlite::Step() {
   // SQLite would start over: https://sqlite.org/c3ref/step.html
   if (mPosition == Position::BehindRows) return false;
   DatabaseSqlite& db = GetDatabase();
-  if (mPosition != Position::OnRow && !db.MayStep(*mPrepared)) throw InvalidOperationException();
   std::string error;
   {
     const HandleLock lock(db.Handle());
-    const int code = StepOnce();
+    const char* refusal = mPosition == Position::OnRow ? nullptr : db.Refusal(mPrepared->IsReadOnly());
+    const int code = refusal ? SQLITE_ERROR : StepOnce();
     if (code == SQLITE_ROW) return true;
     if (code == SQLITE_DONE) return false;
-    error = sqlite3_errmsg(db.Handle());
+    error = refusal ? refusal : sqlite3_errmsg(db.Handle());
   }
   ThrowStepFailure(error);
 }
@@ -309,6 +309,12 @@ int CursorSqlite::ParameterNumber(const std::string& name) {
   return number;
 }
 
+// Parameters that stand for literals of the text are nobody's to bind.
+bool CursorSqlite::MayBind(int32_t number) {
+  if (number <= 0) return false;
+  return !mPrepared || !mPrepared->hasLiftedLiterals || IsBound(SQLITE_RANGE);
+}
+
 bool CursorSqlite::IsBound(int code) {
   if (code == SQLITE_OK) return true;
   // On a closed cursor there is nobody to ask, nor anybody to tell.
@@ -353,7 +359,7 @@ bool CursorSqlite::Bind(const std::string& name) {
 }
 
 bool CursorSqlite::Bind(int32_t number, int64_t value) {
-  return number > 0 && IsBound(sqlite3_bind_int64(mStatement, number, value));
+  return MayBind(number) && IsBound(sqlite3_bind_int64(mStatement, number, value));
 }
 
 bool CursorSqlite::Bind(int32_t number, uint64_t value) {
@@ -369,7 +375,7 @@ bool CursorSqlite::Bind(int32_t number, uint32_t value) {
 }
 
 bool CursorSqlite::Bind(int32_t number, double value) {
-  return number > 0 && IsBound(sqlite3_bind_double(mStatement, number, value));
+  return MayBind(number) && IsBound(sqlite3_bind_double(mStatement, number, value));
 }
 
 bool CursorSqlite::Bind(int32_t number, bool value) {
@@ -377,19 +383,19 @@ bool CursorSqlite::Bind(int32_t number, bool value) {
 }
 
 bool CursorSqlite::Bind(int32_t number, const std::string& value) {
-  return number > 0 && IsBound(sqlite3_bind_text64(mStatement, number, value.data(), value.size(),
-                                                   SQLITE_TRANSIENT, SQLITE_UTF8));
+  return MayBind(number) && IsBound(sqlite3_bind_text64(mStatement, number, value.data(), value.size(),
+                                                        SQLITE_TRANSIENT, SQLITE_UTF8));
 }
 
 bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {
-  if (number <= 0 || length < 0) return false;
+  if (length < 0 || !MayBind(number)) return false;
   // SQLite takes a null pointer for NULL; no bytes are not nothing.
   const void* data = bytes ? static_cast<const void*>(bytes) : "";
   return IsBound(sqlite3_bind_blob(mStatement, number, data, length, SQLITE_TRANSIENT));
 }
 
 bool CursorSqlite::Bind(int32_t number) {
-  return number > 0 && IsBound(sqlite3_bind_null(mStatement, number));
+  return MayBind(number) && IsBound(sqlite3_bind_null(mStatement, number));
 }
 
 int32_t CursorSqlite::GetTotalItemsCount() const {

@@ -127,6 +127,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   int ColumnOnRow(const std::string& name) const;
   bool IsColumnOnRow(int32_t index) const;
   int ParameterNumber(const std::string& name);
+  bool MayBind(int32_t number);
   bool IsBound(int code);
 
   sqlite3_stmt* mStatement = nullptr;

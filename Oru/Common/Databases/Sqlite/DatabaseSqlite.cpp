@@ -15,6 +15,13 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
+namespace {
+
+constexpr const char* LostTransactionText =
+    "the transaction was rolled back at an earlier failure and must be ended first";
+
+}  // namespace
+
 DatabaseSqlite::DatabaseSqlite(const std::string& connection, const std::shared_ptr<std::ostream>& log)
     : Database(connection),
       mLogSource("Oru.Common.Database"),
@@ -93,49 +100,63 @@ std::unique_ptr<Query> DatabaseSqlite::NewQuery() const {
 }
 
 void DatabaseSqlite::BeginTransaction() {
-  // A transaction that only reads at first could be refused its first write at once, whatever the timeout,
-  // when another connection has written since: https://sqlite.org/lang_transaction.html
-  if (!IsOpen() || !RunPlain("BEGIN IMMEDIATE")) {
-    LogFailure("begin of a transaction refused: " + ErrorText());
-    throw InvalidOperationException();
+  std::string error = "the database is not open";
+  if (IsOpen()) {
+    const HandleLock lock(mHandle);
+    // A transaction that only reads at first could be refused its first write at once, whatever the timeout,
+    // when another connection has written since: https://sqlite.org/lang_transaction.html
+    if (!HasLostTransaction() && RunPlain("BEGIN IMMEDIATE")) {
+      mInTransaction = true;
+      mIsReading = false;
+      ++mTransactionNumber;
+      mChangesAtBegin = sqlite3_total_changes64(mHandle);
+      return;
+    }
+    error = HasLostTransaction() ? LostTransactionText : sqlite3_errmsg(mHandle);
   }
-  mInTransaction = true;
-  mIsReading = false;
-  ++mTransactionNumber;
-  mChangesAtBegin = sqlite3_total_changes64(mHandle);
+  LogFailure("begin of a transaction refused: " + error);
+  throw InvalidOperationException();
 }
 
 int64_t DatabaseSqlite::EndTransaction(bool commit) {
-  const bool isLost = IsOpen() && HasLostTransaction();
-  if (!IsOpen() || !(isLost || IsInTransaction())) {
-    LogFailure("no transaction is open");
-    throw InvalidOperationException();
+  std::string error = "none was begun";
+  if (IsOpen()) {
+    const HandleLock lock(mHandle);
+    if (HasLostTransaction()) {
+      mInTransaction = false;
+      if (!commit) return 0;
+      error = "it was rolled back at an earlier failure";
+    } else if (mInTransaction) {
+      const int64_t changes = sqlite3_total_changes64(mHandle) - mChangesAtBegin;
+      const bool isEnded = RunPlain(commit ? "COMMIT" : "ROLLBACK");
+      if (!isEnded) error = sqlite3_errmsg(mHandle);
+      mInTransaction = IsInTransaction();
+      if (isEnded) return commit ? changes : 0;
+    }
   }
-  if (isLost) {
-    mInTransaction = false;
-    if (!commit) return 0;
-    LogFailure("nothing to commit: the transaction was rolled back at an earlier failure");
-    throw InvalidOperationException();
-  }
-  const int64_t changes = sqlite3_total_changes64(mHandle) - mChangesAtBegin;
-  const bool isEnded = RunPlain(commit ? "COMMIT" : "ROLLBACK");
-  if (!isEnded) LogFailure("end of the transaction refused: " + ErrorText());
-  mInTransaction = mInTransaction && IsInTransaction();
-  if (!isEnded) throw InvalidOperationException();
-  return commit ? changes : 0;
+  LogFailure("end of the transaction refused: " + error);
+  throw InvalidOperationException();
 }
 
 uint64_t DatabaseSqlite::BeginReading() {
-  if (IsInTransaction()) return 0;
-  if (!IsOpen() || !RunPlain("BEGIN")) {
-    LogFailure("begin of a reading refused: " + ErrorText());
-    throw InvalidOperationException();
+  std::string error = "the database is not open";
+  if (IsOpen()) {
+    const HandleLock lock(mHandle);
+    // A view begun behind a lost transaction would pass for that transaction.
+    if (IsInTransaction() || HasLostTransaction()) return 0;
+    if (RunPlain("BEGIN")) {
+      mIsReading = true;
+      return ++mReadingNumber;
+    }
+    error = sqlite3_errmsg(mHandle);
   }
-  mIsReading = true;
-  return ++mReadingNumber;
+  LogFailure("begin of a reading refused: " + error);
+  throw InvalidOperationException();
 }
 
 void DatabaseSqlite::EndReading(uint64_t number) {
+  if (!IsOpen()) return;
+  const HandleLock lock(mHandle);
   if (!mIsReading || number != mReadingNumber) return;
   mIsReading = false;
   // A reading may have been written in, against advice; what was written isn't lost then.
@@ -149,15 +170,25 @@ bool DatabaseSqlite::IsInTransaction() const {
   return IsOpen() && sqlite3_get_autocommit(mHandle) == 0;
 }
 
+bool DatabaseSqlite::HasBegunTransaction() const {
+  if (!IsOpen()) return false;
+  const HandleLock lock(mHandle);
+  return mInTransaction;
+}
+
+uint64_t DatabaseSqlite::TransactionNumber() const {
+  if (!IsOpen()) return 0;
+  const HandleLock lock(mHandle);
+  return mTransactionNumber;
+}
+
 bool DatabaseSqlite::HasLostTransaction() const {
   // https://sqlite.org/lang_transaction.html tells which failures roll back by themselves.
   return mInTransaction && sqlite3_get_autocommit(mHandle) != 0;
 }
 
-bool DatabaseSqlite::MayStep(const PreparedStatement& statement) {
-  if (statement.IsReadOnly() || !HasLostTransaction()) return true;
-  LogFailure("write refused: the transaction was rolled back at an earlier failure and must be ended first");
-  return false;
+const char* DatabaseSqlite::Refusal(bool isReadOnly) const {
+  return isReadOnly || !HasLostTransaction() ? nullptr : LostTransactionText;
 }
 
 bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
@@ -177,19 +208,9 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
 bool DatabaseSqlite::RunKept(const std::string& text, bool& isDone) {
   std::unique_ptr<PreparedStatement> statement = mStatements->Take(mHandle, text);
   if (!statement) return false;
-  int code = SQLITE_ERROR;
-  if (MayStep(*statement)) {
-    std::string error;
-    {
-      const HandleLock lock(mHandle);
-      do
-        code = sqlite3_step(statement->Handle());
-      while (code == SQLITE_ROW);
-      if (code != SQLITE_DONE) error = sqlite3_errmsg(mHandle);
-    }
-    if (code != SQLITE_DONE) LogFailure(error);
-  }
-  isDone = code == SQLITE_DONE;
+  const std::string error = RunToEnd(statement->Handle());
+  isDone = error.empty();
+  if (!isDone) LogFailure(error);
   mStatements->Return(std::move(statement), isDone);
   return true;
 }
@@ -199,38 +220,40 @@ bool DatabaseSqlite::RunAll(const char* text) {
     const char* next = nullptr;
     sqlite3_stmt* handle = nullptr;
     std::string error;
-    bool isDone = true;
     {
       const HandleLock lock(mHandle);
-      if (sqlite3_prepare_v2(mHandle, text, -1, &handle, &next) != SQLITE_OK) {
-        error = sqlite3_errmsg(mHandle);
-        isDone = false;
-      }
+      if (sqlite3_prepare_v2(mHandle, text, -1, &handle, &next) != SQLITE_OK) error = sqlite3_errmsg(mHandle);
     }
     // A piece of blanks and comments gives no statement.
     if (handle) {
       const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(handle, sqlite3_finalize);
-      if (sqlite3_stmt_readonly(handle) == 0 && HasLostTransaction()) {
-        error =
-            "write refused: the transaction was rolled back at an earlier failure and must be ended first";
-        isDone = false;
-      } else {
-        const HandleLock lock(mHandle);
-        int code = SQLITE_OK;
-        do
-          code = sqlite3_step(handle);
-        while (code == SQLITE_ROW);
-        isDone = code == SQLITE_DONE;
-        if (!isDone) error = sqlite3_errmsg(mHandle);
-      }
+      const bool wasInTransaction = IsInTransaction();
+      error = RunToEnd(handle);
+      // Whatever writes and isn't the begin of a transaction may have changed the columns of kept statements.
+      if (sqlite3_stmt_readonly(handle) == 0 && wasInTransaction == IsInTransaction()) mStatements->Clear();
     }
-    if (!isDone) {
+    if (!error.empty()) {
       LogFailure(error);
       return false;
     }
     text = next;
   }
   return true;
+}
+
+// Runs a statement to its end; gives why that failed, empty for success.
+std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
+  const HandleLock lock(mHandle);
+  if (const char* refusal = Refusal(sqlite3_stmt_readonly(statement) != 0)) return refusal;
+  const bool wasInTransaction = IsInTransaction();
+  int code = SQLITE_OK;
+  do
+    code = sqlite3_step(statement);
+  while (code == SQLITE_ROW);
+  if (code != SQLITE_DONE) return sqlite3_errmsg(mHandle);
+  // A statement that succeeds and leaves no transaction behind is itself the end of the one there was.
+  if (wasInTransaction && !IsInTransaction()) mInTransaction = mIsReading = false;
+  return {};
 }
 
 bool DatabaseSqlite::RunPlain(const char* statement) {

@@ -10,11 +10,11 @@
 #include <string>
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
 class OpenCursors;
-class PreparedStatement;
 class StatementCache;
 
 /// A connection to one SQLite file.
@@ -101,9 +101,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// Whether a transaction is open, whoever began it.
   bool IsInTransaction() const;
   /// Whether `BeginTransaction` has begun a transaction that `EndTransaction` has not ended.
-  bool HasBegunTransaction() const { return mInTransaction; }
+  bool HasBegunTransaction() const;
   /// Which transaction of `BeginTransaction` is or was the last: a guard tells its own by it.
-  uint64_t TransactionNumber() const { return mTransactionNumber; }
+  uint64_t TransactionNumber() const;
   /// How many milliseconds a statement waits for another connection's lock.
   int BusyTimeout() const { return mBusyTimeout; }
 
@@ -114,11 +114,13 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool Configure(const char* pragma, const std::string& value);
   bool RunKept(const std::string& text, bool& isDone);
   bool RunAll(const char* text);
+  std::string RunToEnd(sqlite3_stmt* statement);
   bool RunPlain(const char* statement);
   // Whether SQLite rolled back the transaction that the caller still believes open. Writing on would store
   // one by one what was meant to be stored together.
   bool HasLostTransaction() const;
-  bool MayStep(const PreparedStatement& statement);
+  // Why a statement must not be stepped now, null if it may. To be asked with the handle locked.
+  const char* Refusal(bool isReadOnly) const;
 
   std::string mLogSource;
   std::shared_ptr<std::ostream> mLog;
@@ -126,6 +128,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   sqlite3* mHandle = nullptr;
   bool mHasConnection = false;
   int mBusyTimeout = 0;
+  // The state of transactions, read and changed only with the handle locked.
   bool mInTransaction = false;
   uint64_t mTransactionNumber = 0;
   int64_t mChangesAtBegin = 0;

@@ -3,6 +3,9 @@
 #include <climits>
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <string_view>
+
 namespace Oru::Common::Databases::Sqlite {
 
 namespace {
@@ -58,9 +61,13 @@ void PreparedStatement::ReadColumns() {
     const char* name = sqlite3_column_name(mStatement, i);
     mColumnNames.emplace_back(name ? name : "");
   }
+  std::vector<std::string_view> sorted(mColumnNames.begin(), mColumnNames.end());
+  std::sort(sorted.begin(), sorted.end());
+  mHasRepeatedNames = std::adjacent_find(sorted.begin(), sorted.end()) != sorted.end();
 }
 
 int PreparedStatement::ColumnIndex(const std::string& name, std::size_t* next) const {
+  if (mHasRepeatedNames) *next = 0;
   return Find(mColumnNames, name, next);
 }
 

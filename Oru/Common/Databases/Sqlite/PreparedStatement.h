@@ -29,8 +29,9 @@ class PreparedStatement {
   bool IsReadOnly() const { return mIsReadOnly; }
 
   const std::vector<std::string>& ColumnNames() const { return mColumnNames; }
-  /// The position of a result column, -1 for an unknown name. The search begins at `*next` and leaves there
-  /// the position behind the one found: columns are mostly read in their order, and then the first try meets.
+  /// The position of a result column, -1 for an unknown name; the first of several that share a name. The
+  /// search begins at `*next` and leaves there the position behind the one found: columns are mostly read in
+  /// their order, and then the first try meets.
   int ColumnIndex(const std::string& name, std::size_t* next) const;
   /// The number of a parameter, from 1, by its name without the prefix character; 0 for an unknown name.
   /// `next` as above.
@@ -59,6 +60,7 @@ class PreparedStatement {
   bool mIsReadOnly;
   int mPreparations = 0;
   std::vector<std::string> mColumnNames;
+  bool mHasRepeatedNames = false;
   std::vector<std::string> mParameterNames;
 };
 

@@ -1,5 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
+#include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/Sqlite/SqlText.h"
 
 namespace Oru::Common::Databases::Sqlite {
@@ -45,6 +46,7 @@ const uint8_t* Data(const std::string& text) {
 }
 
 std::string BytesLiteral(const uint8_t* bytes, int32_t length) {
+  if (length < 0) throw ArgumentException();
   return SqlText::BytesLiteral(bytes, static_cast<std::size_t>(length));
 }
 
@@ -231,8 +233,7 @@ Query& QuerySqlite::BeginWith(const std::string& column, const std::string& valu
 }
 
 Query& QuerySqlite::BeginWith(const std::string& column, const uint8_t* bytes, int32_t length) {
-  return Add("substr(" + AsBytes(column) + ", 1, " + Literal(int64_t{length}) +
-             ") = " + BytesLiteral(bytes, length));
+  return BytesFrom(column, 1, bytes, length);
 }
 
 Query& QuerySqlite::EndWith(const std::string& column, const std::string& value) {
@@ -241,11 +242,18 @@ Query& QuerySqlite::EndWith(const std::string& column, const std::string& value)
 }
 
 Query& QuerySqlite::EndWith(const std::string& column, const uint8_t* bytes, int32_t length) {
-  // A negative start counts from the end, but 0 doesn't mean "behind the end".
-  if (length == 0) return Add(CheckedName(column) + " IS NOT NULL");
-  const std::string bytesOfColumn = AsBytes(column);
-  return Add("(length(" + bytesOfColumn + ") >= " + Literal(int64_t{length}) + " AND substr(" +
-             bytesOfColumn + ", " + Literal(-int64_t{length}) + ") = " + BytesLiteral(bytes, length) + ")");
+  // A negative start counts from the end.
+  return BytesFrom(column, -int64_t{length}, bytes, length);
+}
+
+Query& QuerySqlite::BytesFrom(const std::string& column, int64_t start, const uint8_t* bytes,
+                              int32_t length) {
+  if (length == 0) return Contains(column, bytes, length);
+  const std::string all = AsBytes(column);
+  const std::string count = Literal(int64_t{length});
+  // Of no bytes at all substr() gives NULL, which is not "no".
+  return Add("(length(" + all + ") >= " + count + " AND substr(" + all + ", " + Literal(start) + ", " +
+             count + ") = " + BytesLiteral(bytes, length) + ")");
 }
 
 Query& QuerySqlite::In(const std::string& column, const std::string& table, const std::string& tableColumn,

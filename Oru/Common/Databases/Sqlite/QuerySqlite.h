@@ -99,6 +99,8 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   Query& Add(const std::string& condition);
   Query& Compare(const std::string& column, const char* comparison, const std::string& literal);
   Query& Like(const std::string& column, const char* before, const std::string& text, const char* after);
+  // The bytes stand in the column from a place on that counts from 1, or from the end if it is negative.
+  Query& BytesFrom(const std::string& column, int64_t start, const uint8_t* bytes, int32_t length);
   Query& OrderBy(const std::string& column, const char* direction);
 
   std::string mFilter;

@@ -3,7 +3,10 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -19,6 +22,22 @@ int64_t ToInteger(double value) {
   if (value >= limit) return std::numeric_limits<int64_t>::max();
   if (value < -limit) return std::numeric_limits<int64_t>::min();
   return static_cast<int64_t>(value);
+}
+
+// The number at the start of a text, 0 without one. Not by strtod, which follows the program's locale.
+double ToDouble(const std::string& text) {
+  const std::size_t begin = std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size());
+  const char* first = text.data() + begin;
+  if (begin < text.size() && *first == '+') ++first;
+  double value = 0;
+  std::from_chars(first, text.data() + text.size(), value);
+  return std::isfinite(value) ? value : 0;
+}
+
+// As SQLite writes a double out.
+std::string ToText(double value) {
+  char text[32];
+  return sqlite3_snprintf(sizeof text, text, "%!.15g", value);
 }
 
 }  // namespace
@@ -99,8 +118,7 @@ int64_t RawReadSqlite::GetInt64(const std::string& name) const {
   const Value& value = At(name);
   if (const auto* integer = std::get_if<int64_t>(&value)) return *integer;
   if (const auto* real = std::get_if<double>(&value)) return ToInteger(*real);
-  if (const auto* text = std::get_if<std::string>(&value)) return std::strtoll(text->c_str(), nullptr, 10);
-  return 0;
+  return std::strtoll(GetString(name).c_str(), nullptr, 10);
 }
 
 uint64_t RawReadSqlite::GetUInt64(const std::string& name) const {
@@ -118,8 +136,8 @@ uint32_t RawReadSqlite::GetUInt32(const std::string& name) const {
 double RawReadSqlite::GetDouble(const std::string& name) const {
   const Value& value = At(name);
   if (const auto* real = std::get_if<double>(&value)) return *real;
-  if (const auto* text = std::get_if<std::string>(&value)) return std::strtod(text->c_str(), nullptr);
-  return static_cast<double>(GetInt64(name));
+  if (const auto* integer = std::get_if<int64_t>(&value)) return static_cast<double>(*integer);
+  return ToDouble(GetString(name));
 }
 
 bool RawReadSqlite::GetBoolean(const std::string& name) const {
@@ -131,7 +149,7 @@ std::string RawReadSqlite::GetString(const std::string& name) const {
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
   if (const auto* bytes = std::get_if<Bytes>(&value)) return std::string(bytes->begin(), bytes->end());
   if (const auto* integer = std::get_if<int64_t>(&value)) return std::to_string(*integer);
-  if (const auto* real = std::get_if<double>(&value)) return std::to_string(*real);
+  if (const auto* real = std::get_if<double>(&value)) return ToText(*real);
   return {};
 }
 

@@ -2,8 +2,8 @@
 
 #include "Oru/Common/Databases/ArgumentException.h"
 
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace Oru::Common::Databases::Sqlite::SqlText {
 
@@ -36,9 +36,10 @@ std::string Literal(int64_t value) {
 std::string Literal(double value) {
   if (std::isnan(value)) return "NULL";
   if (std::isinf(value)) return value > 0 ? "9e999" : "-9e999";
+  // Not printf, which writes a comma where the program's locale does.
   char text[40];
-  std::snprintf(text, sizeof text, "%.17g", value);
-  std::string literal(text);
+  const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::general, 17).ptr;
+  std::string literal(static_cast<const char*>(text), end);
   // Without a point or an exponent the text would be an integer.
   if (literal.find_first_of(".e") == std::string::npos) literal += ".0";
   return literal;

@@ -149,7 +149,8 @@ class Tokens {
     const char next = Peek(1);
     switch (c) {
       case '\'':
-        return ScanQuoted('\'') ? TokenKind::Text : TokenKind::Unknown;
+        // A digit directly behind would become the number of the parameter.
+        return ScanQuoted('\'') && ClassOf(Peek()) != CharClass::Digit ? TokenKind::Text : TokenKind::Unknown;
       case '"':
       case '`':
         return ScanQuoted(c) ? TokenKind::Other : TokenKind::Unknown;
@@ -276,6 +277,7 @@ StatementShape::Kind StatementShape::Analyse(std::string_view text) {
   mText = {};
   mBuffer.clear();
   mLiterals.clear();
+  if (text.size() > MaxLength) return Kind::Uncacheable;
   // SQLite reads up to the first NUL byte.
   if (text.find('\0') != std::string_view::npos) return Kind::Uncacheable;
 

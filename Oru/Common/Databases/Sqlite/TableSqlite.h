@@ -34,6 +34,14 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     insertCursor.reset();
   }
 
+  /// The statements that were kept for another database are given up.
+  void AttatchToDatabase(Database& attachedDatabase) override {
+    updateCursor.reset();
+    lastIdCursor.reset();
+    insertCursor.reset();
+    ViewSqlite<T>::AttatchToDatabase(attachedDatabase);
+  }
+
   int64_t GetLastObjectId() override {
     DatabaseSqlite& db = this->AttachedDatabase();
     if (!lastIdCursor || !lastIdCursor->IsOpened()) {
@@ -90,14 +98,13 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
       insertCursor = std::make_unique<ObjectCursorSqlite<T, U>>(db, insertStatement);
       insertCursor->AttachToTable(*this);
     }
-    bool ret = this->BindToCursor(*insertCursor, obj);
-    if (ret) {
-      const std::lock_guard<std::mutex> lock(db.InsertMutex());
-      ret = Run(*insertCursor, obj);
-      if (ret && mAutoIncrementedId) this->SetObjectId(obj, db.LastInsertRowId());
-    }
-    insertCursor->Reset();
-    return ret;
+    const RewindAtEnd rewind(*insertCursor);
+    if (!this->BindToCursor(*insertCursor, obj)) return false;
+    const std::lock_guard<std::mutex> lock(db.InsertMutex());
+    return Succeeds([&] {
+      insertCursor->Save(obj);
+      if (mAutoIncrementedId) this->SetObjectId(obj, db.LastInsertRowId());
+    });
   }
 
   /// Updates the row of the object id. That there is none is no failure.
@@ -106,11 +113,10 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     if (!updateCursor || !updateCursor->IsOpened()) {
       updateCursor = std::make_unique<ObjectCursorSqlite<T, U>>(*this, updateStatement);
     }
-    bool ret = this->BindToCursor(*updateCursor, obj) &&
-               updateCursor->Bind(this->GetObjectIdColumnName(), this->GetObjectId(obj));
-    ret = ret && Run(*updateCursor, obj);
-    updateCursor->Reset();
-    return ret;
+    const RewindAtEnd rewind(*updateCursor);
+    return this->BindToCursor(*updateCursor, obj) &&
+           updateCursor->Bind(this->GetObjectIdColumnName(), this->GetObjectId(obj)) &&
+           Succeeds([&] { updateCursor->Save(obj); });
   }
 
   /// Whether the database assigns the key.
@@ -144,10 +150,23 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
   std::unique_ptr<ObjectCursorSqlite<T, U>> updateCursor;
 
  private:
-  // The cursor has logged why when it throws.
-  static bool Run(ObjectCursorSqlite<T, U>& cursor, U& obj) {
+  // Leaves a cursor ready for the next row, however the run of this one ends.
+  class RewindAtEnd {
+   public:
+    explicit RewindAtEnd(Cursor& cursor) : mCursor(cursor) {}
+    RewindAtEnd(const RewindAtEnd&) = delete;
+    RewindAtEnd& operator=(const RewindAtEnd&) = delete;
+    ~RewindAtEnd() { mCursor.Reset(); }
+
+   private:
+    Cursor& mCursor;
+  };
+
+  // A cursor that throws has logged why.
+  template <class Run>
+  static bool Succeeds(Run run) {
     try {
-      cursor.Save(obj);
+      run();
       return true;
     } catch (const std::exception&) {
       return false;
