@@ -43,6 +43,9 @@ class ORU_COMMON_DATABASE_EXPORT RawRead {
   virtual int32_t GetBytesArray(const std::string& name, uint8_t* bytes, int32_t length) const = 0;
   /// Forgets all columns.
   virtual void Reset() = 0;
+
+  /// A C string is text; without this form it would be taken for a bool.
+  void Set(const std::string& name, const char* value) { Set(name, std::string(value)); }
 };
 
 }  // namespace Oru::Common::Databases

@@ -14,7 +14,8 @@ namespace Oru::DataModel::MediaAssets {
 /// How the values of one stored enumeration are written and read as text. Every number of 32 bits has exactly
 /// one text that is written: its name, or the number in decimal when it has no name.
 ///
-/// Threads: immutable once built; may be used from several threads at once.
+/// Threads: a value belongs to one thread at a time; distinct values are independent. Const operations of one
+/// value may run in several threads at once.
 template <class E>
 class EnumerationText {
  public:
@@ -40,9 +41,10 @@ class EnumerationText {
  private:
   static bool TryParseNumber(const std::string& text, E& value) {
     int32_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc{} || stop != end) return false;
+    const std::errc error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
+    // Compared as texts: leading zeros and what may follow the digits are no part of a number that is
+    // written.
+    if (error != std::errc{} || std::to_string(number) != text) return false;
     value = static_cast<E>(number);
     return true;
   }

@@ -93,6 +93,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   bool Bind(int32_t number, double value);
   bool Bind(int32_t number, bool value);
   bool Bind(int32_t number, const std::string& value);
+  bool Bind(int32_t number, const char* value) { return Bind(number, std::string(value)); }
   bool Bind(int32_t number, const uint8_t* bytes, int32_t length);
   bool Bind(int32_t number);
 

@@ -200,6 +200,7 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
   bool isDone = false;
   if (RunKept(text, isDone)) return isDone;
   isDone = RunAll(text.c_str());
+  if (!isDone) mIsLastFailureBusy = (ErrorCode() & 0xFF) == SQLITE_BUSY;
   if (!isDone && !wasInTransaction && IsInTransaction()) RunPlain("ROLLBACK");
   return isDone;
 }

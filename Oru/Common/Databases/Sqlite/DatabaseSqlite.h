@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Database.h"
 #include "Oru/Common/Databases/Export.h"
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -82,6 +83,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   std::string ErrorText() const;
   /// SQLite's result code of that call.
   int ErrorCode() const;
+  /// Whether the last text that `ExecuteStatement` failed to run met a lock of another connection.
+  bool IsLastFailureBusy() const { return mIsLastFailureBusy; }
   /// The key that the last insert was given.
   int64_t LastInsertRowId() const;
   /// Held by whoever inserts, over the step of the insert and the read of the key that it was given.
@@ -134,6 +137,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   int64_t mChangesAtBegin = 0;
   uint64_t mReadingNumber = 0;
   bool mIsReading = false;
+  std::atomic<bool> mIsLastFailureBusy{false};
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
 };

@@ -109,6 +109,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
   bool Bind(int32_t number, double value) { return cursorSqlite.Bind(number, value); }
   bool Bind(int32_t number, bool value) { return cursorSqlite.Bind(number, value); }
   bool Bind(int32_t number, const std::string& value) { return cursorSqlite.Bind(number, value); }
+  bool Bind(int32_t number, const char* value) { return cursorSqlite.Bind(number, value); }
   bool Bind(int32_t number, const uint8_t* bytes, int32_t length) {
     return cursorSqlite.Bind(number, bytes, length);
   }

@@ -27,6 +27,7 @@ class ORU_COMMON_DATABASE_EXPORT RawReadSqlite : public RawRead {
   /// them.
   void InitFromToCursor(CursorSqlite& cursor);
 
+  using RawRead::Set;
   void Set(const std::string& name, int64_t value) override;
   void Set(const std::string& name, uint64_t value) override;
   void Set(const std::string& name, int32_t value) override;

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/Edits/DapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <cstdint>
+
+namespace Oru::BusinessEntityModel::Edits::Database {
+
+/// What `DapOperatorProfileTable` writes: the operator's profile of a sequence beside the sequence's key. The
+/// profile stays the caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileEncapsulated {
+  DapOperatorProfileEncapsulated(int64_t sequenceKey, DapOperatorMetadataProfile& ownedProfile)
+      : sequenceFk(sequenceKey), profile(ownedProfile) {}
+
+  int64_t sequenceFk;
+  DapOperatorMetadataProfile& profile;
+};
+
+}  // namespace Oru::BusinessEntityModel::Edits::Database

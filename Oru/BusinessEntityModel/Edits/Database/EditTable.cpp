@@ -1,0 +1,60 @@
+#include "Oru/BusinessEntityModel/Edits/Database/EditTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::Edit)
+
+namespace Oru::BusinessEntityModel::Edits::Database {
+
+using namespace Common::Databases;
+using BaseTypes::Identifier;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM Edit WHERE id = :id";
+
+}  // namespace
+
+const std::string EditTable::tableName = "Edit";
+const std::array<std::string, 7> EditTable::columnNames = {
+    "key", "id", "name", "creationDate", "creationOwner", "modificationDate", "modificationOwner"};
+
+EditTable::EditTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), metadataTable("MetadataEdit", db), sequenceTable(db) {
+  GenerateStatements();
+}
+
+EditTable::~EditTable() = default;
+
+bool EditTable::Save(Edit& edit, bool lazy) {
+  if (edit.ObjectId() == -1) edit.ObjectId(GetObjectIdFromIdentifier(edit.Id()));
+  return DeclaredTable::Save(edit, lazy) && metadataTable.Write(edit.Metadata(), edit.ObjectId());
+}
+
+void EditTable::ReadMetadata(Edit& edit) {
+  metadataTable.Read(edit.ObjectId(), edit.Metadata());
+}
+
+int64_t EditTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool EditTable::BindToCursor(Cursor& cursor, Edit& edit) {
+  return cursor.Bind(columnNames[1], edit.Id().Value()) && cursor.Bind(columnNames[2], edit.Name()) &&
+         cursor.Bind(columnNames[3], int64_t{edit.CreationDate()}) &&
+         cursor.Bind(columnNames[4], edit.CreationOwner().Value()) &&
+         cursor.Bind(columnNames[5], int64_t{edit.ModificationDate()}) &&
+         cursor.Bind(columnNames[6], edit.ModificationOwner().Value());
+}
+
+void EditTable::ReadFromCursor(const Cursor& cursor, Edit& object, bool) {
+  object.ObjectId(cursor.GetInt64(columnNames[0]));
+  object.Id(cursor.GetString(columnNames[1]));
+  object.Name(cursor.GetString(columnNames[2]));
+  object.CreationDate(cursor.GetInt64(columnNames[3]));
+  object.CreationOwner(cursor.GetString(columnNames[4]));
+  object.ModificationDate(cursor.GetInt64(columnNames[5]));
+  object.ModificationOwner(cursor.GetString(columnNames[6]));
+}
+
+}  // namespace Oru::BusinessEntityModel::Edits::Database

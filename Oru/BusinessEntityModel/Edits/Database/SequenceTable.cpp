@@ -1,0 +1,118 @@
+#include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+
+#include <memory>
+
+ORU_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::Sequence,
+                    Oru::BusinessEntityModel::Edits::Database::SequenceEncapsulated)
+
+namespace Oru::BusinessEntityModel::Edits::Database {
+
+using namespace Common::Databases;
+using BaseTypes::Identifier;
+using TimePoints::Duration;
+using TimePoints::TimePoint;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM Sequence WHERE id = :id";
+
+}  // namespace
+
+const std::string SequenceTable::tableName = "Sequence";
+const std::array<std::string, 12> SequenceTable::columnNames = {
+    "key",       "id",           "name",          "version",          "duration",          "fixedDuration",
+    "timepoint", "creationDate", "creationOwner", "modificationDate", "modificationOwner", "editRef"};
+
+SequenceTable::SequenceTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), metadataTable("MetadataSequence", db), dapOperatorProfileTable(db) {
+  GenerateStatements();
+}
+
+SequenceTable::~SequenceTable() = default;
+
+bool SequenceTable::Save(SequenceEncapsulated& obj, bool lazy) {
+  Sequence& sequence = obj.sequence;
+  if (sequence.ObjectId() == -1) sequence.ObjectId(GetObjectIdFromIdentifier(sequence.Id()));
+  return DeclaredTable::Save(obj, lazy) && metadataTable.Write(sequence.Metadata(), sequence.ObjectId()) &&
+         dapOperatorProfileTable.Write(sequence.Metadata(), sequence.ObjectId());
+}
+
+bool SequenceTable::Save(Sequence& sequence, bool lazy) {
+  SequenceEncapsulated row(sequence);
+  return Save(row, lazy);
+}
+
+bool SequenceTable::Delete(Sequence& sequence) {
+  SequenceEncapsulated row(sequence);
+  return Delete(row);
+}
+
+bool SequenceTable::Delete(const SequenceId& id) {
+  Sqlite::QuerySqlite query;
+  query.Equals(columnNames[1], id.Value());
+  return Delete(query);
+}
+
+bool SequenceTable::DeleteByServerId(DataModel::MediaAssets::ZuServerId serverId) {
+  const std::string text =
+      "DELETE FROM Sequence WHERE Sequence.key IN (SELECT DISTINCT DapOperatorMetadataSequence.refSequence "
+      "FROM "
+      "DapOperatorMetadataSequence WHERE DapOperatorMetadataSequence.zuServerId=" +
+      std::to_string(serverId.SerialNumber()) + ");";
+  return AttachedDatabase().ExecuteStatement(text);
+}
+
+void SequenceTable::ReadMetadata(Sequence& sequence) {
+  metadataTable.Read(sequence.ObjectId(), sequence.Metadata());
+}
+
+void SequenceTable::ReadDapOperatorProfileTable(Sequence& sequence) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(DapOperatorProfileTable::columnNames[0], sequence.ObjectId());
+  Sqlite::ObjectCursorSqlite<DapOperatorMetadataProfile, DapOperatorMetadataProfile> cursor;
+  dapOperatorProfileTable.OpenObjectCursor(cursor, query);
+  const auto name = DapOperatorMetadataProfile::StaticFullyQualifiedName();
+  if (sequence.Metadata().Contains(name)) {
+    cursor.Next(dynamic_cast<DapOperatorMetadataProfile&>(sequence.Metadata().At(name)));
+  } else if (const auto profile = std::make_shared<DapOperatorMetadataProfile>(); cursor.Next(*profile)) {
+    sequence.Metadata().Set(profile);
+  }
+}
+
+int64_t SequenceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool SequenceTable::BindToCursor(Cursor& cursor, SequenceEncapsulated& obj) {
+  const Sequence& sequence = obj.sequence;
+  return cursor.Bind(columnNames[1], sequence.Id().Value()) && cursor.Bind(columnNames[2], sequence.Name()) &&
+         cursor.Bind(columnNames[3], sequence.Version()) &&
+         cursor.Bind(columnNames[4], sequence.Duration().Duration().ToNanoseconds()) &&
+         cursor.Bind(columnNames[5], sequence.Duration().Fixed()) &&
+         cursor.Bind(columnNames[6], sequence.GetTimePoint().ToNanoseconds()) &&
+         cursor.Bind(columnNames[7], int64_t{sequence.CreationDate()}) &&
+         cursor.Bind(columnNames[8], sequence.CreationOwner().Value()) &&
+         cursor.Bind(columnNames[9], int64_t{sequence.ModificationDate()}) &&
+         cursor.Bind(columnNames[10], sequence.ModificationOwner().Value()) &&
+         (obj.editFk == -1 ? cursor.Bind(columnNames[11]) : cursor.Bind(columnNames[11], obj.editFk));
+}
+
+void SequenceTable::ReadFromCursor(const Cursor& cursor, Sequence& object, bool) {
+  object.ObjectId(cursor.GetInt64(columnNames[0]));
+  object.Id(cursor.GetString(columnNames[1]));
+  object.Name(cursor.GetString(columnNames[2]));
+  object.Version(cursor.GetInt32(columnNames[3]));
+  const bool isFixed = cursor.GetBoolean(columnNames[5]);
+  SequenceDuration duration;
+  if (isFixed) duration = SequenceDuration(Duration::FromNanoseconds(cursor.GetInt64(columnNames[4])));
+  object.Duration(duration);
+  object.SetTimePoint(TimePoint::FromNanoseconds(cursor.GetInt64(columnNames[6])));
+  object.CreationDate(cursor.GetInt64(columnNames[7]));
+  object.CreationOwner(cursor.GetString(columnNames[8]));
+  object.ModificationDate(cursor.GetInt64(columnNames[9]));
+  object.ModificationOwner(cursor.GetString(columnNames[10]));
+}
+
+}  // namespace Oru::BusinessEntityModel::Edits::Database

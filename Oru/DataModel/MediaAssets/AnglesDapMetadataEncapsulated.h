@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Export.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets {
+
+/// What the angle groups' operator table writes: the operator identity of a group beside the group's key.
+/// The profile stays the caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_EXPORT AnglesDapMetadataEncapsulated {
+  AnglesDapMetadataEncapsulated(int64_t groupKey, AnglesDapOperatorMetadataProfile& profile)
+      : fk(groupKey), metadata(profile) {}
+
+  int64_t fk;
+  AnglesDapOperatorMetadataProfile& metadata;
+};
+
+}  // namespace Oru::DataModel::MediaAssets

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Export.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets {
+
+/// What the operator metadata table writes: the operator's profile of a clip beside the key of its asset.
+/// The profile stays the caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_EXPORT DapMetadataEncapsulated {
+  DapMetadataEncapsulated(int64_t mediaAssetKey, DapOperatorMetadataProfile& profile)
+      : fk(mediaAssetKey), metadata(profile) {}
+
+  int64_t fk;
+  DapOperatorMetadataProfile& metadata;
+};
+
+}  // namespace Oru::DataModel::MediaAssets

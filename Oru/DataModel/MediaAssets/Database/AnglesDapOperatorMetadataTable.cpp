@@ -1,0 +1,48 @@
+#include "Oru/DataModel/MediaAssets/Database/AnglesDapOperatorMetadataTable.h"
+
+#include "Oru/DataModel/MediaAssets/Database/GridColumns.h"
+
+ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::AnglesDapOperatorMetadataProfile,
+                    Oru::DataModel::MediaAssets::AnglesDapMetadataEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::MetadataProfileDictionary;
+
+const std::string AnglesDapOperatorMetadataTable::tableName = "DapOperatorMetadataAngles";
+const std::array<std::string, 5> AnglesDapOperatorMetadataTable::columnNames = {
+    "refAngles", "zuServerId", "dapIdPage", "dapIdBank", "dapIdRow"};
+
+AnglesDapOperatorMetadataTable::AnglesDapOperatorMetadataTable(Sqlite::DatabaseSqlite& db)
+    : OwnerKeyTable(db) {
+  GenerateStatements();
+}
+
+AnglesDapOperatorMetadataTable::~AnglesDapOperatorMetadataTable() = default;
+
+bool AnglesDapOperatorMetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk) {
+  const auto profile = metadataDictionary.Get<AnglesDapOperatorMetadataProfile>();
+  if (!profile) return true;
+  AnglesDapMetadataEncapsulated row(fk, *profile);
+  return Save(row);
+}
+
+bool AnglesDapOperatorMetadataTable::BindToCursor(Cursor& cursor, AnglesDapMetadataEncapsulated& obj) {
+  const DapId place = obj.metadata.DapId();
+  return cursor.Bind(columnNames[0], obj.fk) &&
+         cursor.Bind(columnNames[1], obj.metadata.ServerId().SerialNumber()) &&
+         cursor.Bind(columnNames[2], place.Page()) && cursor.Bind(columnNames[3], place.Bank()) &&
+         cursor.Bind(columnNames[4], place.Clip());
+}
+
+void AnglesDapOperatorMetadataTable::ReadFromCursor(const Cursor& cursor,
+                                                    AnglesDapOperatorMetadataProfile& obj, bool) {
+  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+  ReadServer(cursor, columnNames[1], [&](const ZuServerId& server) { obj.ServerId(server); });
+  ReadGridPlace(cursor, columnNames[2], [&](int32_t place) { obj.Page(place); });
+  ReadGridPlace(cursor, columnNames[3], [&](int32_t place) { obj.Bank(place); });
+  ReadGridPlace(cursor, columnNames[4], [&](int32_t place) { obj.Clip(place); });
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

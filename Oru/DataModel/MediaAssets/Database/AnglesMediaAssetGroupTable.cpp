@@ -1,0 +1,81 @@
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+
+#include <memory>
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::AnglesMediaAssetGroup)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery =
+    "SELECT refMediaAssetGroup FROM AnglesMediaAssetGroup JOIN  MediaAssetGroup ON MediaAssetGroup.key == "
+    "AnglesMediaAssetGroup.refMediaAssetGroup WHERE MediaAssetGroup.Id = :id";
+
+}  // namespace
+
+const std::string AnglesMediaAssetGroupTable::tableName = "AnglesMediaAssetGroup";
+const std::array<std::string, 1> AnglesMediaAssetGroupTable::columnNames = {"refMediaAssetGroup"};
+const std::string AnglesMediaAssetGroupTable::fromClause =
+    "MediaAssetGroup JOIN AnglesMediaAssetGroup ON MediaAssetGroup.key == "
+    "AnglesMediaAssetGroup.refMediaAssetGroup";
+
+AnglesMediaAssetGroupTable::AnglesMediaAssetGroupTable(MediaAssetGroupTable& table)
+    : ExtensionTable(static_cast<Sqlite::DatabaseSqlite&>(table.GetDatabase()), table),
+      dapOperatorProfileTable(AttachedDatabase()),
+      mediaAssetGroupTable(table) {
+  GenerateStatements();
+}
+
+AnglesMediaAssetGroupTable::~AnglesMediaAssetGroupTable() = default;
+
+bool AnglesMediaAssetGroupTable::Save(AnglesMediaAssetGroup& obj, bool lazy) {
+  if (!mediaAssetGroupTable.Save(obj, lazy)) return false;
+  // Whether the group is a multi-angle one already doesn't follow from its object id: it may have been stored
+  // as a plain group.
+  const bool isStored = Exists(obj.ObjectId()) ? Update(obj, lazy) : Insert(obj, lazy);
+  return isStored && dapOperatorProfileTable.Write(obj.Metadata(), obj.ObjectId());
+}
+
+bool AnglesMediaAssetGroupTable::Delete(AnglesMediaAssetGroup& obj) {
+  return mediaAssetGroupTable.Delete(obj);
+}
+
+bool AnglesMediaAssetGroupTable::Delete(const Identifier& groupId) {
+  Sqlite::QuerySqlite query;
+  query.Equals(MediaAssetGroupTable::columnNames[1], groupId.Value());
+  return mediaAssetGroupTable.Delete(query);
+}
+
+void AnglesMediaAssetGroupTable::ReadDapOperatorProfileTable(AnglesMediaAssetGroup& obj) {
+  using Profile = AnglesDapOperatorMetadataProfile;
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(AnglesDapOperatorMetadataTable::columnNames[0], obj.ObjectId());
+  Sqlite::ObjectCursorSqlite<Profile, Profile> cursor;
+  dapOperatorProfileTable.OpenObjectCursor(cursor, query);
+  if (obj.Metadata().Contains(Profile::StaticFullyQualifiedName())) {
+    cursor.Next(dynamic_cast<Profile&>(obj.Metadata().At(Profile::StaticFullyQualifiedName())));
+  } else if (const auto profile = std::make_shared<Profile>(); cursor.Next(*profile)) {
+    obj.Metadata().Set(profile);
+  }
+}
+
+int64_t AnglesMediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool AnglesMediaAssetGroupTable::BindToCursor(Cursor& cursor, AnglesMediaAssetGroup& obj) {
+  return cursor.Bind(columnNames[0], obj.ObjectId());
+}
+
+void AnglesMediaAssetGroupTable::ReadFromCursor(const Cursor& cursor, AnglesMediaAssetGroup& obj, bool lazy) {
+  mediaAssetGroupTable.ReadFromCursor(cursor, obj, lazy);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
+#include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesDapOperatorMetadataTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// Multi-angle groups: groups that have a row here too, and with it an operator identity if they are given
+/// one. A cursor of this table sees no other groups.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
+    : public Common::Databases::Sqlite::ExtensionTable<AnglesMediaAssetGroupTable, AnglesMediaAssetGroup,
+                                                       AnglesMediaAssetGroup, MediaAssetGroup> {
+ public:
+  /// @param mediaAssetGroupTable  the table of all groups, which must outlive this one
+  explicit AnglesMediaAssetGroupTable(MediaAssetGroupTable& mediaAssetGroupTable);
+  ~AnglesMediaAssetGroupTable() override;
+
+  using ExtensionTable::Delete;
+  using ExtensionTable::ReadFromCursor;
+  using ExtensionTable::Save;
+
+  /// Stores a group with its items as `MediaAssetGroupTable` does, makes it a multi-angle group if it isn't
+  /// one, and stores its operator identity if it has one; an absent identity leaves the stored one alone.
+  bool Save(AnglesMediaAssetGroup& obj, bool lazy) override;
+  /// Delete a group whole. That there is none is no failure.
+  bool Delete(AnglesMediaAssetGroup& obj) override;
+  bool Delete(const BusinessEntityModel::BaseTypes::Identifier& groupId);
+
+  /// Adds the stored operator identity of a group that has its object id, or fills the one that it holds.
+  /// @throws std::bad_cast when the group holds another class of profile under that name
+  void ReadDapOperatorProfileTable(AnglesMediaAssetGroup& obj);
+
+  /// The key of the multi-angle group with that identifier, -1 when there is none.
+  int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
+
+  AnglesDapOperatorMetadataTable& GetDapOperatorProfileTable() { return dapOperatorProfileTable; }
+
+  bool BindToCursor(Common::Databases::Cursor& cursor, AnglesMediaAssetGroup& obj) override;
+  void ReadFromCursor(const Common::Databases::Cursor& cursor, AnglesMediaAssetGroup& obj,
+                      bool lazy) override;
+  /// Does nothing: the key is that of the group's row.
+  void SetObjectId(AnglesMediaAssetGroup&, int64_t) override {}
+  int64_t GetObjectId(AnglesMediaAssetGroup& obj) const override { return obj.ObjectId(); }
+
+  static const std::string tableName;
+  static const std::array<std::string, 1> columnNames;
+  static const std::string fromClause;
+
+ private:
+  AnglesDapOperatorMetadataTable dapOperatorProfileTable;
+  MediaAssetGroupTable& mediaAssetGroupTable;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
+
+ORU_ENTITY_TABLE_TEMPLATES(extern, Oru::DataModel::MediaAssets::AnglesMediaAssetGroup)

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Annotation.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// What `AnnotationTable` writes: an annotation beside the key of its asset. The annotation stays the
+/// caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_DATABASE_EXPORT AnnotationEncapsulated {
+  AnnotationEncapsulated(int64_t mediaAssetKey, Annotation& ownedAnnotation)
+      : fk(mediaAssetKey), annotation(ownedAnnotation) {}
+
+  int64_t fk;
+  Annotation& annotation;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

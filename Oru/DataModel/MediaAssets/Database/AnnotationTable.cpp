@@ -1,0 +1,60 @@
+#include "Oru/DataModel/MediaAssets/Database/AnnotationTable.h"
+
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
+
+ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Annotation,
+                    Oru::DataModel::MediaAssets::Database::AnnotationEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+
+const std::string AnnotationTable::tableName = "Annotation";
+const std::array<std::string, 8> AnnotationTable::columnNames = {
+    "key",        "refMediaAsset",    "annotationType", "data",
+    "inBoundary", "inBoundaryMoving", "outBoundary",    "outBoundaryMoving"};
+
+AnnotationTable::AnnotationTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+  GenerateStatements();
+  metadataTable = std::make_unique<MetadataTable>("MetadataAnnotation", db);
+}
+
+AnnotationTable::~AnnotationTable() = default;
+
+bool AnnotationTable::Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk) {
+  return DeleteOnKey(fk) &&
+         Sqlite::WriteEach(annotations, [&](const std::shared_ptr<Annotation>& annotation) {
+           AnnotationEncapsulated row(fk, *annotation);
+           // Its row is gone, so whatever key the object held names none.
+           SetObjectId(row, -1);
+           return Save(row);
+         });
+}
+
+bool AnnotationTable::DeleteOnKey(int64_t key) {
+  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[1], key);
+}
+
+bool AnnotationTable::Save(AnnotationEncapsulated& obj, bool lazy) {
+  return DeclaredTable::Save(obj, lazy) && metadataTable->Write(obj.annotation.Metadata(), GetObjectId(obj));
+}
+
+bool AnnotationTable::BindToCursor(Cursor& cursor, AnnotationEncapsulated& obj) {
+  const Annotation& annotation = obj.annotation;
+  return cursor.Bind(columnNames[1], obj.fk) &&
+         cursor.Bind(columnNames[2], static_cast<int32_t>(annotation.Type())) &&
+         cursor.Bind(columnNames[3], annotation.Data()) &&
+         BindBoundary(cursor, columnNames[4], columnNames[5], annotation.TimeBounds().InBoundary()) &&
+         BindBoundary(cursor, columnNames[6], columnNames[7], annotation.TimeBounds().OutBoundary());
+}
+
+void AnnotationTable::ReadFromCursor(const Cursor& cursor, Annotation& obj, bool) {
+  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+  obj.Type(static_cast<AnnotationType>(cursor.GetInt32(columnNames[2])));
+  obj.Data(cursor.GetString(columnNames[3]));
+  obj.TimeBounds(TimePoints::TimeBounds(ReadBoundary(cursor, columnNames[4], columnNames[5]),
+                                        ReadBoundary(cursor, columnNames[6], columnNames[7])));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,45 @@
+#include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
+
+#include "Oru/DataModel/MediaAssets/AudioEssence.h"
+#include "Oru/DataModel/MediaAssets/Database/RateColumns.h"
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using BusinessEntityModel::BaseTypes::PersistentObject;
+using Common::Databases::Cursor;
+
+const std::string AudioEssenceTable::tableName = "AudioEssence";
+const std::array<std::string, 8> AudioEssenceTable::columnNames = {
+    "refEssence",    "audioCodec",    "bitRate",  "bitRateMode",
+    "sampleRateNum", "sampleRateDen", "bitDepth", "fourCC"};
+const std::string AudioEssenceTable::fromClause =
+    "Essence JOIN AudioEssence ON Essence.key == AudioEssence.refEssence";
+
+AudioEssenceTable::AudioEssenceTable(EssenceTable& table) : EssenceKindTable(table) {
+  GenerateStatements();
+}
+
+AudioEssenceTable::~AudioEssenceTable() = default;
+
+bool AudioEssenceTable::BindToCursor(Cursor& cursor, EssenceEncapsulated& obj) {
+  const auto& audio = static_cast<const AudioEssence&>(obj.essence);
+  return EssenceKindTable::BindToCursor(cursor, obj) &&
+         cursor.Bind(columnNames[1], static_cast<int32_t>(audio.AudioCodec())) &&
+         cursor.Bind(columnNames[2], audio.BitRate()) &&
+         cursor.Bind(columnNames[3], static_cast<int32_t>(audio.BitRateMode())) &&
+         BindRate(cursor, columnNames[4], columnNames[5], audio.SampleRate()) &&
+         cursor.Bind(columnNames[6], audio.BitDepth()) && cursor.Bind(columnNames[7], audio.FourCC());
+}
+
+void AudioEssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool lazy) {
+  EssenceKindTable::ReadFromCursor(cursor, obj, lazy);
+  auto& audio = static_cast<AudioEssence&>(obj);
+  audio.AudioCodec(static_cast<AudioCodingFormat>(cursor.GetInt32(columnNames[1])));
+  audio.BitRate(cursor.GetInt32(columnNames[2]));
+  audio.BitRateMode(static_cast<BitRateMode>(cursor.GetInt32(columnNames[3])));
+  audio.SampleRate(ReadRate(cursor, columnNames[4], columnNames[5]));
+  audio.BitDepth(cursor.GetInt32(columnNames[6]));
+  audio.FourCC(cursor.GetString(columnNames[7]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/EssenceKindTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <array>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// The audio part of essences. Columns are addressed by name; their order here isn't that of the stored
+/// table.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<AudioEssenceTable> {
+ public:
+  /// @param essenceTable  the table of all kinds, which must outlive this one
+  explicit AudioEssenceTable(EssenceTable& essenceTable);
+  ~AudioEssenceTable() override;
+
+  using EssenceKindTable::ReadFromCursor;
+
+  bool BindToCursor(Common::Databases::Cursor& cursor, EssenceEncapsulated& obj) override;
+  void ReadFromCursor(const Common::Databases::Cursor& cursor,
+                      BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
+
+  static const std::string tableName;
+  static const std::array<std::string, 8> columnNames;
+  static const std::string fromClause;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,45 @@
+#include "Oru/DataModel/MediaAssets/Database/DapOperatorKeywordsTable.h"
+
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::KeywordEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Utf8String;
+
+const std::string DapOperatorKeywordsTable::tableName = "DapOperatorKeywords";
+const std::array<std::string, 3> DapOperatorKeywordsTable::columnNames = {"refDapOperatorMetadata", "nr",
+                                                                          "keyword"};
+
+DapOperatorKeywordsTable::DapOperatorKeywordsTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
+  GenerateStatementsWithoutUpdate();
+}
+
+DapOperatorKeywordsTable::~DapOperatorKeywordsTable() = default;
+
+bool DapOperatorKeywordsTable::Write(std::vector<Utf8String>& keywords, int64_t fk) {
+  int32_t place = 0;
+  return Sqlite::WriteEach(keywords, [&](const Utf8String& keyword) {
+    KeywordEncapsulated row(fk, place++, keyword);
+    return Save(row);
+  });
+}
+
+bool DapOperatorKeywordsTable::DeleteOnKey(int64_t fk) {
+  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[0], fk);
+}
+
+bool DapOperatorKeywordsTable::BindToCursor(Cursor& cursor, KeywordEncapsulated& obj) {
+  return cursor.Bind(columnNames[0], obj.fk) && cursor.Bind(columnNames[1], obj.nr) &&
+         cursor.Bind(columnNames[2], obj.value);
+}
+
+void DapOperatorKeywordsTable::ReadFromCursor(const Cursor& cursor, KeywordEncapsulated& obj, bool) {
+  obj.fk = cursor.GetInt64(columnNames[0]);
+  obj.nr = cursor.GetInt32(columnNames[1]);
+  obj.value = cursor.GetString(columnNames[2]);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

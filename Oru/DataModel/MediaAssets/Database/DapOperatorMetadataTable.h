@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/BaseTypes/MetadataProfileDictionary.h"
+#include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
+#include "Oru/DataModel/MediaAssets/DapMetadataEncapsulated.h"
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Database/DapOperatorKeywordsTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// The operator's view of clips: one row at most per asset, under the asset's key, with the keywords beside
+/// it.
+///
+/// Time codes are stored as their count of samples since 1900. Those at 50/1 and 60/1 come back as they were,
+/// but always with a date; those at other rates keep their count and come back at 1/1.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
+    : public Common::Databases::Sqlite::OwnerKeyTable<DapOperatorMetadataTable, DapOperatorMetadataProfile,
+                                                      DapMetadataEncapsulated> {
+ public:
+  explicit DapOperatorMetadataTable(Common::Databases::Sqlite::DatabaseSqlite& database);
+  ~DapOperatorMetadataTable() override;
+
+  using OwnerKeyTable::ReadFromCursor;
+  using OwnerKeyTable::Save;
+
+  /// Stores the operator's profile of a dictionary for an asset, with its keywords in place of the stored
+  /// ones. Without such a profile nothing is written and what is stored stays.
+  bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
+  /// Stores a profile, whose object id becomes the asset's key, and adds its keywords.
+  bool Save(DapMetadataEncapsulated& obj, bool lazy) override;
+
+  DapOperatorKeywordsTable& GetDapOperatorKeywordsTable() { return *dapOperatorKeywordsTable; }
+
+  bool BindToCursor(Common::Databases::Cursor& cursor, DapMetadataEncapsulated& obj) override;
+  /// Reads the row, without keywords. A server number, page, bank, row or camera outside its range is passed
+  /// over: the profile keeps what it holds.
+  /// @throws std::out_of_range for a negative count of a time code
+  void ReadFromCursor(const Common::Databases::Cursor& cursor, DapOperatorMetadataProfile& object,
+                      bool lazy) override;
+  void SetObjectId(DapMetadataEncapsulated& obj, int64_t objectId) override {
+    obj.metadata.ObjectId(objectId);
+  }
+  int64_t GetObjectId(DapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
+
+  static const std::string tableName;
+  static const std::array<std::string, 22> columnNames;
+
+ private:
+  std::unique_ptr<DapOperatorKeywordsTable> dapOperatorKeywordsTable;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
+
+ORU_TABLE_TEMPLATES(extern, Oru::DataModel::MediaAssets::DapOperatorMetadataProfile,
+                    Oru::DataModel::MediaAssets::DapMetadataEncapsulated)

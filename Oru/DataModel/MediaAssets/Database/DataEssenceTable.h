@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/EssenceKindTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <array>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// Marks essences as data; they have nothing beyond what all kinds have.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT DataEssenceTable : public EssenceKindTable<DataEssenceTable> {
+ public:
+  /// @param essenceTable  the table of all kinds, which must outlive this one
+  explicit DataEssenceTable(EssenceTable& essenceTable);
+  ~DataEssenceTable() override;
+
+  using EssenceKindTable::ReadFromCursor;
+
+  static const std::string tableName;
+  static const std::array<std::string, 1> columnNames;
+  static const std::string fromClause;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/Edits/Database/EditTable.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+class AnglesMediaAssetGroupItemTable;
+class AnglesMediaAssetGroupTable;
+
+/// A media-asset database in one SQLite file, and the way to all its tables.
+///
+///     DataModelDatabase database("clips.db", nullptr);
+///     database.Open();
+///     MediaAsset clip(MediaAssetId("clip-1"));
+///     clip.Name("Opening");
+///     database.GetMediaAssetTable().Save(clip);
+///
+/// The connection text is told at `DatabaseSqlite`. Tables may be asked for before `Open`, and they work
+/// while the database is open. They belong to the database.
+///
+/// Threads: opening, closing and destroying a database belong to one thread, while no other uses it; all else
+/// may be called from several threads at once, and each table object serves one caller at a time.
+class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases::Sqlite::DatabaseSqlite {
+ public:
+  /// Opens nothing yet.
+  /// @param connection  a path or a `file:` URI
+  /// @param log         where failures are written, a line each; null for nowhere. Entries may show stored
+  /// values
+  DataModelDatabase(const std::string& connection, const std::shared_ptr<std::ostream>& log);
+  /// The same without a connection text, which `Open` refuses.
+  explicit DataModelDatabase(const std::shared_ptr<std::ostream>& log);
+  /// Closes the database; cursors that are still open are closed first.
+  ~DataModelDatabase() override;
+
+  /// Opens the file, new or existing, and gives it the tables that it lacks. Nothing that is stored changes.
+  /// @throws as `DatabaseSqlite::Open` and `Create`; the database is closed then
+  void Open() override;
+  /// Runs the scripts that make the tables, on an open database. `Open` does so by itself.
+  /// @throws NotSupportedException, with SQLite's text, when the properties table can't be made. A later
+  /// script that
+  ///         fails leaves a log entry: a file that can only be read, say, can be read even so
+  void Create();
+  /// For what a derived class has to prepare; does nothing here.
+  void Init();
+
+  Common::Databases::Sqlite::PropertiesTableSqlite& GetProperties() { return properties; }
+
+  MediaAssetTable& GetMediaAssetTable() { return mediaAssetTable; }
+  MediaResourceTable& GetMediaResourceTable() { return mediaAssetTable.GetMediaResourceTable(); }
+  RelationMediasTable& GetRelationMediaAssetMediaResource() {
+    return mediaAssetTable.GetRelationMediasTable();
+  }
+  StreamTable& GetStreamTable() { return mediaAssetTable.GetStreamTable(); }
+  EssenceTable& GetEssenceTable() { return mediaAssetTable.GetEssenceTable(); }
+  AudioEssenceTable& GetAudioEssenceTable() { return mediaAssetTable.GetAudioEssenceTable(); }
+  DataEssenceTable& GetDataEssenceTable() { return mediaAssetTable.GetDataEssenceTable(); }
+  VideoEssenceTable& GetVideoEssenceTable() { return mediaAssetTable.GetVideoEssenceTable(); }
+  TrackTable& GetTrackTable() { return mediaAssetTable.GetTrackTable(); }
+  RelationAssetTrackTable& GetRelationAssetTrackTable() {
+    return mediaAssetTable.GetRelationAssetTrackTable();
+  }
+  MediaAssetGroupTable& GetMediaAssetGroupTable() { return mediaAssetGroupTable; }
+  AnglesMediaAssetGroupTable& GetAnglesMediaAssetGroupTable() {
+    return mediaAssetGroupTable.GetAnglesMediaAssetGroupTable();
+  }
+  MediaAssetGroupItemTable& GetMediaAssetGroupItemTable() {
+    return mediaAssetGroupTable.GetMediaAssetGroupItemTable();
+  }
+  AnglesMediaAssetGroupItemTable& GetAnglesMediaAssetGroupItemTable() {
+    return GetMediaAssetGroupItemTable().GetAnglesMediaAssetGroupItemTable();
+  }
+  BusinessEntityModel::Edits::Database::EditTable& GetEditTable() { return editTable; }
+  BusinessEntityModel::Edits::Database::SequenceTable& GetSequenceTable() {
+    return editTable.GetSequenceTable();
+  }
+
+ private:
+  static const std::string createStatements;
+  static const std::string indexStatements;
+  static const std::string populateStatements;
+  static const std::string viewStatements;
+  static const std::string lookupIndexStatements;
+
+  void RunScript(const std::string& script);
+
+  MediaAssetTable mediaAssetTable;
+  MediaAssetGroupTable mediaAssetGroupTable;
+  BusinessEntityModel::Edits::Database::EditTable editTable;
+  Common::Databases::Sqlite::PropertiesTableSqlite properties;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

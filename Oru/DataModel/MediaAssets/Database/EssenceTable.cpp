@@ -1,0 +1,89 @@
+#include "Oru/DataModel/MediaAssets/Database/EssenceTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
+
+ORU_TABLE_TEMPLATES(, Oru::BusinessEntityModel::BaseTypes::PersistentObject,
+                    Oru::DataModel::MediaAssets::Database::EssenceEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::PersistentObject;
+
+namespace {
+
+std::size_t Index(Essence::Type type) {
+  return static_cast<std::size_t>(type);
+}
+
+}  // namespace
+
+const std::string EssenceTable::tableName = "Essence";
+const std::array<std::string, 4> EssenceTable::columnNames = {"key", "refStream", "nr", "channelCount"};
+
+EssenceTable::EssenceTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+  GenerateStatements();
+  table[Index(Essence::Type::Audio)] = std::make_unique<AudioEssenceTable>(*this);
+  table[Index(Essence::Type::Data)] = std::make_unique<DataEssenceTable>(*this);
+  table[Index(Essence::Type::Video)] = std::make_unique<VideoEssenceTable>(*this);
+  metadataTable = std::make_unique<MetadataTable>("MetadataEssence", db);
+}
+
+EssenceTable::~EssenceTable() = default;
+
+bool EssenceTable::Write(const EssenceArray& essences, int64_t fk) {
+  return Sqlite::WriteEach(essences, [&](const std::unique_ptr<Essence>& essence) {
+    EssenceEncapsulated row(fk, *essence);
+    return table[Index(essence->GetType())]->Save(row);
+  });
+}
+
+bool EssenceTable::Save(EssenceEncapsulated& obj, bool lazy) {
+  if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
+  return DeclaredTable::Save(obj, lazy) && metadataTable->Write(*obj.essence.Metadata(), GetObjectId(obj));
+}
+
+void EssenceTable::ReadMetadata(Essence& essence) {
+  metadataTable->Read(essence.ObjectId(), *essence.Metadata());
+}
+
+int64_t EssenceTable::GetObjectIdFromEssenceNr(int64_t streamRef, int32_t number) {
+  std::string text("SELECT key FROM ");
+  text.append(tableName)
+      .append(" WHERE ")
+      .append(columnNames[1])
+      .append(" = ")
+      .append(std::to_string(streamRef));
+  text.append(" AND ").append(columnNames[2]).append(" = ").append(std::to_string(number));
+  return Sqlite::FindKey(AttachedDatabase(), text);
+}
+
+AudioEssenceTable& EssenceTable::GetAudioEssenceTable() {
+  return dynamic_cast<AudioEssenceTable&>(*table[Index(Essence::Type::Audio)]);
+}
+
+DataEssenceTable& EssenceTable::GetDataEssenceTable() {
+  return dynamic_cast<DataEssenceTable&>(*table[Index(Essence::Type::Data)]);
+}
+
+VideoEssenceTable& EssenceTable::GetVideoEssenceTable() {
+  return dynamic_cast<VideoEssenceTable&>(*table[Index(Essence::Type::Video)]);
+}
+
+bool EssenceTable::BindToCursor(Cursor& cursor, EssenceEncapsulated& obj) {
+  return cursor.Bind(columnNames[1], obj.fk) && cursor.Bind(columnNames[2], obj.essence.Nr()) &&
+         cursor.Bind(columnNames[3], obj.essence.ChannelCount());
+}
+
+void EssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool) {
+  auto& essence = static_cast<Essence&>(obj);
+  essence.ObjectId(cursor.GetInt64(columnNames[0]));
+  essence.Nr(cursor.GetInt32(columnNames[2]));
+  essence.ChannelCount(cursor.GetInt32(columnNames[3]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

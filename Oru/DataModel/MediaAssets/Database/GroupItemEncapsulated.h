@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/MediaAssetGroupItem.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// What the group item tables write: an item beside the keys of its group and its asset and its place in
+/// the group. The item stays the caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_DATABASE_EXPORT GroupItemEncapsulated {
+  GroupItemEncapsulated(int64_t groupKey, int64_t assetKey, MediaAssetGroupItem& item)
+      : GroupItemEncapsulated(groupKey, assetKey, item, 0) {}
+  GroupItemEncapsulated(int64_t groupKey, int64_t assetKey, MediaAssetGroupItem& item, int32_t place)
+      : fkMediaAssetGroup(groupKey), fkMediaAsset(assetKey), index(place), groupItem(item) {}
+
+  int64_t fkMediaAssetGroup;
+  int64_t fkMediaAsset;
+  /// From 0.
+  int32_t index;
+  MediaAssetGroupItem& groupItem;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,68 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
+
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
+
+ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaAssetGroupItem,
+                    Oru::DataModel::MediaAssets::Database::GroupItemEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
+
+const std::string MediaAssetGroupItemTable::tableName = "MediaAssetGroupItem";
+const std::array<std::string, 3> MediaAssetGroupItemTable::columnNames = {"key", "refMediaAssetGroup",
+                                                                          "refMediaAsset"};
+
+MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
+    : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(assets.GetDatabase())), mediaAssetTable(assets) {
+  GenerateStatements();
+  anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
+}
+
+MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
+
+bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int64_t fkMediaAssetGroup) {
+  int32_t place = 0;
+  return Sqlite::WriteEach(items, [&](const std::shared_ptr<MediaAssetGroupItem>& item) {
+    const int64_t assetKey = mediaAssetTable.GetObjectIdFromIdentifier(item->MediaAsset().Id());
+    if (assetKey == -1) return false;
+    // The group's rows are gone, so whatever key the object held names none.
+    item->ObjectId(-1);
+    GroupItemEncapsulated row(fkMediaAssetGroup, assetKey, *item, place++);
+    return anglesMediaAssetGroupItemTable->Save(row);
+  });
+}
+
+void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem) {
+  const std::string text =
+      "SELECT id FROM MediaAsset WHERE key IN (SELECT refMediaAsset FROM MediaAssetGroupItem WHERE key == " +
+      std::to_string(groupItem.ObjectId()) + ");";
+  Sqlite::CursorSqlite cursor(AttachedDatabase(), text);
+  const Identifier id(cursor.Step() ? cursor.GetString(0) : std::string());
+  groupItem.MediaAsset(MediaAssetReference(id));
+}
+
+void MediaAssetGroupItemTable::ReadMediaAsset(MediaAssetGroupItem& groupItem) {
+  const Sqlite::QuerySqlite inner = Sqlite::OwnedBy(columnNames[0], groupItem.ObjectId());
+  Sqlite::QuerySqlite outer;
+  outer.In("key", tableName, columnNames[2], inner);
+  Sqlite::ObjectCursorSqlite<MediaAsset, MediaAsset> cursor;
+  mediaAssetTable.OpenObjectCursor(cursor, outer);
+  auto asset = std::make_shared<MediaAsset>(Identifier::Empty());
+  cursor.Next(*asset);
+  groupItem.MediaAsset(MediaAssetReference(std::move(asset)));
+}
+
+bool MediaAssetGroupItemTable::BindToCursor(Cursor& cursor, GroupItemEncapsulated& obj) {
+  return cursor.Bind(columnNames[1], obj.fkMediaAssetGroup) && cursor.Bind(columnNames[2], obj.fkMediaAsset);
+}
+
+void MediaAssetGroupItemTable::ReadFromCursor(const Cursor& cursor, MediaAssetGroupItem& obj, bool) {
+  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,80 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
+
+#include <utility>
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaAssetGroup)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM MediaAssetGroup WHERE id = :id";
+
+}  // namespace
+
+const std::string MediaAssetGroupTable::tableName = "MediaAssetGroup";
+const std::array<std::string, 4> MediaAssetGroupTable::columnNames = {"key", "id", "type", "name"};
+
+MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
+    : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(mediaAssetTable.GetDatabase())) {
+  GenerateStatements();
+  anglesMediaAssetGroupTable = std::make_unique<AnglesMediaAssetGroupTable>(*this);
+  mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);
+}
+
+MediaAssetGroupTable::~MediaAssetGroupTable() = default;
+
+bool MediaAssetGroupTable::Save(MediaAssetGroup& obj, bool lazy) {
+  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+  if (!DeclaredTable::Save(obj, lazy)) return false;
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1], obj.ObjectId());
+  const bool isDeleted = mediaAssetGroupItemTable->Delete(query);
+  // Written even so: rows that were left are refused one by one.
+  const bool isWritten = mediaAssetGroupItemTable->Write(obj.Items(), obj.ObjectId());
+  return isDeleted && isWritten;
+}
+
+void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, bool lazy) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1], obj.ObjectId());
+  query.OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
+  Sqlite::ReadEachNew(
+      mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable(), query,
+      [] { return std::make_shared<AnglesMediaAssetGroupItem>(); },
+      [&](std::shared_ptr<AnglesMediaAssetGroupItem> item) {
+        if (lazy) {
+          mediaAssetGroupItemTable->ReadMediaAssetLazy(*item);
+        } else {
+          mediaAssetGroupItemTable->ReadMediaAsset(*item);
+        }
+        obj.Items().push_back(std::move(item));
+      });
+}
+
+int64_t MediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool MediaAssetGroupTable::BindToCursor(Cursor& cursor, MediaAssetGroup& obj) {
+  return cursor.Bind(columnNames[1], obj.Id().Value()) && cursor.Bind(columnNames[2], obj.Type()) &&
+         cursor.Bind(columnNames[3], obj.Name());
+}
+
+void MediaAssetGroupTable::ReadFromCursor(const Cursor& cursor, MediaAssetGroup& obj, bool) {
+  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+  obj.Id(cursor.GetString(columnNames[1]));
+  obj.Type(cursor.GetString(columnNames[2]));
+  obj.Name(cursor.GetString(columnNames[3]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

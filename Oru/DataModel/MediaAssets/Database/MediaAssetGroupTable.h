@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
+#include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
+#include "Oru/DataModel/MediaAssets/MediaAssetGroup.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+class AnglesMediaAssetGroupTable;
+class MediaAssetTable;
+
+/// Groups of assets, with their items. What makes a group a multi-angle group is a row in
+/// `AnglesMediaAssetGroupTable`; its type text plays no part.
+///
+/// Deletion is by row: items, angle rows and operator identity go by cascade.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
+    : public Common::Databases::Sqlite::DeclaredTable<MediaAssetGroupTable, MediaAssetGroup,
+                                                      MediaAssetGroup> {
+ public:
+  /// @param mediaAssetTable  finds the assets of items; must outlive this table
+  explicit MediaAssetGroupTable(MediaAssetTable& mediaAssetTable);
+  ~MediaAssetGroupTable() override;
+
+  using DeclaredTable::ReadFromCursor;
+  using DeclaredTable::Save;
+
+  /// Stores a group and replaces its items, which get new object ids. An object id of -1 is looked up by the
+  /// identifier. The metadata aren't stored here.
+  /// @return false when a row is refused, with a log entry, or an item's asset isn't stored; the group's row
+  /// and the
+  ///         items ahead of that one are written then
+  bool Save(MediaAssetGroup& obj, bool lazy) override;
+
+  /// Appends the items of a group that has its object id, as `AnglesMediaAssetGroupItem`, in the order of the
+  /// last save.
+  /// @param lazy  whether items get only the identifier of their asset; otherwise also the asset with its own
+  /// columns
+  void ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, bool lazy);
+
+  /// The key of the group with that identifier, -1 when there is none.
+  int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
+
+  AnglesMediaAssetGroupTable& GetAnglesMediaAssetGroupTable() { return *anglesMediaAssetGroupTable; }
+  MediaAssetGroupItemTable& GetMediaAssetGroupItemTable() { return *mediaAssetGroupItemTable; }
+
+  bool BindToCursor(Common::Databases::Cursor& cursor, MediaAssetGroup& obj) override;
+  void ReadFromCursor(const Common::Databases::Cursor& cursor, MediaAssetGroup& obj, bool lazy) override;
+  void SetObjectId(MediaAssetGroup& obj, int64_t objectId) override { obj.ObjectId(objectId); }
+  int64_t GetObjectId(MediaAssetGroup& obj) const override { return obj.ObjectId(); }
+
+  static const std::string tableName;
+  static const std::array<std::string, 4> columnNames;
+
+ private:
+  std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;
+  std::unique_ptr<MediaAssetGroupItemTable> mediaAssetGroupItemTable;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
+
+ORU_ENTITY_TABLE_TEMPLATES(extern, Oru::DataModel::MediaAssets::MediaAssetGroup)

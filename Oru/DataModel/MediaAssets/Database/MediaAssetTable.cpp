@@ -1,0 +1,332 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
+
+#include <typeinfo>
+#include <utility>
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaAsset)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using namespace BusinessEntityModel::BaseTypes;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM MediaAsset WHERE id = :id";
+
+const std::string fromClause = "MediaAsset JOIN MediaAssetFts ON  MediaAsset.key = MediaAssetFts.rowid";
+
+const std::array<std::string, 15> selectColumnNames = {"MediaAsset.key",
+                                                       "MediaAsset.id",
+                                                       "MediaAsset.assetType",
+                                                       "MediaAsset.ancestor",
+                                                       "MediaAsset.parent",
+                                                       "MediaAsset.name",
+                                                       "MediaAsset.description",
+                                                       "MediaAsset.inBoundary",
+                                                       "MediaAsset.inBoundaryMoving",
+                                                       "MediaAsset.outBoundary",
+                                                       "MediaAsset.outBoundaryMoving",
+                                                       "MediaAsset.modificationDate",
+                                                       "MediaAsset.creationDate",
+                                                       "highlight(MediaAssetFts, 0, '<b>', '</b>')",
+                                                       "highlight(MediaAssetFts, 1, '<b>', '</b>')"};
+
+const std::array<std::string, 15> selectColumnAliases = {"key",
+                                                         "id",
+                                                         "assetType",
+                                                         "ancestor",
+                                                         "parent",
+                                                         "name",
+                                                         "description",
+                                                         "inBoundary",
+                                                         "inBoundaryMoving",
+                                                         "outBoundary",
+                                                         "outBoundaryMoving",
+                                                         "modificationDate",
+                                                         "creationDate",
+                                                         "nameFts",
+                                                         "descriptionFts"};
+
+const std::string lazyMediaResourceQuery =
+    "SELECT id FROM MediaResource WHERE key IN(SELECT refMediaResource FROM RelationMediaAssetMediaResource "
+    "WHERE refMediaAsset = ";
+
+// Rows of `target` that a link table ties to an asset.
+Sqlite::QuerySqlite LinkedTo(const MediaAsset& mediaAsset, const std::string& linkTable,
+                             const std::string& linkColumn) {
+  const Sqlite::QuerySqlite links = Sqlite::OwnedBy("refMediaAsset", mediaAsset.ObjectId());
+  Sqlite::QuerySqlite query;
+  query.In("key", linkTable, linkColumn, links);
+  return query;
+}
+
+// Deletes the rows that no row of `usingTable` refers to.
+template <class T, class U>
+bool DeleteUnused(Table<T, U>& table, const std::string& usingTable, const std::string& usingColumn) {
+  Sqlite::QuerySqlite used;
+  used.In("key", usingTable, usingColumn);
+  Sqlite::QuerySqlite unused;
+  unused.Not(used);
+  return table.Delete(unused);
+}
+
+}  // namespace
+
+const std::string MediaAssetTable::tableName = "MediaAsset";
+const std::array<std::string, 13> MediaAssetTable::columnNames = {"key",
+                                                                  "id",
+                                                                  "assetType",
+                                                                  "ancestor",
+                                                                  "parent",
+                                                                  "name",
+                                                                  "description",
+                                                                  "inBoundary",
+                                                                  "inBoundaryMoving",
+                                                                  "outBoundary",
+                                                                  "outBoundaryMoving",
+                                                                  "modificationDate",
+                                                                  "creationDate"};
+
+MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+  GenerateStatements();
+  mediaResouceTable = std::make_unique<MediaResourceTable>(db);
+  relationMediasTable = std::make_unique<RelationMediasTable>(db);
+  dapOperatorMetadataTable = std::make_unique<DapOperatorMetadataTable>(db);
+  metadataTable = std::make_unique<MetadataTable>("MetadataMediaAsset", db);
+  timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaAsset", db);
+  trackTable = std::make_unique<TrackTable>(db);
+  relationAssetTrackTable = std::make_unique<RelationAssetTrackTable>(db);
+  annotationTable = std::make_unique<AnnotationTable>(db);
+  // Last: it is given this table, which must be whole by then.
+  mediaAssetGroupTable = std::make_unique<MediaAssetGroupTable>(*this);
+}
+
+MediaAssetTable::~MediaAssetTable() = default;
+
+const std::string& MediaAssetTable::GetSelectColumnName(int32_t index) const {
+  return selectColumnNames[static_cast<std::size_t>(index)];
+}
+
+const std::string& MediaAssetTable::GetSelectColumnAlias(int32_t index) const {
+  return selectColumnAliases[static_cast<std::size_t>(index)];
+}
+
+int32_t MediaAssetTable::GetSelectColumnsCount() const {
+  return static_cast<int32_t>(selectColumnNames.size());
+}
+
+const std::string& MediaAssetTable::GetFromClause() const {
+  return fromClause;
+}
+
+int64_t MediaAssetTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool MediaAssetTable::Save(MediaAsset& obj, bool lazy) {
+  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+  const bool isNew = obj.ObjectId() == -1;
+  // Nothing keeps a link from being stored twice, so links are written with the asset's row and never again.
+  return DeclaredTable::Save(obj, lazy) && annotationTable->Write(obj.Annotations(), obj.ObjectId()) &&
+         timeBoundsTable->Write(obj.PhysicalTimebounds(), obj.ObjectId()) &&
+         dapOperatorMetadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
+         metadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
+         mediaResouceTable->Write(obj.MediaResources(), lazy) && (!isNew || LinkMediaResources(obj)) &&
+         trackTable->Write(obj.Tracks()) && (!isNew || LinkTracks(obj));
+}
+
+bool MediaAssetTable::LinkMediaResources(MediaAsset& obj) {
+  return Sqlite::WriteEach(obj.MediaResources(), [&](auto& reference) {
+    if (!reference.Pointer()) return true;
+    RelationMedias link{obj.ObjectId(), reference.Pointer()->ObjectId()};
+    return relationMediasTable->Save(link);
+  });
+}
+
+bool MediaAssetTable::LinkTracks(MediaAsset& obj) {
+  return Sqlite::WriteEach(obj.Tracks(), [&](const std::shared_ptr<Track>& track) {
+    RelationAssetTrack link{obj.ObjectId(), track->ObjectId()};
+    return relationAssetTrackTable->Save(link);
+  });
+}
+
+bool MediaAssetTable::Delete(Query& query) {
+  return DeclaredTable::Delete(query) && CleanUpDependentData();
+}
+
+bool MediaAssetTable::DeleteByServerId(ZuServerId serverId) {
+  const std::string text =
+      "DELETE FROM MediaAsset WHERE MediaAsset.key IN (SELECT DISTINCT DapOperatorMetadata.refMediaAsset "
+      "FROM "
+      "DapOperatorMetadata WHERE DapOperatorMetadata.zuServerId=" +
+      std::to_string(serverId.SerialNumber()) + ");";
+  return AttachedDatabase().ExecuteStatement(text) && CleanUpDependentData();
+}
+
+bool MediaAssetTable::DeleteUnusedMediaResources() {
+  return DeleteUnused(*mediaResouceTable, RelationMediasTable::tableName,
+                      RelationMediasTable::columnNames[1]);
+}
+
+bool MediaAssetTable::DeleteUnusedTracks() {
+  return DeleteUnused(*trackTable, RelationAssetTrackTable::tableName,
+                      RelationAssetTrackTable::columnNames[1]);
+}
+
+bool MediaAssetTable::DeleteEmptyAssetGroups() {
+  return DeleteUnused(*mediaAssetGroupTable, MediaAssetGroupItemTable::tableName,
+                      MediaAssetGroupItemTable::columnNames[1]);
+}
+
+bool MediaAssetTable::CleanUpDependentData() {
+  return DeleteUnusedMediaResources() && DeleteUnusedTracks() && DeleteEmptyAssetGroups();
+}
+
+void MediaAssetTable::ReadTimebounds(MediaAsset& mediaAsset) {
+  timeBoundsTable->Read(mediaAsset.ObjectId(), mediaAsset.PhysicalTimebounds());
+}
+
+void MediaAssetTable::ReadMetadata(MediaAsset& mediaAsset) {
+  metadataTable->Read(mediaAsset.ObjectId(), mediaAsset.Metadata());
+}
+
+void MediaAssetTable::AddMetadata(MetadataProfileDictionary& metadataProfileDictionary,
+                                  const MetadataRow& metadataRow) const {
+  MetadataTable::Fold(metadataProfileDictionary, metadataRow);
+}
+
+// The operator's profile that the asset holds; null when it holds none.
+std::shared_ptr<DapOperatorMetadataProfile> MediaAssetTable::OperatorProfile(MediaAsset& mediaAsset) const {
+  auto profile = mediaAsset.Metadata().Get<DapOperatorMetadataProfile>();
+  const bool isOther =
+      !profile && mediaAsset.Metadata().Contains(DapOperatorMetadataProfile::StaticFullyQualifiedName());
+  if (isOther) throw std::bad_cast();
+  return profile;
+}
+
+void MediaAssetTable::ReadDapOperatorMetadata(MediaAsset& mediaAsset) {
+  {
+    Sqlite::QuerySqlite query =
+        Sqlite::OwnedBy(DapOperatorMetadataTable::columnNames[0], mediaAsset.ObjectId());
+    Sqlite::ObjectCursorSqlite<DapOperatorMetadataProfile, DapOperatorMetadataProfile> cursor;
+    dapOperatorMetadataTable->OpenObjectCursor(cursor, query);
+    if (const auto held = OperatorProfile(mediaAsset)) {
+      cursor.Next(*held);
+    } else {
+      const auto profile = std::make_shared<DapOperatorMetadataProfile>();
+      cursor.Next(*profile);
+      mediaAsset.Metadata().Set(profile);
+    }
+  }
+  ReadDapOperatorKeyword(mediaAsset);
+}
+
+void MediaAssetTable::ReadDapOperatorKeyword(MediaAsset& mediaAsset) {
+  auto profile = OperatorProfile(mediaAsset);
+  if (!profile) {
+    profile = std::make_shared<DapOperatorMetadataProfile>();
+    mediaAsset.Metadata().Set(profile);
+  }
+  Sqlite::QuerySqlite query =
+      Sqlite::OwnedBy(DapOperatorKeywordsTable::columnNames[0], mediaAsset.ObjectId());
+  Sqlite::ReadEach(GetDapOperatorKeywordsTable(), query, [&](const KeywordEncapsulated& row) {
+    profile->Keyword(static_cast<unsigned int>(row.nr), row.value);
+  });
+}
+
+void MediaAssetTable::ReadAnnotations(MediaAsset& mediaAsset) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(AnnotationTable::columnNames[1], mediaAsset.ObjectId());
+  Sqlite::ReadEachNew(
+      *annotationTable, query, [] { return std::make_shared<Annotation>(); },
+      [&](std::shared_ptr<Annotation> annotation) {
+        ReadMetadata(annotation->ObjectId(), *annotation);
+        mediaAsset.Annotations().push_back(std::move(annotation));
+      });
+}
+
+void MediaAssetTable::ReadMetadata(int64_t id, Annotation& annotation) {
+  annotationTable->GetMetadataTable().Read(id, annotation.Metadata());
+}
+
+void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
+  Sqlite::QuerySqlite query =
+      LinkedTo(mediaAsset, RelationMediasTable::tableName, RelationMediasTable::columnNames[1]);
+  Sqlite::ReadEachNew(
+      *mediaResouceTable, query, [] { return std::make_shared<MediaResource>(Identifier::Empty()); },
+      [&](std::shared_ptr<MediaResource> resource) {
+        mediaResouceTable->ReadMetadata(*resource);
+        mediaResouceTable->ReadTimebounds(*resource);
+        mediaResouceTable->ReadStreams(*resource);
+        mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(std::move(resource)));
+      });
+}
+
+void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
+  const std::string text = lazyMediaResourceQuery + std::to_string(mediaAsset.ObjectId()) + ");";
+  Sqlite::CursorSqlite cursor(AttachedDatabase(), text);
+  while (cursor.Step()) {
+    mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(Identifier(cursor.GetString(0))));
+  }
+}
+
+template <class ReadChannels>
+void MediaAssetTable::ReadTracks(MediaAsset& mediaAsset, ReadChannels readChannels) {
+  Sqlite::QuerySqlite query =
+      LinkedTo(mediaAsset, RelationAssetTrackTable::tableName, RelationAssetTrackTable::columnNames[1]);
+  Sqlite::ReadEachNew(
+      *trackTable, query, [] { return std::make_shared<Track>(); },
+      [&](const std::shared_ptr<Track>& track) {
+        readChannels(*track);
+        mediaAsset.Tracks().Insert(track);
+      });
+}
+
+void MediaAssetTable::ReadTrack(MediaAsset& mediaAsset) {
+  ReadTracks(mediaAsset, [this](Track& track) { trackTable->ReadTrackChannel(track); });
+}
+
+void MediaAssetTable::ReadTrackLazy(MediaAsset& mediaAsset) {
+  ReadTracks(mediaAsset, [this](Track& track) { trackTable->ReadTrackChannelLazy(track); });
+}
+
+bool MediaAssetTable::BindToCursor(Cursor& cursor, MediaAsset& obj) {
+  const Identifier& ancestor = obj.Ancestor().Id();
+  const Identifier& parent = obj.Parent().Id();
+  // An empty reference stays unbound, which stores NULL.
+  return (ancestor.IsEmpty() || cursor.Bind(columnNames[3], ancestor.Value())) &&
+         (parent.IsEmpty() || cursor.Bind(columnNames[4], parent.Value())) &&
+         cursor.Bind(columnNames[1], obj.Id().Value()) &&
+         cursor.Bind(columnNames[2], static_cast<int32_t>(obj.AssetType())) &&
+         cursor.Bind(columnNames[5], obj.Name()) && cursor.Bind(columnNames[6], obj.Description()) &&
+         BindBoundary(cursor, columnNames[7], columnNames[8], obj.PhysicalTimebounds().InBoundary()) &&
+         BindBoundary(cursor, columnNames[9], columnNames[10], obj.PhysicalTimebounds().OutBoundary()) &&
+         cursor.Bind(columnNames[11], int64_t{obj.ModificationDate()}) &&
+         cursor.Bind(columnNames[12], int64_t{obj.CreationDate()});
+}
+
+void MediaAssetTable::ReadFromCursor(const Cursor& cursor, MediaAsset& obj, bool) {
+  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+  obj.Id(cursor.GetString(columnNames[1]));
+  obj.AssetType(static_cast<AssetType>(cursor.GetInt32(columnNames[2])));
+  if (!cursor.IsNull(columnNames[3]))
+    obj.Ancestor(MediaAssetReference(Identifier(cursor.GetString(columnNames[3]))));
+  if (!cursor.IsNull(columnNames[4]))
+    obj.Parent(MediaAssetReference(Identifier(cursor.GetString(columnNames[4]))));
+  obj.Name(cursor.GetString(columnNames[5]));
+  obj.Description(cursor.GetString(columnNames[6]));
+  obj.PhysicalTimebounds().InBoundary(ReadBoundary(cursor, columnNames[7], columnNames[8]));
+  obj.PhysicalTimebounds().OutBoundary(ReadBoundary(cursor, columnNames[9], columnNames[10]));
+  // The creation date sets both dates, and the entity checks the other against it.
+  obj.CreationDate(cursor.GetInt64(columnNames[12]));
+  obj.ModificationDate(cursor.GetInt64(columnNames[11]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

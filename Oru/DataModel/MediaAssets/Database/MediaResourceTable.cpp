@@ -1,0 +1,98 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaResourceTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+
+#include <utility>
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaResource)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
+using BusinessEntityModel::BaseTypes::PersistentObject;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM MediaResource WHERE id = :id";
+
+}  // namespace
+
+const std::string MediaResourceTable::tableName = "MediaResource";
+const std::array<std::string, 6> MediaResourceTable::columnNames = {
+    "key", "id", "name", "generalFormat", "modificationDate", "creationDate"};
+
+MediaResourceTable::MediaResourceTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+  GenerateStatements();
+  streamTable = std::make_unique<StreamTable>(db);
+  timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaResource", db);
+  metadataTable = std::make_unique<MetadataTable>("MetadataMediaResource", db);
+}
+
+MediaResourceTable::~MediaResourceTable() = default;
+
+bool MediaResourceTable::Save(MediaResource& obj, bool lazy) {
+  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+  return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(obj.Timebounds(), obj.ObjectId()) &&
+         metadataTable->Write(*obj.Metadata(), obj.ObjectId()) &&
+         streamTable->Write(obj.Streams(), obj.ObjectId(), lazy);
+}
+
+bool MediaResourceTable::Write(MediaResourceReferenceVector& references, bool lazy) {
+  return Sqlite::WriteEach(
+      references, [&](auto& reference) { return !reference.Pointer() || Save(*reference.Pointer(), lazy); });
+}
+
+void MediaResourceTable::ReadMetadata(MediaResource& mediaResource) {
+  metadataTable->Read(mediaResource.ObjectId(), *mediaResource.Metadata());
+}
+
+void MediaResourceTable::ReadTimebounds(MediaResource& mediaResource) {
+  timeBoundsTable->Read(mediaResource.ObjectId(), mediaResource.Timebounds());
+}
+
+void MediaResourceTable::ReadStreams(MediaResource& mediaResource) {
+  ReadStreams(mediaResource, Depth::Deep);
+}
+
+void MediaResourceTable::ReadStreamsLazy(MediaResource& mediaResource) {
+  ReadStreams(mediaResource, Depth::Lazy);
+}
+
+void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(StreamTable::columnNames[2], mediaResource.ObjectId());
+  View<PersistentObject>& streams = *streamTable;
+  Sqlite::ReadEachNew(
+      streams, query, [] { return std::make_unique<Stream>(); },
+      [&](std::unique_ptr<Stream> stream) {
+        streamTable->ReadTimebounds(*stream);
+        streamTable->ReadMetadata(*stream);
+        if (depth == Depth::Deep) streamTable->ReadEssences(*stream);
+        mediaResource.Streams().emplace_back(std::move(stream));
+      });
+}
+
+int64_t MediaResourceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool MediaResourceTable::BindToCursor(Cursor& cursor, MediaResource& object) {
+  return cursor.Bind(columnNames[1], object.Id().Value()) && cursor.Bind(columnNames[2], object.Name()) &&
+         cursor.Bind(columnNames[3], static_cast<int32_t>(object.GeneralFormat())) &&
+         cursor.Bind(columnNames[4], int64_t{object.ModificationDate()}) &&
+         cursor.Bind(columnNames[5], int64_t{object.CreationDate()});
+}
+
+void MediaResourceTable::ReadFromCursor(const Cursor& cursor, MediaResource& object, bool) {
+  object.ObjectId(cursor.GetInt64(columnNames[0]));
+  object.Id(cursor.GetString(columnNames[1]));
+  object.Name(cursor.GetString(columnNames[2]));
+  object.GeneralFormat(static_cast<ResourceFormat>(cursor.GetInt32(columnNames[3])));
+  // The creation date sets both dates, and the entity checks the other against it.
+  object.CreationDate(cursor.GetInt64(columnNames[5]));
+  object.ModificationDate(cursor.GetInt64(columnNames[4]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,82 @@
+#include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
+
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+
+#include <memory>
+
+ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Database::MetadataRow,
+                    Oru::DataModel::MediaAssets::Database::MetadataEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using namespace BusinessEntityModel::BaseTypes;
+
+namespace {
+
+const FullyQualifiedName& OperatorProfileName() {
+  static const FullyQualifiedName name("oru.dapoperator");
+  return name;
+}
+
+}  // namespace
+
+const std::array<std::string, 4> MetadataTable::columnNames = {"foreignKey", "fullyQualifiedName", "name",
+                                                               "value"};
+
+MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db)
+    : KeylessTable(db), tableName(name) {
+  GenerateStatementsWithoutUpdate();
+}
+
+MetadataTable::~MetadataTable() = default;
+
+bool MetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk) {
+  return DeleteOnKey(fk) && metadataDictionary.Iterate([&](MetadataProfile& profile) {
+    if (profile.FullyQualifiedName() == OperatorProfileName()) return true;
+    return WriteEntries(dynamic_cast<GenericMetadataProfile&>(profile), fk);
+  });
+}
+
+bool MetadataTable::Write(GenericMetadataProfile& metadata, int64_t fk) {
+  return DeleteOnKey(fk) && WriteEntries(metadata, fk);
+}
+
+bool MetadataTable::WriteEntries(const GenericMetadataProfile& profile, int64_t fk) {
+  const FullyQualifiedName name = profile.FullyQualifiedName();
+  return Sqlite::WriteEach(profile.Entries(), [&](const auto& entry) {
+    MetadataEncapsulated row(fk, name, entry.first, entry.second);
+    return Save(row);
+  });
+}
+
+bool MetadataTable::DeleteOnKey(int64_t key) {
+  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[0], key);
+}
+
+void MetadataTable::Read(int64_t fk, MetadataProfileDictionary& metadataDictionary) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(columnNames[0], fk);
+  Sqlite::ReadEach(*this, query, [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
+}
+
+void MetadataTable::Fold(MetadataProfileDictionary& metadataDictionary, const MetadataRow& row) {
+  const FullyQualifiedName name(row.first);
+  if (!metadataDictionary.Contains(name)) {
+    metadataDictionary.Set(std::make_shared<GenericMetadataProfile>(name));
+  }
+  dynamic_cast<GenericMetadataProfile&>(metadataDictionary.At(name)).Set(row.second.first, row.second.second);
+}
+
+bool MetadataTable::BindToCursor(Cursor& cursor, MetadataEncapsulated& obj) {
+  return cursor.Bind(columnNames[0], obj.fk) && cursor.Bind(columnNames[1], obj.fullyQualifiedName.Value()) &&
+         cursor.Bind(columnNames[2], obj.key) && cursor.Bind(columnNames[3], obj.value);
+}
+
+void MetadataTable::ReadFromCursor(const Cursor& cursor, MetadataRow& obj, bool) {
+  obj.first = cursor.GetString(columnNames[1]);
+  obj.second.first = cursor.GetString(columnNames[2]);
+  obj.second.second = cursor.GetString(columnNames[3]);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,28 @@
+#include "Oru/DataModel/MediaAssets/Database/RelationAssetTrackTable.h"
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Database::RelationAssetTrack)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using Common::Databases::Cursor;
+
+const std::string RelationAssetTrackTable::tableName = "RelationAssetTrack";
+const std::array<std::string, 2> RelationAssetTrackTable::columnNames = {"refMediaAsset", "refTrack"};
+
+RelationAssetTrackTable::RelationAssetTrackTable(Common::Databases::Sqlite::DatabaseSqlite& db)
+    : KeylessTable(db) {
+  GenerateStatements();
+}
+
+RelationAssetTrackTable::~RelationAssetTrackTable() = default;
+
+bool RelationAssetTrackTable::BindToCursor(Cursor& cursor, RelationAssetTrack& object) {
+  return cursor.Bind(columnNames[0], object.asset) && cursor.Bind(columnNames[1], object.track);
+}
+
+void RelationAssetTrackTable::ReadFromCursor(const Cursor& cursor, RelationAssetTrack& object, bool) {
+  object.asset = cursor.GetInt64(columnNames[0]);
+  object.track = cursor.GetInt64(columnNames[1]);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// The link of an asset to a media resource: the keys of their rows.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_DATABASE_EXPORT RelationMedias {
+  int64_t mediaAsset = -1;
+  int64_t mediaResource = -1;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/Stream.h"
+#include "Oru/DataModel/MediaAssets/StreamReference.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// What `StreamTable` writes: a stream beside the key of the resource that it belongs to.
+/// The stream stays the caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_DATABASE_EXPORT StreamEncapsulated {
+  StreamEncapsulated(int64_t mediaResourceKey, Stream& ownedStream)
+      : fk(mediaResourceKey), stream(ownedStream) {}
+  /// @param reference  must hold a loaded stream
+  StreamEncapsulated(int64_t mediaResourceKey, StreamReference& reference)
+      : StreamEncapsulated(mediaResourceKey, reference.Value()) {}
+
+  int64_t fk;
+  Stream& stream;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

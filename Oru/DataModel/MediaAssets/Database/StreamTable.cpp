@@ -1,0 +1,119 @@
+#include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/DataModel/MediaAssets/AudioEssence.h"
+#include "Oru/DataModel/MediaAssets/DataEssence.h"
+#include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/VideoEssence.h"
+
+#include <algorithm>
+#include <utility>
+
+template class Oru::Common::Databases::Sqlite::ObjectCursorSqlite<
+    Oru::BusinessEntityModel::BaseTypes::PersistentObject,
+    Oru::DataModel::MediaAssets::Database::StreamEncapsulated>;
+ORU_WRITER_TEMPLATES(, Oru::BusinessEntityModel::BaseTypes::PersistentObject,
+                     Oru::DataModel::MediaAssets::Database::StreamEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
+using BusinessEntityModel::BaseTypes::PersistentObject;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM Stream WHERE id = :id";
+
+template <class Kind>
+void ReadEssencesOfKind(View<PersistentObject>& kindTable, int64_t streamKey,
+                        std::vector<std::unique_ptr<Essence>>& essences) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(EssenceTable::columnNames[1], streamKey);
+  Sqlite::ReadEachNew(
+      kindTable, query, [] { return std::make_unique<Kind>(); },
+      [&](std::unique_ptr<Kind> essence) { essences.push_back(std::move(essence)); });
+}
+
+}  // namespace
+
+const std::string StreamTable::tableName = "Stream";
+const std::array<std::string, 4> StreamTable::columnNames = {"key", "id", "refMediaResource",
+                                                             "wrapperFormat"};
+
+StreamTable::StreamTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+  GenerateStatements();
+  essenceTable = std::make_unique<EssenceTable>(db);
+  timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsStream", db);
+  metadataTable = std::make_unique<MetadataTable>("MetadataStream", db);
+}
+
+StreamTable::~StreamTable() = default;
+
+bool StreamTable::Save(StreamEncapsulated& obj, bool lazy) {
+  Stream& stream = obj.stream;
+  if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromIdentifier(stream.Id()));
+  return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(stream.Timebounds(), stream.ObjectId()) &&
+         metadataTable->Write(*stream.Metadata(), stream.ObjectId()) &&
+         essenceTable->Write(stream.Essences(), stream.ObjectId());
+}
+
+bool StreamTable::Write(StreamReferenceVector& references, int64_t fk, bool lazy) {
+  return Sqlite::WriteEach(references, [&](StreamReference& reference) {
+    if (!reference.Pointer()) return true;
+    StreamEncapsulated row(fk, reference);
+    return Save(row, lazy);
+  });
+}
+
+void StreamTable::ReadMetadata(Stream& stream) {
+  metadataTable->Read(stream.ObjectId(), *stream.Metadata());
+}
+
+void StreamTable::ReadTimebounds(Stream& stream) {
+  timeBoundsTable->Read(stream.ObjectId(), stream.Timebounds());
+}
+
+void StreamTable::ReadEssences(Stream& stream) {
+  std::vector<std::unique_ptr<Essence>> essences;
+  ReadVideosEssences(stream.ObjectId(), essences);
+  ReadAudioEssences(stream.ObjectId(), essences);
+  ReadDataEssences(stream.ObjectId(), essences);
+  std::sort(essences.begin(), essences.end(),
+            [](const auto& left, const auto& right) { return left->Nr() < right->Nr(); });
+  for (std::unique_ptr<Essence>& essence : essences)
+    stream.Essences().Add(std::move(essence));
+}
+
+void StreamTable::ReadVideosEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences) {
+  ReadEssencesOfKind<VideoEssence>(GetVideoEssenceTable(), streamKey, essences);
+}
+
+void StreamTable::ReadAudioEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences) {
+  ReadEssencesOfKind<AudioEssence>(GetAudioEssenceTable(), streamKey, essences);
+}
+
+void StreamTable::ReadDataEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences) {
+  ReadEssencesOfKind<DataEssence>(GetDataEssenceTable(), streamKey, essences);
+}
+
+int64_t StreamTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool StreamTable::BindToCursor(Cursor& cursor, StreamEncapsulated& obj) {
+  return cursor.Bind(columnNames[1], obj.stream.Id().Value()) && cursor.Bind(columnNames[2], obj.fk) &&
+         cursor.Bind(columnNames[3], static_cast<int32_t>(obj.stream.Format()));
+}
+
+void StreamTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool) {
+  auto& stream = static_cast<Stream&>(obj);
+  stream.ObjectId(cursor.GetInt64(columnNames[0]));
+  stream.Id(cursor.GetString(columnNames[1]));
+  stream.Format(static_cast<WrapperFormat>(cursor.GetInt32(columnNames[3])));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/TimePoints/Core/TimeBounds.h"
+
+#include <cstdint>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// What `TimeBoundsTable` writes: bounds beside the key of their owner. Alive for one save; the bounds
+/// stay the caller's.
+///
+/// Threads: a value belongs to one thread at a time; distinct values are independent.
+struct ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsEncapsulated {
+  TimeBoundsEncapsulated(int64_t ownerKey, const TimePoints::TimeBounds& ownedBounds)
+      : fk(ownerKey), bounds(ownedBounds) {}
+
+  int64_t fk;
+  const TimePoints::TimeBounds& bounds;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

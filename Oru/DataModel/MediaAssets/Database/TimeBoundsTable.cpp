@@ -1,0 +1,52 @@
+#include "Oru/DataModel/MediaAssets/Database/TimeBoundsTable.h"
+
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
+
+ORU_TABLE_TEMPLATES(, Oru::TimePoints::TimeBounds,
+                    Oru::DataModel::MediaAssets::Database::TimeBoundsEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using TimePoints::TimeBounds;
+
+const std::array<std::string, 5> TimeBoundsTable::columnNames = {
+    "foreignKey", "inBoundary", "inBoundaryMoving", "outBoundary", "outBoundaryMoving"};
+
+TimeBoundsTable::TimeBoundsTable(const std::string& name, Sqlite::DatabaseSqlite& db)
+    : KeylessTable(db), tableName(name) {
+  GenerateStatementsWithoutUpdate();
+}
+
+TimeBoundsTable::~TimeBoundsTable() = default;
+
+bool TimeBoundsTable::Write(TimeBoundsArray& timeBounds, int64_t fk) {
+  return DeleteOnKey(fk) && Sqlite::WriteEach(timeBounds, [&](const TimeBounds& bounds) {
+           TimeBoundsEncapsulated row(fk, bounds);
+           return Save(row);
+         });
+}
+
+bool TimeBoundsTable::DeleteOnKey(int64_t key) {
+  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[0], key);
+}
+
+void TimeBoundsTable::Read(int64_t fk, TimeBoundsArray& timeBounds) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(columnNames[0], fk);
+  Sqlite::ReadEach(*this, query, [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
+}
+
+bool TimeBoundsTable::BindToCursor(Cursor& cursor, TimeBoundsEncapsulated& obj) {
+  return cursor.Bind(columnNames[0], obj.fk) &&
+         BindBoundary(cursor, columnNames[1], columnNames[2], obj.bounds.InBoundary()) &&
+         BindBoundary(cursor, columnNames[3], columnNames[4], obj.bounds.OutBoundary());
+}
+
+void TimeBoundsTable::ReadFromCursor(const Cursor& cursor, TimeBounds& obj, bool) {
+  obj = TimeBounds(ReadBoundary(cursor, columnNames[1], columnNames[2]),
+                   ReadBoundary(cursor, columnNames[3], columnNames[4]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,55 @@
+#include "Oru/DataModel/MediaAssets/Database/TrackChannelTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Database::TrackChannelEncapsulated)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+
+namespace {
+
+const std::string essenceQuery =
+    "SELECT e.key as essenceKey FROM Essence e JOIN Stream s ON e.refStream = s.key"
+    " WHERE e.nr = :nr and s.id = :id";
+
+}  // namespace
+
+const std::string TrackChannelTable::tableName = "TrackChannel";
+const std::array<std::string, 3> TrackChannelTable::columnNames = {"refTrack", "refEssence", "channelNr"};
+
+TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
+  GenerateStatements();
+  streamTable = std::make_unique<StreamTable>(db);
+}
+
+TrackChannelTable::~TrackChannelTable() = default;
+
+bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey,
+                              bool) {
+  Sqlite::QuerySqlite query = Sqlite::OwnedBy(columnNames[0], trackKey);
+  return Delete(query) &&
+         Sqlite::WriteEach(channels, [&](const std::shared_ptr<TrackChannelToRemove>& channel) {
+           const std::string& streamId = channel->Stream().Id().Value();
+           const int64_t essenceKey =
+               Sqlite::FindKey(AttachedDatabase(), essenceQuery, channel->EssenceNr(), streamId);
+           if (essenceKey == -1) return false;
+           TrackChannelEncapsulated row(trackKey, essenceKey, channel->ChannelNr());
+           return Save(row);
+         });
+}
+
+bool TrackChannelTable::BindToCursor(Cursor& cursor, TrackChannelEncapsulated& obj) {
+  return cursor.Bind(columnNames[0], obj.trackId) && cursor.Bind(columnNames[1], obj.essenceId) &&
+         cursor.Bind(columnNames[2], obj.channelNr);
+}
+
+void TrackChannelTable::ReadFromCursor(const Cursor& cursor, TrackChannelEncapsulated& obj, bool) {
+  obj.trackId = cursor.GetInt64(columnNames[0]);
+  obj.essenceId = cursor.GetInt64(columnNames[1]);
+  obj.channelNr = cursor.GetInt64(columnNames[2]);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
+#include "Oru/DataModel/MediaAssets/Database/TrackChannelEncapsulated.h"
+#include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// The channels of tracks. A stored channel refers to the row of its essence, which the model knows by the
+/// stream's identifier and the essence's number.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
+    : public Common::Databases::Sqlite::KeylessTable<TrackChannelTable, TrackChannelEncapsulated,
+                                                     TrackChannelEncapsulated> {
+ public:
+  explicit TrackChannelTable(Common::Databases::Sqlite::DatabaseSqlite& database);
+  ~TrackChannelTable() override;
+
+  using KeylessTable::ReadFromCursor;
+  using KeylessTable::Save;
+
+  /// Replaces the channels of a track. The essences must be stored.
+  /// @return false at the first channel whose essence isn't stored or that is refused (an entry then tells of
+  /// the
+  ///         refusal); the old channels are gone then, and those ahead of it are written
+  bool Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey, bool lazy);
+
+  /// Inserts the channel.
+  bool Save(TrackChannelEncapsulated& obj, bool lazy) override { return Insert(obj, lazy); }
+
+  bool BindToCursor(Common::Databases::Cursor& cursor, TrackChannelEncapsulated& obj) override;
+  void ReadFromCursor(const Common::Databases::Cursor& cursor, TrackChannelEncapsulated& obj,
+                      bool lazy) override;
+
+  static const std::string tableName;
+  static const std::array<std::string, 3> columnNames;
+
+ private:
+  std::unique_ptr<StreamTable> streamTable;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
+
+ORU_ENTITY_TABLE_TEMPLATES(extern, Oru::DataModel::MediaAssets::Database::TrackChannelEncapsulated)

@@ -1,0 +1,86 @@
+#include "Oru/DataModel/MediaAssets/Database/TrackTable.h"
+
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+
+#include <utility>
+
+ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Track)
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using namespace BusinessEntityModel::BaseTypes;
+
+namespace {
+
+const std::string objectIdFromIdentifierQuery = "SELECT key FROM Track WHERE id = :id";
+
+}  // namespace
+
+const std::string TrackTable::tableName = "Track";
+const std::array<std::string, 3> TrackTable::columnNames = {"key", "id", "name"};
+
+TrackTable::TrackTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+  GenerateStatements();
+  trackChannelTable = std::make_unique<TrackChannelTable>(db);
+  streamTable = std::make_unique<StreamTable>(db);
+}
+
+TrackTable::~TrackTable() = default;
+
+bool TrackTable::Write(const SortedVectorSharedPointer<Track>& tracks) {
+  return Sqlite::WriteEach(tracks, [&](const std::shared_ptr<Track>& track) { return Save(*track); });
+}
+
+bool TrackTable::Save(Track& obj, bool lazy) {
+  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+  return DeclaredTable::Save(obj, lazy) && trackChannelTable->Write(obj.Channels(), obj.ObjectId(), lazy);
+}
+
+void TrackTable::ReadTrackChannelLazy(Track& track) {
+  const std::string text =
+      "SELECT s.id as streamId, e.nr as essenceNr, t.channelNr as channelNr "
+      "FROM TrackChannel t JOIN Essence e ON  t.refEssence = e.key JOIN Stream s ON e.refStream = s.key "
+      "WHERE t.refTrack = " +
+      std::to_string(track.ObjectId()) + ";";
+  Sqlite::CursorSqlite cursor(AttachedDatabase(), text);
+  while (cursor.Step()) {
+    auto channel = std::make_shared<TrackChannelToRemove>();
+    channel->Stream(StreamReference(Identifier(cursor.GetString(0))));
+    channel->EssenceNr(cursor.GetInt32(1));
+    channel->ChannelNr(cursor.GetInt32(2));
+    track.Channels().push_back(std::move(channel));
+  }
+}
+
+void TrackTable::ReadTrackChannel(Track& track) {
+  ReadTrackChannelLazy(track);
+  for (const std::shared_ptr<TrackChannelToRemove>& channel : track.Channels()) {
+    Sqlite::QuerySqlite query;
+    query.Equals(StreamTable::columnNames[1], channel->Stream().Id().Value());
+    Sqlite::ObjectCursorSqlite<PersistentObject, PersistentObject> cursor;
+    streamTable->OpenObjectCursor(cursor, query);
+    auto stream = std::make_shared<Stream>();
+    if (!cursor.Next(*stream)) continue;
+    streamTable->ReadEssences(*stream);
+    channel->Stream(StreamReference(std::move(stream)));
+  }
+}
+
+int64_t TrackTable::GetObjectIdFromIdentifier(const Identifier& id) const {
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+}
+
+bool TrackTable::BindToCursor(Cursor& cursor, Track& obj) {
+  return cursor.Bind(columnNames[1], obj.Id().Value()) && cursor.Bind(columnNames[2], obj.Name());
+}
+
+void TrackTable::ReadFromCursor(const Cursor& cursor, Track& obj, bool) {
+  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+  obj.Id(cursor.GetString(columnNames[1]));
+  obj.Name(cursor.GetString(columnNames[2]));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/EssenceKindTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Export.h"
+
+#include <array>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// The video part of essences.
+///
+/// Threads: one table object serves one caller at a time; different table objects of one database may be used
+/// from different threads at once.
+class ORU_DATAMODEL_DATABASE_EXPORT VideoEssenceTable : public EssenceKindTable<VideoEssenceTable> {
+ public:
+  /// @param essenceTable  the table of all kinds, which must outlive this one
+  explicit VideoEssenceTable(EssenceTable& essenceTable);
+  ~VideoEssenceTable() override;
+
+  using EssenceKindTable::ReadFromCursor;
+
+  bool BindToCursor(Common::Databases::Cursor& cursor, EssenceEncapsulated& obj) override;
+  void ReadFromCursor(const Common::Databases::Cursor& cursor,
+                      BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
+
+  static const std::string tableName;
+  static const std::array<std::string, 16> columnNames;
+  static const std::string fromClause;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
