@@ -1,0 +1,37 @@
+#include "Oru/BusinessEntityModel/Edits/DapOperatorTimecodeRegen.h"
+
+#include "support/Changes.h"
+#include "support/EnumerationTable.h"
+
+#include <gtest/gtest.h>
+
+namespace Oru::BusinessEntityModel::Edits {
+namespace {
+
+using TestSupport::ExpectEnumeration;
+
+// The numbers stand in stored files.
+TEST(DapOperatorTimecodeRegenTest, StoredEnumerations) {
+  ExpectEnumeration<DapOperatorTimecodeRegen::Continuity>("Sequence Blocks");
+  ExpectEnumeration<DapOperatorTimecodeRegen::Reference>("Reference Tod User");
+  ExpectEnumeration<DapOperatorTimecodeRegen::Output>("AtcVitc AtcLtc Both");
+}
+
+TEST(DapOperatorTimecodeRegenTest, EveryPropertyCounts) {
+  using Regen = DapOperatorTimecodeRegen;
+  const Regen regen;
+  EXPECT_EQ(static_cast<int>(regen.ContinueIn()), 0);
+  EXPECT_EQ(static_cast<int>(regen.From()), 0);
+  EXPECT_EQ(static_cast<int>(regen.In()), 0);
+  EXPECT_EQ(regen.TimecodeRef(), TimePoints::TimeCode());
+  TestSupport::ExpectEachChangeCounts<Regen>(
+      regen, {
+                 [](Regen& other) { other.ContinueIn(Regen::Continuity::Blocks); },
+                 [](Regen& other) { other.From(Regen::Reference::User); },
+                 [](Regen& other) { other.TimecodeRef(TimePoints::TimeCode().AddSample(1)); },
+                 [](Regen& other) { other.In(Regen::Output::Both); },
+             });
+}
+
+}  // namespace
+}  // namespace Oru::BusinessEntityModel::Edits

@@ -1,0 +1,155 @@
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+
+#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/BusinessEntityModel/BaseTypes/MetadataProfileDictionary.h"
+#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+
+#include "support/Changes.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace Oru::DataModel::MediaAssets {
+namespace {
+
+using testing::ElementsAre;
+using TimePoints::TimeCode;
+
+TEST(DapOperatorMetadataProfileTest, ANewOneIsUnset) {
+  const DapOperatorMetadataProfile profile;
+  EXPECT_EQ(profile.FullyQualifiedName().Value(), "oru.dapoperator");
+  EXPECT_EQ(profile.ObjectId(), -1);
+  EXPECT_TRUE(profile.DapId().IsEmpty());
+  EXPECT_EQ(profile.Page(), 255);
+  EXPECT_EQ(profile.Bank(), 255);
+  EXPECT_EQ(profile.Row(), 255);
+  EXPECT_EQ(profile.Camera(), 0);
+  EXPECT_EQ(profile.UserTimecode(), TimeCode());
+  EXPECT_TRUE(profile.UserTimecode().HasDate());
+  EXPECT_EQ(profile.ArchiveStatus(), ArchiveStatus::None);
+  EXPECT_TRUE(profile.Keywords().empty());
+  EXPECT_FALSE(profile.IsUserProtected() || profile.IsDapUiProtected());
+}
+
+TEST(DapOperatorMetadataProfileTest, TheClipIdIsMadeOfItsParts) {
+  DapOperatorMetadataProfile profile;
+  profile.ServerId(ZuServerId(110));
+  profile.Page(1);
+  profile.Bank(2);
+  profile.Row(3);
+  profile.Camera('D');
+  EXPECT_EQ(profile.DapId(), DapId(ZuServerId(110), 1, 2, 3, 'D'));
+  profile.Page(300);
+  EXPECT_EQ(profile.Page(), 300);
+  EXPECT_THROW(profile.DapId(), std::invalid_argument);
+}
+
+// Every sequence of five calls of the setters, against the rule in words: protection from the interface
+// always brings protection for the user along, and only a user's own call takes that back, while the
+// interface's is off.
+TEST(DapOperatorMetadataProfileTest, ProtectionFlags) {
+  constexpr int calls = 5;
+  for (int sequence = 0; sequence < 1 << (2 * calls); ++sequence) {
+    DapOperatorMetadataProfile profile;
+    bool user = false, interface = false;
+    for (int call = 0; call < calls; ++call) {
+      const bool value = ((sequence >> (2 * call)) & 1) != 0;
+      if (((sequence >> (2 * call)) & 2) != 0) {
+        profile.DapUIProtected(value);
+        interface = value;
+        if (value) user = true;
+      } else {
+        profile.UserProtected(value);
+        if (value || !interface) user = value;
+      }
+      ASSERT_EQ(profile.IsUserProtected(), user) << sequence << ", call " << call;
+      ASSERT_EQ(profile.IsDapUiProtected(), interface) << sequence << ", call " << call;
+    }
+  }
+}
+
+TEST(DapOperatorMetadataProfileTest, KeywordsGrowByEmptyOnes) {
+  DapOperatorMetadataProfile profile;
+  profile.Keyword(2, "third");
+  EXPECT_THAT(profile.Keywords(), ElementsAre("", "", "third"));
+  profile.Keyword(0, "first");
+  profile.Keyword(2, "");
+  EXPECT_THAT(profile.Keywords(), ElementsAre("first", "", ""));
+  profile.Keyword(65535, "last");
+  EXPECT_EQ(profile.Keywords().size(), 65536U);
+  EXPECT_THROW(profile.Keyword(65536, ""), std::out_of_range);
+  EXPECT_THROW(profile.Keyword(static_cast<unsigned int>(-1), ""), std::out_of_range);
+  EXPECT_EQ(profile.Keywords().size(), 65536U);
+  profile.Keywords({"only"});
+  EXPECT_THAT(profile.Keywords(), ElementsAre("only"));
+}
+
+TEST(DapOperatorMetadataProfileTest, EveryPropertyCounts) {
+  using Profile = DapOperatorMetadataProfile;
+  TestSupport::ExpectEachChangeCounts<Profile>(
+      Profile(), {
+                     [](Profile& profile) { profile.ServerId(ZuServerId(10)); },
+                     [](Profile& profile) { profile.Page(0); },
+                     [](Profile& profile) { profile.Bank(0); },
+                     [](Profile& profile) { profile.Row(0); },
+                     [](Profile& profile) { profile.Camera('A'); },
+                     [](Profile& profile) { profile.UmId("u"); },
+                     [](Profile& profile) { profile.VarId("v"); },
+                     [](Profile& profile) { profile.Rating(5); },
+                     [](Profile& profile) { profile.ArchiveStatus(ArchiveStatus::Archived); },
+                     [](Profile& profile) { profile.UserTimecodeType(UserTimecodeType::AnalLtc); },
+                     [](Profile& profile) { profile.PrimaryTimecode(TimecodePrimary::Tod); },
+                     [](Profile& profile) { profile.UserTimecode(TimeCode().AddSample(1)); },
+                     [](Profile& profile) { profile.TodTimecode(TimeCode().AddSample(1)); },
+                     [](Profile& profile) { profile.Icon("i"); },
+                     [](Profile& profile) { profile.Color(0xFFFFFFFF); },
+                     [](Profile& profile) { profile.FillAndKeyType(FillAndKeyType::key); },
+                     [](Profile& profile) { profile.FillAndKeyMediaAssetId("a"); },
+                     [](Profile& profile) { profile.Keyword(0, ""); },
+                     [](Profile& profile) { profile.UserProtected(true); },
+                     [](Profile& profile) { profile.DapUIProtected(true); },
+                 });
+}
+
+TEST(DapOperatorMetadataProfileTest, ProfilesOfOtherClassesAreNotEqualThoughTheyShareTheName) {
+  DapOperatorMetadataProfile profile;
+  AnglesDapOperatorMetadataProfile angles;
+  const BaseTypes::GenericMetadataProfile generic("oru.dapoperator");
+  EXPECT_EQ(angles.FullyQualifiedName(), profile.FullyQualifiedName());
+  EXPECT_FALSE(profile.Equals(angles) || angles.Equals(profile));
+  EXPECT_FALSE(profile.Equals(generic) || angles.Equals(generic) || generic.Equals(profile));
+
+  profile.ObjectId(7);
+  profile.Keyword(0, "k");
+  const auto clone = profile.Clone();
+  EXPECT_TRUE(profile.Equals(*clone));
+  EXPECT_EQ(dynamic_cast<DapOperatorMetadataProfile&>(*clone).ObjectId(), 7);
+  profile.Keyword(0, "changed");
+  EXPECT_FALSE(profile.Equals(*clone));
+}
+
+TEST(DapOperatorMetadataProfileTest, TheProfileOfAnglesHoldsAPlaceWithoutCamera) {
+  using Profile = AnglesDapOperatorMetadataProfile;
+  EXPECT_EQ(Profile(), Profile::Empty());
+  EXPECT_TRUE(Profile().DapId().IsEmpty());
+  Profile profile(DapId(ZuServerId(10), 3, 4, 5, 'A'));
+  EXPECT_EQ(profile.DapId(), DapId(ZuServerId(10), 3, 4, 5));
+  profile.ObjectId(7);
+  TestSupport::ExpectEachChangeCounts<Profile>(profile, {
+                                                            [](Profile& p) { p.ServerId(ZuServerId(20)); },
+                                                            [](Profile& p) { p.Page(4); },
+                                                            [](Profile& p) { p.Bank(5); },
+                                                            [](Profile& p) { p.Clip(6); },
+                                                        });
+  BaseTypes::MetadataProfileDictionary dictionary;
+  dictionary.Set(profile.Clone());
+  ASSERT_NE(dictionary.Get<Profile>(), nullptr);
+  EXPECT_TRUE(dictionary.Get<Profile>()->Equals(profile));
+  EXPECT_EQ(dictionary.Get<Profile>()->ObjectId(), 7);
+  EXPECT_EQ(dictionary.Get<DapOperatorMetadataProfile>(), nullptr);
+}
+
+}  // namespace
+}  // namespace Oru::DataModel::MediaAssets
