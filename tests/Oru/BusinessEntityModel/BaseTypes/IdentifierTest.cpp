@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <future>
 #include <set>
 #include <string>
@@ -27,22 +28,21 @@ TEST(IdentifierTest, MeetsStringsAndLiteralsOnBothSides) {
 
 TEST(IdentifierTest, TakesATextByMoveWithoutACopy) {
   std::string text(100, 'x');
-  const char* bytes = text.data();
+  const void* bytes = text.data();
   const Identifier moved(std::move(text));
-  EXPECT_EQ(moved.Value().data(), bytes);
+  EXPECT_EQ(static_cast<const void*>(moved.Value().data()), bytes);
 }
 
 TEST(IdentifierTest, GeneratesDistinctVersion4UuidsInEveryThread) {
   const auto thousand = [] {
-    std::vector<Identifier> made;
-    for (int i = 0; i < 1000; ++i)
-      made.push_back(Identifier::Generate());
+    std::vector<Identifier> made(1000);
+    std::generate(made.begin(), made.end(), Identifier::Generate);
     return made;
   };
   auto others = std::async(std::launch::async, thousand);
   std::vector<Identifier> made = thousand();
-  for (Identifier& identifier : others.get())
-    made.push_back(std::move(identifier));
+  const std::vector<Identifier> theirs = others.get();
+  made.insert(made.end(), theirs.begin(), theirs.end());
 
   EXPECT_EQ(std::set<Identifier>(made.begin(), made.end()).size(), 2000U);
   std::set<char> variants;

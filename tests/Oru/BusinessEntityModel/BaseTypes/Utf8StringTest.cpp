@@ -54,10 +54,10 @@ TEST(Utf8StringTest, IsBuiltFromBytesAndComparesAsAString) {
 
 TEST(Utf8StringTest, TakesATextByMoveWithoutACopy) {
   std::string text(100, 'x');
-  const char* bytes = text.data();
+  const void* bytes = text.data();
   Utf8String name;
   name = std::move(text);
-  EXPECT_EQ(name.data(), bytes);
+  EXPECT_EQ(static_cast<const void*>(name.data()), bytes);
 }
 
 }  // namespace
