@@ -2,12 +2,15 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
 #include "Oru/DataModel/MediaAssets/MediaResource.h"
 #include "Oru/DataModel/MediaAssets/Stream.h"
 #include "Oru/DataModel/MediaAssets/Track.h"
 #include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
+#include "Oru/TimePoints/Core/Parsers/ClockTimeCodeParser.h"
 #include "Oru/TimePoints/Core/Rate.h"
 #include "Oru/TimePoints/Core/TimeBounds.h"
 #include "Oru/TimePoints/Core/TimePoint.h"
@@ -18,6 +21,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <stdexcept>
 #include <utility>
 
 namespace Catalogue {
@@ -207,6 +211,15 @@ void WriteProfiles(const MediaReport& report, BaseTypes::MetadataProfileDictiona
       .AddTo(metadata);
 }
 
+void AddUserTimeCode(const StartTimeCode& startTimeCode, BaseTypes::MetadataProfileDictionary& metadata) {
+  const auto timeCode = UserTimeCodeOf(startTimeCode);
+  if (!timeCode) return;
+  auto profile = std::make_shared<MediaAssets::DapOperatorMetadataProfile>();
+  profile->UserTimecode(*timeCode);
+  profile->PrimaryTimecode(MediaAssets::TimecodePrimary::User);
+  metadata.Set(std::move(profile));
+}
+
 }  // namespace
 
 std::string ClipIdOf(const std::filesystem::path& canonicalPath) {
@@ -236,6 +249,26 @@ int64_t DurationOf(const MediaReport& report) {
   return std::llround(report.durationSeconds * 1e9);
 }
 
+std::optional<TimePoints::TimeCode> UserTimeCodeOf(const StartTimeCode& startTimeCode) {
+  if (!startTimeCode.frameRate) return std::nullopt;
+  const int64_t nominal = std::llround(static_cast<double>(startTimeCode.frameRate.numerator) /
+                                       static_cast<double>(startTimeCode.frameRate.denominator));
+  const int64_t kept = nominal == 25 || nominal == 50 ? 50 : 60;
+  if (nominal == 0 || kept % nominal != 0) return std::nullopt;
+  try {
+    TimePoints::ClockTimeCodeParser parser(TimePoints::Rate(nominal, 1));
+    const auto read = TimePoints::TimeCode::Parse(startTimeCode.text, parser);
+    const auto samplesPerFrame = static_cast<int32_t>(kept / nominal);
+    return TimePoints::TimeCodeBuilder()
+        .ClockTime(read.Hour(), read.Minute(), read.Second(), read.Sample() * samplesPerFrame)
+        .Rate(TimePoints::Rate(kept, 1))
+        .IsDrop(read.IsDrop())
+        .Build();
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
 MediaAssets::MediaAsset BuildAsset(const MediaReport& report, BaseTypes::DateTime now) {
   const std::string clipId = ClipIdOf(report.path);
   MediaAssets::MediaAsset asset{MediaAssets::MediaAssetId(clipId)};
@@ -244,6 +277,7 @@ MediaAssets::MediaAsset BuildAsset(const MediaReport& report, BaseTypes::DateTim
   asset.CreationDate(now);
   SetBounds(asset.PhysicalTimebounds(), DurationOf(report));
   WriteProfiles(report, asset.Metadata());
+  if (report.startTimeCode) AddUserTimeCode(*report.startTimeCode, asset.Metadata());
   asset.MediaResources().Insert(BuildResource(report, clipId, asset));
   return asset;
 }

@@ -2,10 +2,13 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/DateTime.h"
 #include "Oru/DataModel/MediaAssets/MediaAsset.h"
+#include "Oru/TimePoints/Core/TimeCode.h"
 
 #include "MediaReport.h"
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace Catalogue {
@@ -25,8 +28,14 @@ std::string ClipIdOf(const std::filesystem::path& canonicalPath);
 /// its wrapper states it.
 int64_t DurationOf(const MediaReport& report);
 
+/// The start time code as the operator's profile keeps it, which counts 50 or 60 samples a second: a frame of
+/// a 25 Hz clip is two samples. Nothing for frame rates that don't divide those, as 24, and for a text that
+/// is no time code.
+std::optional<Oru::TimePoints::TimeCode> UserTimeCodeOf(const StartTimeCode& startTimeCode);
+
 /// A new asset of one resource, the file, which is one stream with an essence and a track per track of the
-/// file: pictures first, then sound, then data. Its time line starts at 0.
+/// file: pictures first, then sound, then data. Its time line starts at 0; the start time code is its user
+/// time code.
 Oru::DataModel::MediaAssets::MediaAsset BuildAsset(const MediaReport& report,
                                                    Oru::BusinessEntityModel::BaseTypes::DateTime now);
 

@@ -1,0 +1,246 @@
+#include "CatalogueApp.h"
+
+#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/BusinessEntityModel/Edits/Sequence.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
+#include "Oru/DataModel/MediaAssets/Annotation.h"
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/MediaAssetGroupItem.h"
+#include "Oru/TimePoints/Core/TimePoint.h"
+
+#include "AssetBuilder.h"
+#include "ClipPrinter.h"
+#include "MediaProbe.h"
+#include "TextForms.h"
+#include "TextTable.h"
+
+#include <cmath>
+#include <ctime>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace Catalogue {
+namespace {
+
+namespace BaseTypes = Oru::BusinessEntityModel::BaseTypes;
+namespace Edits = Oru::BusinessEntityModel::Edits;
+namespace MediaAssets = Oru::DataModel::MediaAssets;
+namespace TimePoints = Oru::TimePoints;
+
+constexpr char sequenceProfile[] = "oru.catalogue.sequence";
+
+/// "1 clip", "2 clips".
+std::string Count(size_t count, const std::string& noun) {
+  return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+bool IsProtected(const MediaAssets::MediaAsset& clip) {
+  return clip.HasDapOperatorMetadata() && clip.DapOperatorMetadata().IsUserProtected();
+}
+
+/// The angle of a clip is its camera, where it has one on the grid.
+std::string AngleName(const MediaAssets::MediaAsset& clip, size_t index) {
+  const bool hasCamera = clip.HasDapOperatorMetadata() && clip.DapOperatorMetadata().DapId().HasCamera();
+  if (hasCamera) return std::string(1, clip.DapOperatorMetadata().Camera());
+  return std::to_string(index + 1);
+}
+
+}  // namespace
+
+CatalogueApp::CatalogueApp(ClipStore& store, std::ostream& out, std::ostream& errors, bool isTerminal)
+    : mStore(store), mOut(out), mErrors(errors), mIsTerminal(isTerminal) {}
+
+int CatalogueApp::Add(const std::vector<std::string>& files) {
+  int status = 0;
+  for (size_t n = 0; n < files.size(); ++n) {
+    if (mIsTerminal) {
+      mErrors << "Reading " << n + 1 << " of " << files.size() << ": " << files[n] << std::flush;
+    }
+    const bool isAdded = AddFile(files[n]);
+    if (!isAdded) status = 1;
+  }
+  return status;
+}
+
+bool CatalogueApp::AddFile(const std::string& file) {
+  // Takes the line of progress back.
+  const char* const clearLine = mIsTerminal ? "\r\033[K" : "";
+  try {
+    MediaAssets::MediaAsset clip = BuildAsset(ProbeMedia(file), std::time(nullptr));
+    const bool isNew = mStore.Put(clip) == ClipStore::Outcome::Added;
+    mErrors << clearLine << std::flush;
+    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << clip.Name() << '\n';
+    return true;
+  } catch (const NotMedia& reason) {
+    mErrors << clearLine << file << ": skipped, " << reason.what() << '\n';
+    return false;
+  }
+}
+
+int CatalogueApp::List(const std::string& nameContains) {
+  TextTable table({"ID", "NAME", "DURATION", "WRAPPER", "VIDEO", "AUDIO", "START"});
+  for (MediaAssets::MediaAsset& clip : mStore.Clips(nameContains)) {
+    mStore.ReadSummary(clip);
+    const std::string start = EntryText(clip.Metadata(), Profiles::general, "startTimeCode");
+    table.Row({clip.Id().Value(), clip.Name(), DurationText(clip.GetInOutDuration()), WrapperSummary(clip),
+               VideoSummary(clip), AudioSummary(clip), start.empty() ? "-" : start});
+  }
+  table.Print(mOut);
+  return 0;
+}
+
+int CatalogueApp::Show(const std::string& clip) {
+  MediaAssets::MediaAsset asset = mStore.Find(clip);
+  mStore.ReadAll(asset);
+  PrintClip(mOut, asset);
+  return 0;
+}
+
+int CatalogueApp::Place(const std::string& clip, const MediaAssets::DapId& place) {
+  mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
+    MediaAssets::DapOperatorMetadataProfile& profile = asset.DapOperatorMetadata();
+    profile.ServerId(place.ServerId());
+    profile.Page(place.Page());
+    profile.Bank(place.Bank());
+    profile.Row(place.Row());
+    profile.Camera(place.Camera());
+    mOut << asset.Name() << " is at " << place.ToString() << '\n';
+  });
+  return 0;
+}
+
+int CatalogueApp::Tag(const std::string& clip, const std::vector<std::string>& keywords) {
+  mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
+    MediaAssets::DapOperatorMetadataProfile& profile = asset.DapOperatorMetadata();
+    for (const std::string& keyword : keywords) {
+      profile.Keyword(static_cast<unsigned int>(profile.Keywords().size()), keyword);
+    }
+    mOut << asset.Name() << " has " << Count(profile.Keywords().size(), "keyword") << '\n';
+  });
+  return 0;
+}
+
+int CatalogueApp::Protect(const std::string& clip, bool isProtected) {
+  mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
+    asset.DapOperatorMetadata().UserProtected(isProtected);
+    mOut << asset.Name() << (asset.DapOperatorMetadata().IsUserProtected() ? " is" : " is not")
+         << " protected\n";
+  });
+  return 0;
+}
+
+int CatalogueApp::Cue(const std::string& clip, double seconds, const std::string& text) {
+  mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
+    const double lastSecond = static_cast<double>(asset.GetInOutDuration().ToNanoseconds()) / 1e9;
+    if (!(seconds >= 0 && seconds <= lastSecond)) {
+      throw std::invalid_argument(asset.Name() + " lasts " + DurationText(asset.GetInOutDuration()));
+    }
+    const TimePoints::TimeBoundary place(TimePoints::TimePoint::FromNanoseconds(std::llround(seconds * 1e9)));
+    auto cue = std::make_shared<MediaAssets::Annotation>(MediaAssets::AnnotationType::CuePoint, text);
+    cue->TimeBounds(TimePoints::TimeBounds(place, place));
+    asset.Annotations().push_back(std::move(cue));
+    mOut << asset.Name() << " has " << Count(asset.Annotations().size(), "cue") << '\n';
+  });
+  return 0;
+}
+
+int CatalogueApp::Group(const std::string& name, const std::vector<std::string>& clips, bool hasAngles) {
+  MediaAssets::AnglesMediaAssetGroup group{MediaAssets::MediaAssetGroupId(name), name};
+  group.Type(hasAngles ? "angles" : "clips");
+  for (const std::string& idOrName : clips) {
+    MediaAssets::MediaAsset clip = mStore.Find(idOrName);
+    mStore.ReadUsersPart(clip);
+    const std::string angle = hasAngles ? AngleName(clip, group.Items().size()) : "";
+    group.Items().push_back(std::make_shared<MediaAssets::AnglesMediaAssetGroupItem>(
+        angle, MediaAssets::MediaAssetReference(clip.Id())));
+  }
+  mStore.PutGroup(group, hasAngles);
+  mOut << "group " << name << " has " << Count(group.Items().size(), hasAngles ? "angle" : "clip") << '\n';
+  return 0;
+}
+
+int CatalogueApp::ListGroups() {
+  TextTable table({"GROUP", "KIND", "CLIPS"});
+  for (const auto& [group, hasAngles] : mStore.Groups()) {
+    std::string clips;
+    for (const auto& item : group.Items()) {
+      if (!clips.empty()) clips += ", ";
+      const auto* angle = dynamic_cast<const MediaAssets::AnglesMediaAssetGroupItem*>(item.get());
+      if (angle != nullptr && !angle->Name().empty()) clips += angle->Name() + "=";
+      clips += item->MediaAsset()->Name();
+    }
+    table.Row({group.Name(), hasAngles ? "angles" : "clips", clips});
+  }
+  table.Print(mOut);
+  return 0;
+}
+
+int CatalogueApp::Remove(const std::vector<std::string>& clips) {
+  for (const std::string& idOrName : clips) {
+    MediaAssets::MediaAsset clip = mStore.Find(idOrName);
+    mStore.ReadUsersPart(clip);
+    if (IsProtected(clip)) throw std::runtime_error(clip.Name() + " is protected");
+    mStore.Remove(clip);
+    mOut << "removed  " << clip.Id().Value() << "  " << clip.Name() << '\n';
+  }
+  return 0;
+}
+
+int CatalogueApp::RemoveByServer(int server) {
+  const MediaAssets::ZuServerId serverId(server);
+  const std::vector<MediaAssets::MediaAsset> clips = mStore.ClipsOnServer(serverId);
+  for (const MediaAssets::MediaAsset& clip : clips) {
+    if (IsProtected(clip)) throw std::runtime_error(clip.Name() + " is protected");
+  }
+  mStore.RemoveByServer(serverId);
+  mOut << "removed  " << Count(clips.size(), "clip") << " of server " << server << '\n';
+  return 0;
+}
+
+int CatalogueApp::MakeEdit(const std::string& name, const std::vector<std::string>& clips) {
+  const std::time_t now = std::time(nullptr);
+  Edits::Edit edit;
+  edit.Id(Edits::EditId(name));
+  edit.Name(name);
+  edit.CreationDate(now);
+  edit.ModificationDate(now);
+
+  TimePoints::TimePoint start = TimePoints::TimePoint::FromNanoseconds(0);
+  for (const std::string& idOrName : clips) {
+    MediaAssets::MediaAsset clip = mStore.Find(idOrName);
+    const TimePoints::Duration duration = clip.OutBoundary() - clip.InBoundary();
+    auto sequence = std::make_unique<Edits::Sequence>(
+        Edits::SequenceId(name + "/" + std::to_string(edit.Sequences().Size() + 1)));
+    sequence->Name(clip.Name());
+    sequence->CreationDate(now);
+    sequence->ModificationDate(now);
+    sequence->SetTimePoint(start);
+    sequence->Duration(Edits::SequenceDuration(duration));
+    auto origin =
+        std::make_shared<BaseTypes::GenericMetadataProfile>(BaseTypes::FullyQualifiedName(sequenceProfile));
+    origin->Set("clip", clip.Id().Value());
+    sequence->Metadata().Set(std::move(origin));
+    edit.Sequences().Add(std::move(sequence));
+    start += duration;
+  }
+  mStore.PutEdit(edit);
+  mOut << "edit " << name << " has " << Count(static_cast<size_t>(edit.Sequences().Size()), "sequence")
+       << '\n';
+  return 0;
+}
+
+int CatalogueApp::ListEdits() {
+  TextTable table({"EDIT", "AT", "DURATION", "SEQUENCE", "CLIP"});
+  for (const Edits::Edit& edit : mStore.Edits()) {
+    for (const auto& sequence : edit.Sequences()) {
+      table.Row({edit.Name(), PlaceText(TimePoints::TimeBoundary(sequence->GetTimePoint())),
+                 DurationText(sequence->Duration().Duration()), sequence->Name(),
+                 EntryText(sequence->Metadata(), sequenceProfile, "clip")});
+    }
+  }
+  table.Print(mOut);
+  return 0;
+}
+
+}  // namespace Catalogue

@@ -1,0 +1,98 @@
+#include "AssetBuilder.h"
+
+#include "Oru/DataModel/MediaAssets/MediaResource.h"
+#include "Oru/DataModel/MediaAssets/Stream.h"
+#include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
+#include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Catalogue {
+namespace {
+
+namespace TimePoints = Oru::TimePoints;
+
+TEST(AssetBuilderTest, CountsTheUserTimeCodeInFiftyOrSixtySamples) {
+  struct Case {
+    const char* text;
+    Fraction rate;
+    const char* expected;
+  };
+  const std::vector<Case> cases{
+      {"10:00:00:12", {25, 1}, "10:00:00:24 at 50"},
+      {"10:00:00:49", {50, 1}, "10:00:00:49 at 50"},
+      {"01:00:00:29", {30, 1}, "01:00:00:58 at 60"},
+      {"01:00:00;00", {30000, 1001}, "01:00:00;00 at 60"},
+      {"00:01:00;02", {30000, 1001}, "00:01:00;04 at 60"},
+      {"23:59:59;59", {60000, 1001}, "23:59:59;59 at 60"},
+      {"00:01:00;01", {30000, 1001}, ""},
+      {"10:00:00:12", {24, 1}, ""},
+      {"10:00:00:12", {}, ""},
+      {"10:00:00:25", {25, 1}, ""},
+      {"noon", {25, 1}, ""},
+  };
+  for (const Case& c : cases) {
+    const auto timeCode = UserTimeCodeOf({c.text, c.rate, false, ""});
+    const std::string text = timeCode ? timeCode->ToString(TimePoints::ClockTimeCodeFormatter()) + " at " +
+                                            std::to_string(timeCode->Rate().Numerator())
+                                      : "";
+    EXPECT_EQ(text, c.expected) << c.text << " at " << c.rate.numerator << '/' << c.rate.denominator;
+  }
+}
+
+TEST(AssetBuilderTest, CountsTheDurationInFramesThenInSamplesThenByTheWrapper) {
+  MediaReport report;
+  report.durationSeconds = 1.5;
+  EXPECT_EQ(DurationOf(report), 1500000000);
+
+  report.audio.resize(1);
+  report.audio[0].sampleRate = 48000;
+  report.audio[0].sampleCount = 48001;
+  EXPECT_EQ(DurationOf(report), 1000020834);
+
+  report.video.resize(1);
+  report.video[0].frameRate = {30000, 1001};
+  report.video[0].frameCount = 30;
+  EXPECT_EQ(DurationOf(report), 1001000000);
+}
+
+TEST(AssetBuilderTest, GivesEachTrackOfTheFileAnEssenceAndATrackOfItsChannels) {
+  MediaReport report;
+  report.path = "/clips/goal.mov";
+  report.video.resize(1);
+  report.audio.resize(2);
+  report.audio[0].channels = 2;
+  report.audio[1].channels = 1;
+  report.data.push_back({"Time code", "QuickTime TC"});
+
+  auto asset = BuildAsset(report, 1000);
+
+  auto& stream = *asset.MediaResources().begin()->Value().Streams().at(0);
+  EXPECT_EQ(stream.Essences().Size(), 4);
+  std::string tracks;
+  for (const auto& track : asset.Tracks()) {
+    tracks += track->Name();
+    for (const auto& channel : track->Channels()) {
+      EXPECT_EQ(channel->Stream().Id(), stream.Id());
+      tracks += ' ' + std::to_string(channel->EssenceNr()) + '.' + std::to_string(channel->ChannelNr());
+    }
+    tracks += '|';
+  }
+  EXPECT_EQ(tracks, "A1 1.0 1.1|A2 2.0|D1 3.0|V1 0.0|");
+}
+
+TEST(AssetBuilderTest, AClipKeepsItsIdentityAndItsNeighboursHaveOthers) {
+  EXPECT_EQ(ClipIdOf("/clips/goal.mov"), ClipIdOf("/clips/goal.mov"));
+  EXPECT_EQ(ClipIdOf("/clips/goal.mov").size(), 10u);
+  std::set<std::string> ids;
+  for (int n = 0; n < 20000; ++n)
+    ids.insert(ClipIdOf("/clips/goal " + std::to_string(n) + ".mov"));
+  EXPECT_EQ(ids.size(), 20000u);
+}
+
+}  // namespace
+}  // namespace Catalogue
