@@ -103,16 +103,22 @@ void DatabaseSqlite::BeginTransaction() {
   std::string error = "the database is not open";
   if (IsOpen()) {
     const HandleLock lock(mHandle);
-    // A transaction that only reads at first could be refused its first write at once, whatever the timeout,
-    // when another connection has written since: https://sqlite.org/lang_transaction.html
-    if (!HasLostTransaction() && RunPlain("BEGIN IMMEDIATE")) {
+    if (HasLostTransaction()) {
+      error = LostTransactionText;
+    } else if (sqlite3_db_readonly(mHandle, "main") == 1) {
+      // SQLite would begin one all the same, and refuse what it is for.
+      error = sqlite3_errstr(SQLITE_READONLY);
+    } else if (RunPlain("BEGIN IMMEDIATE")) {
+      // A transaction that only reads at first could be refused its first write at once, whatever the
+      // timeout, when another connection has written since: https://sqlite.org/lang_transaction.html
       mInTransaction = true;
       mIsReading = false;
       ++mTransactionNumber;
       mChangesAtBegin = sqlite3_total_changes64(mHandle);
       return;
+    } else {
+      error = sqlite3_errmsg(mHandle);
     }
-    error = HasLostTransaction() ? LostTransactionText : sqlite3_errmsg(mHandle);
   }
   LogFailure("begin of a transaction refused: " + error);
   throw InvalidOperationException();

@@ -6,6 +6,7 @@
 #include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/UnusedRows.h"
 
 #include <typeinfo>
 #include <utility>
@@ -68,14 +69,17 @@ Sqlite::QuerySqlite LinkedTo(const MediaAsset& mediaAsset, const std::string& li
   return query;
 }
 
-// Deletes the rows that no row of `usingTable` refers to.
+// Deletes the rows of a table that no link refers to.
 template <class T, class U>
-bool DeleteUnused(Table<T, U>& table, const std::string& usingTable, const std::string& usingColumn) {
-  Sqlite::QuerySqlite used;
-  used.In("key", usingTable, usingColumn);
-  Sqlite::QuerySqlite unused;
-  unused.Not(used);
-  return table.Delete(unused);
+bool DeleteUnused(UnusedRows& unusedRows, Table<T, U>& table, const std::string& linkTable,
+                  const std::string& linkColumn) {
+  return unusedRows.Delete([&] {
+    Sqlite::QuerySqlite used;
+    used.In("key", linkTable, linkColumn);
+    Sqlite::QuerySqlite unused;
+    unused.Not(used);
+    return table.Delete(unused);
+  });
 }
 
 }  // namespace
@@ -107,6 +111,13 @@ MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db)
   annotationTable = std::make_unique<AnnotationTable>(db);
   // Last: it is given this table, which must be whole by then.
   mediaAssetGroupTable = std::make_unique<MediaAssetGroupTable>(*this);
+  unusedMediaResources = std::make_unique<UnusedRows>(
+      db, MediaResourceTable::tableName, RelationMediasTable::tableName, RelationMediasTable::columnNames[1]);
+  unusedTracks = std::make_unique<UnusedRows>(db, TrackTable::tableName, RelationAssetTrackTable::tableName,
+                                              RelationAssetTrackTable::columnNames[1]);
+  emptyAssetGroups =
+      std::make_unique<UnusedRows>(db, MediaAssetGroupTable::tableName, MediaAssetGroupItemTable::tableName,
+                                   MediaAssetGroupItemTable::columnNames[1]);
 }
 
 MediaAssetTable::~MediaAssetTable() = default;
@@ -172,17 +183,17 @@ bool MediaAssetTable::DeleteByServerId(ZuServerId serverId) {
 }
 
 bool MediaAssetTable::DeleteUnusedMediaResources() {
-  return DeleteUnused(*mediaResouceTable, RelationMediasTable::tableName,
+  return DeleteUnused(*unusedMediaResources, *mediaResouceTable, RelationMediasTable::tableName,
                       RelationMediasTable::columnNames[1]);
 }
 
 bool MediaAssetTable::DeleteUnusedTracks() {
-  return DeleteUnused(*trackTable, RelationAssetTrackTable::tableName,
+  return DeleteUnused(*unusedTracks, *trackTable, RelationAssetTrackTable::tableName,
                       RelationAssetTrackTable::columnNames[1]);
 }
 
 bool MediaAssetTable::DeleteEmptyAssetGroups() {
-  return DeleteUnused(*mediaAssetGroupTable, MediaAssetGroupItemTable::tableName,
+  return DeleteUnused(*emptyAssetGroups, *mediaAssetGroupTable, MediaAssetGroupItemTable::tableName,
                       MediaAssetGroupItemTable::columnNames[1]);
 }
 

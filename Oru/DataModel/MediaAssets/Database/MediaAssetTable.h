@@ -24,6 +24,7 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 class MediaAssetGroupTable;
+class UnusedRows;
 
 /// Media assets, with all that hangs under them.
 ///
@@ -166,6 +167,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   std::unique_ptr<TrackTable> trackTable;
   std::unique_ptr<RelationAssetTrackTable> relationAssetTrackTable;
   std::unique_ptr<MediaAssetGroupTable> mediaAssetGroupTable;
+  std::unique_ptr<UnusedRows> unusedMediaResources;
+  std::unique_ptr<UnusedRows> unusedTracks;
+  std::unique_ptr<UnusedRows> emptyAssetGroups;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include <cstdint>
+#include <string>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// Deletes the rows of one shared table that no link refers to any more, whoever unlinked them, at a cost
+/// that goes by what has changed since the last time and not by the size of the file.
+///
+/// From the first time on, temporary triggers of the connection note each row that loses a link, and rows
+/// that are new show by their keys, which only grow. All is looked at again when another connection has
+/// changed the file meanwhile. The notes lie in temporary tables, so that a rollback takes them back together
+/// with what they tell of. Internal to the library.
+///
+/// Threads: may be used from several threads at once.
+class UnusedRows {
+ public:
+  /// @param sharedTable        the table whose rows need a link, with its key in the column `key`
+  /// @param linkTable          the table of the links
+  /// @param linkColumn         the column that refers to the shared table
+  UnusedRows(Common::Databases::Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable,
+             std::string linkTable, std::string linkColumn);
+
+  /// Deletes the rows without a link.
+  /// @param deleteAll  deletes them by looking at all rows; gives false when the database refuses
+  /// @return false, with a log entry, when the database refuses
+  template <class DeleteAll>
+  bool Delete(DeleteAll deleteAll) {
+    if (!BeginNoting()) return deleteAll();
+    const Changes changes = ChangesSinceLastTime();
+    if (changes.areKnown && changes.AreNone()) return true;
+    const bool isDeleted = changes.areKnown ? DeleteAmong(changes) : deleteAll();
+    return isDeleted && Forget(changes);
+  }
+
+ private:
+  struct Changes {
+    bool areKnown = false;
+    // The connection's number of the file's state, the highest key looked at the last time, the highest key
+    // now and the last note.
+    int64_t dataVersion = 0;
+    int64_t lastKnownKey = 0;
+    int64_t lastKey = 0;
+    int64_t lastNote = 0;
+
+    bool AreNone() const { return lastKey <= lastKnownKey && lastNote == 0; }
+  };
+
+  bool BeginNoting();
+  Changes ChangesSinceLastTime();
+  bool DeleteAmong(const Changes& changes);
+  bool Forget(const Changes& changes);
+
+  Common::Databases::Sqlite::DatabaseSqlite& database;
+  const std::string table;
+  const std::string link;
+  const std::string column;
+  // Temporary tables: the keys of rows that have lost a link, and what was known the last time.
+  const std::string notes;
+  const std::string known;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
