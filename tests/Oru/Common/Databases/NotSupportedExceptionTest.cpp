@@ -1,0 +1,25 @@
+#include "Oru/Common/Databases/NotSupportedException.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/ObjectClosedException.h"
+
+#include <gtest/gtest.h>
+
+namespace Oru::Common::Databases {
+
+TEST(NotSupportedExceptionTest, CarriesTheReasonAndThePlaceOfTheThrow) {
+  const NotSupportedException exception("file is not a database", "Open.cpp", 42);
+  EXPECT_STREQ(exception.what(),
+               "Not supported exception : file is not a database (in file Open.cppat line 42)");
+  const NotSupportedException copy(exception);
+  EXPECT_STREQ(copy.what(), exception.what());
+}
+
+TEST(NotSupportedExceptionTest, TheOthersGiveFixedTextsThatCallersMayCompareWith) {
+  EXPECT_STREQ(ArgumentException().what(), "Wrong arguement exception");
+  EXPECT_STREQ(InvalidOperationException().what(), "Invalid Operation Exception");
+  EXPECT_STREQ(ObjectClosedException().what(), "Object closed excpetion");
+}
+
+}  // namespace Oru::Common::Databases

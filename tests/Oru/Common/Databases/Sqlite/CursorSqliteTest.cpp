@@ -1,0 +1,333 @@
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/RawCursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
+
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <optional>
+
+namespace Oru::Common::Databases::Sqlite {
+
+using testing::HasSubstr;
+
+class CursorSqliteTest : public testing::Test {
+ protected:
+  CursorSqliteTest() {
+    db.Open();
+    db.ExecuteStatement(
+        "CREATE TABLE T (k integer primary key, v);"
+        "INSERT INTO T (v) VALUES (NULL), (-7), (2.5), ('12 apples'), (x'00ff'), (9223372036854775807),"
+        " (''), (x''), (CAST(x'610062' AS TEXT));");
+  }
+
+  TestSupport::CapturedLog log;
+  DatabaseSqlite db{":memory:", log.Stream()};
+};
+
+TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
+  struct {
+    bool isNull;
+    int64_t int64;
+    int32_t int32;
+    double real;
+    bool boolean;
+    std::string text;
+  } const cases[] = {
+      {true, 0, 0, 0, false, ""},
+      {false, -7, -7, -7, true, "-7"},
+      {false, 2, 2, 2.5, true, "2.5"},
+      {false, 12, 12, 12, true, "12 apples"},
+      {false, 0, 0, 0, false, {"\0\xff", 2}},
+      {false, std::numeric_limits<int64_t>::max(), -1, 9223372036854775807.0, true, "9223372036854775807"},
+      {false, 0, 0, 0, false, ""},
+      {false, 0, 0, 0, false, ""},
+      {false, 0, 0, 0, false, {"a\0b", 3}},
+  };
+  CursorSqlite cursor(db, "SELECT k, v FROM T ORDER BY k");
+  RawCursorSqlite rawCursor(db, "SELECT k, v FROM T ORDER BY k");
+  RawReadSqlite row;
+  for (const auto& [isNull, int64, int32, real, boolean, text] : cases) {
+    ASSERT_TRUE(cursor.Step());
+    ASSERT_TRUE(rawCursor.Next(row));
+    SCOPED_TRACE(text);
+    EXPECT_EQ(cursor.IsNull("v"), isNull);
+    EXPECT_EQ(cursor.IsNull(1), isNull);
+    EXPECT_EQ(rawCursor.IsNull("v"), isNull);
+    EXPECT_EQ(row.IsNull("v"), isNull);
+    EXPECT_EQ(cursor.GetInt64("v"), int64);
+    EXPECT_EQ(cursor.GetInt64(1), int64);
+    EXPECT_EQ(row.GetInt64("v"), int64);
+    EXPECT_EQ(cursor.GetUInt64("v"), static_cast<uint64_t>(int64));
+    EXPECT_EQ(row.GetUInt64("v"), static_cast<uint64_t>(int64));
+    EXPECT_EQ(cursor.GetInt32("v"), int32);
+    EXPECT_EQ(cursor.GetInt32(1), int32);
+    EXPECT_EQ(row.GetInt32("v"), int32);
+    EXPECT_EQ(cursor.GetUInt32("v"), static_cast<uint32_t>(int32));
+    EXPECT_EQ(row.GetUInt32("v"), static_cast<uint32_t>(int32));
+    EXPECT_EQ(cursor.GetDouble("v"), real);
+    EXPECT_EQ(cursor.GetDouble(1), real);
+    EXPECT_EQ(row.GetDouble("v"), real);
+    EXPECT_EQ(cursor.GetBoolean("v"), boolean);
+    EXPECT_EQ(row.GetBoolean("v"), boolean);
+    EXPECT_EQ(cursor.GetString("v"), text);
+    EXPECT_EQ(cursor.GetString(1), text);
+    EXPECT_EQ(rawCursor.GetString("v"), text);
+    EXPECT_EQ(row.GetString("v"), text);
+    uint8_t* bytes = nullptr;
+    ASSERT_EQ(cursor.GetBytes("v", &bytes), static_cast<int32_t>(text.size()));
+    const std::unique_ptr<uint8_t[]> owner(bytes);
+    EXPECT_EQ(std::string(bytes, bytes + text.size()), text);
+    EXPECT_EQ(bytes == nullptr, text.empty());
+    EXPECT_EQ(row.GetBytesArraySize("v"), static_cast<int32_t>(text.size()));
+    uint8_t two[2] = {9, 9};
+    EXPECT_EQ(row.GetBytesArray("v", two, 2), std::min<int32_t>(2, static_cast<int32_t>(text.size())));
+    EXPECT_EQ(two[0], text.empty() ? 9 : static_cast<uint8_t>(text[0]));
+  }
+}
+
+TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
+  CursorSqlite cursor(db, "SELECT k, v FROM T WHERE k = 2");
+  const auto readsNothing = [&] {
+    int64_t value = 42;
+    std::string text = "kept";
+    uint8_t* bytes = nullptr;
+    EXPECT_FALSE(cursor.Get("k", value) || cursor.Get(0, value) || cursor.Get("k", text));
+    EXPECT_EQ(cursor.Get("k", &bytes), -1);
+    EXPECT_TRUE(value == 42 && text == "kept" && cursor.IsNull("k") && cursor.IsNull(0));
+    EXPECT_THROW(cursor.GetInt64("k"), ArgumentException);
+    EXPECT_THROW(cursor.GetBytes("k", &bytes), ArgumentException);
+    EXPECT_THROW(cursor.GetString(0), ArgumentException);
+  };
+  readsNothing();
+  EXPECT_TRUE(cursor.Step());
+  int32_t value = 42;
+  EXPECT_FALSE(cursor.Get("nosuch", value) || cursor.Get("K", value) || cursor.Get(2, value) ||
+               cursor.Get(-1, value));
+  EXPECT_TRUE(value == 42 && cursor.IsNull("nosuch") && cursor.IsNull(2));
+  EXPECT_THROW(cursor.GetBoolean("nosuch"), ArgumentException);
+  EXPECT_THROW(cursor.GetDouble(-1), ArgumentException);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_FALSE(cursor.Step());
+  readsNothing();
+  cursor.Reset();
+  EXPECT_TRUE(cursor.Step());
+  EXPECT_EQ(cursor.GetInt64("v"), -7);
+}
+
+TEST_F(CursorSqliteTest, KnowsItsColumnsAndReadsTheFirstOfThoseThatShareAName) {
+  CursorSqlite cursor(db, "SELECT k, v AS w, 5 AS k, 6 FROM T WHERE k = 2");
+  EXPECT_EQ(cursor.GetColumnsCount(), 4);
+  EXPECT_EQ(cursor.GetColumnName(1), "w");
+  EXPECT_EQ(cursor.GetColumnName(3), "6");
+  EXPECT_EQ(cursor.GetColumnName(4) + cursor.GetColumnName(-1), "");
+  EXPECT_EQ(cursor.GetColumnIndex("v"), -1);
+  ASSERT_TRUE(cursor.Step());
+  for (const char* name : {"k", "w", "k", "6", "k", "k"})
+    EXPECT_EQ(cursor.GetInt64(name), *name == 'k' ? 2 : *name == 'w' ? -7 : 6);
+}
+
+TEST_F(CursorSqliteTest, BindsByNameAndNumberAndForgetsAtReset) {
+  const char* const select =
+      "SELECT typeof(:a) || '|' || quote(:a) || '|' || typeof(:b) || '|' || quote(:b) AS s";
+  CursorSqlite cursor(db, select);
+  const uint8_t bytes[] = {1, 0, 0xfe};
+  const auto result = [&] {
+    EXPECT_TRUE(cursor.Step());
+    const std::string text = cursor.GetString("s");
+    cursor.Reset();
+    return text;
+  };
+  EXPECT_TRUE(cursor.Bind("a", int64_t{-1}) && cursor.Bind("b", uint64_t{1} << 63));
+  EXPECT_EQ(result(), "integer|-1|integer|-9223372036854775808");
+  EXPECT_EQ(result(), "null|NULL|null|NULL");
+  EXPECT_TRUE(cursor.Bind("b", int32_t{-5}) && cursor.Bind("a", uint32_t{0xffffffff}));
+  EXPECT_EQ(result(), "integer|4294967295|integer|-5");
+  EXPECT_TRUE(cursor.Bind("a", true) && cursor.Bind("b", 0.5));
+  EXPECT_EQ(result(), "integer|1|real|0.5");
+  EXPECT_TRUE(cursor.Bind("a", "it's") && cursor.Bind("b", std::string()));
+  EXPECT_EQ(result(), "text|'it''s'|text|''");
+  EXPECT_TRUE(cursor.Bind(1, "c") && cursor.Bind(2, bytes, 3));
+  EXPECT_EQ(result(), "text|'c'|blob|X'0100FE'");
+  EXPECT_TRUE(cursor.Bind("a", bytes, 0) && cursor.Bind("b", nullptr, 0));
+  EXPECT_EQ(result(), "blob|X''|blob|X''");
+  EXPECT_TRUE(cursor.Bind("a", 1) && cursor.Bind("a") && cursor.Bind(2, 2.0));
+  EXPECT_EQ(result(), "null|NULL|real|2.0");
+  EXPECT_TRUE(cursor.Bind("a", "back at the cache"));
+  cursor.Close();
+  CursorSqlite next(db, select);
+  EXPECT_TRUE(next.Step());
+  EXPECT_EQ(next.GetString("s"), "null|NULL|null|NULL");
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(CursorSqliteTest, RefusesBindingsThatTheStatementHasNoPlaceFor) {
+  CursorSqlite cursor(db, "SELECT :a AS a");
+  const uint8_t byte = 1;
+  EXPECT_FALSE(cursor.Bind("b", 1) || cursor.Bind(":a", 1) || cursor.Bind("", 1) || cursor.Bind(0, 1) ||
+               cursor.Bind(2, 1) || cursor.Bind("a", &byte, -1));
+  EXPECT_THAT(log.Text(), HasSubstr("no parameter named b"));
+  EXPECT_TRUE(cursor.Step());
+  EXPECT_FALSE(cursor.Bind("a", 1));
+  EXPECT_TRUE(cursor.IsNull("a"));
+  CursorSqlite literal(db, "SELECT k FROM T WHERE k = 3");
+  EXPECT_FALSE(literal.Bind(1, 4) || literal.Bind("1", 4) || literal.Bind("", 4));
+  EXPECT_TRUE(literal.Step());
+  EXPECT_EQ(literal.GetInt64("k"), 3);
+  literal.Reset();
+  EXPECT_TRUE(literal.Step());
+}
+
+TEST_F(CursorSqliteTest, CountsApartFromItsPosition) {
+  CursorSqlite cursor(db, "SELECT k FROM T WHERE k > 3 LIMIT 1",
+                      "SELECT COUNT(*) FROM (SELECT k FROM T WHERE k > 3)");
+  EXPECT_EQ(cursor.GetTotalItemsCount(), 6);
+  EXPECT_TRUE(cursor.Step());
+  EXPECT_EQ(cursor.GetTotalItemsCount(), 6);
+  EXPECT_EQ(cursor.GetInt64(0), 4);
+  EXPECT_EQ(CursorSqlite(db, "SELECT 1").GetTotalItemsCount(), -1);
+  EXPECT_EQ(CursorSqlite(db, "SELECT 1", "SELECT nosuch").GetTotalItemsCount(), -1);
+  cursor.Close();
+  EXPECT_EQ(cursor.GetTotalItemsCount(), -1);
+}
+
+TEST_F(CursorSqliteTest, WithoutAStatementItIsClosedAndSaysWhy) {
+  struct {
+    const char *text, *reason;
+  } const cases[] = {{"SELECT nosuch FROM T WHERE k = 1", "no such column: nosuch"},
+                     {"SELEC", "syntax error"},
+                     {"", "the text holds no statement"},
+                     {"-- nothing", "the text holds no statement"},
+                     {"SELECT 'a", "unrecognized token"}};
+  for (const auto& [text, reason] : cases) {
+    log.Clear();
+    CursorSqlite cursor(db, text);
+    EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr(reason))) << text;
+    EXPECT_FALSE(cursor.IsOpened() || cursor.Bind("a", 1) || cursor.Bind(1, 1));
+    EXPECT_THROW(cursor.Step(), ObjectClosedException);
+    EXPECT_EQ(cursor.GetColumnsCount(), 0);
+    EXPECT_EQ(cursor.GetColumnIndex("k"), -1);
+    cursor.Reset();
+    cursor.Close();
+    cursor.Reset(db, "SELECT 3 AS k", "SELECT 4");
+    EXPECT_TRUE(cursor.Step());
+    EXPECT_EQ(cursor.GetInt64("k") + cursor.GetTotalItemsCount(), 7);
+    EXPECT_EQ(log.Lines().size(), 1U);
+  }
+}
+
+TEST_F(CursorSqliteTest, AStepThatFailsIsLoggedAndTheCursorWorksOn) {
+  CursorSqlite insert(db, "INSERT INTO T (k) VALUES (:k)");
+  insert.Bind("k", 1);
+  EXPECT_THROW(insert.Run(), InvalidOperationException);
+  EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr(" 0xC0090118 UNIQUE constraint failed: T.k")));
+  EXPECT_TRUE(insert.IsOpened());
+  insert.Reset();
+  insert.Bind("k", 100);
+  insert.Run();
+  CursorSqlite select(db, "SELECT abs(v) FROM (SELECT 1 AS v UNION ALL SELECT -9223372036854775807 - 1)");
+  EXPECT_TRUE(select.Step());
+  EXPECT_THROW(select.Step(), InvalidOperationException);
+  EXPECT_TRUE(select.IsNull(0));
+  EXPECT_TRUE(select.Step());
+  EXPECT_THROW(CursorSqlite(db, "SELECT 1").Run(), InvalidOperationException);
+}
+
+TEST_F(CursorSqliteTest, OutlivesTheOpeningAndTheDatabase) {
+  std::optional<DatabaseSqlite> owner;
+  owner.emplace(":memory:", log.Stream());
+  owner->Open();
+  CursorSqlite cursor(*owner, "SELECT 1 AS one"), second(*owner, "SELECT 1 AS one");
+  RawCursorSqlite raw(*owner, "SELECT 2 AS two", "SELECT 3");
+  RawReadSqlite row;
+  EXPECT_TRUE(cursor.Step() && raw.Next(row));
+  owner->Close();
+  EXPECT_FALSE(cursor.IsOpened() || second.IsOpened() || raw.IsOpened());
+  EXPECT_EQ(row.GetInt64("two"), 2);
+  owner->Open();
+  EXPECT_THROW(cursor.Step(), ObjectClosedException);
+  cursor.Reset(*owner, "SELECT 4 AS four", "");
+  EXPECT_TRUE(cursor.Step());
+  EXPECT_EQ(cursor.GetString("four"), "4");
+  owner.reset();
+  EXPECT_FALSE(cursor.IsOpened() || cursor.Bind("a", 1));
+  EXPECT_THROW(raw.Next(row), ObjectClosedException);
+  EXPECT_EQ(raw.GetTotalItemsCount(), -1);
+  cursor.Reset();
+  cursor.Reset(db, "SELECT 5", "");
+  EXPECT_TRUE(cursor.Step());
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
+  const TestSupport::TemporaryDirectory directory;
+  DatabaseSqlite first(directory.File("a.db"), log.Stream()), second(directory.File("a.db"), log.Stream());
+  first.Open();
+  second.Open();
+  first.ExecuteStatement("CREATE TABLE S (a, b); INSERT INTO S VALUES (1, 2);");
+  const auto read = [&] {
+    CursorSqlite cursor(first, "SELECT * FROM S WHERE b = 2");
+    if (!cursor.Step()) return std::string("nothing");
+    return cursor.GetString("a") + cursor.GetString("b") + std::to_string(cursor.GetColumnsCount());
+  };
+  EXPECT_EQ(read() + read(), "122122");
+  second.ExecuteStatement("ALTER TABLE S ADD COLUMN c DEFAULT 3");
+  EXPECT_EQ(read() + read(), "123123");
+  second.ExecuteStatement("DROP TABLE S; CREATE TABLE S (c, b, x, a); INSERT INTO S VALUES (3, 2, 0, 1);");
+  EXPECT_EQ(read() + read(), "124124");
+  CursorSqlite held(first, "SELECT * FROM S WHERE b = 2");
+  second.ExecuteStatement("DROP TABLE S; CREATE TABLE S (b, a); INSERT INTO S VALUES (2, 1), (2, 5);");
+  EXPECT_TRUE(held.Step() && held.Step());
+  EXPECT_EQ(held.GetString("a") + held.GetString("b"), "52");
+  held.Close();
+  // What this connection changes itself shows ahead of the first step too.
+  EXPECT_EQ(read(), "122");
+  first.ExecuteStatement("ALTER TABLE S ADD COLUMN d");
+  EXPECT_EQ(CursorSqlite(first, "SELECT * FROM S WHERE b = 2").GetColumnIndex("d"), 2);
+  second.ExecuteStatement("DROP TABLE S");
+  EXPECT_THROW(read(), InvalidOperationException);
+  second.ExecuteStatement("CREATE TABLE S (b, a); INSERT INTO S VALUES (2, 1)");
+  EXPECT_EQ(read(), "122");
+}
+
+TEST(RawReadSqliteTest, KeepsWhatItWasSetTo) {
+  RawReadSqlite row;
+  uint8_t bytes[] = {0x31, 0x32, 0};
+  row.Set("integer", int32_t{-1});
+  row.Set("unsigned", uint64_t{1} << 63);
+  row.Set("small", uint32_t{0xffffffff});
+  row.Set("bool", true);
+  row.Set("real", 1e20);
+  row.Set("text", " +2.5e3x");
+  row.Set("bytes", bytes, 3);
+  row.SetNull("null");
+  bytes[0] = 0;
+  const RawReadSqlite copy(row);
+  row.Reset();
+  EXPECT_THROW(row.GetInt64("integer"), ArgumentException);
+  EXPECT_THROW(row.IsNull("integer"), ArgumentException);
+  EXPECT_EQ(copy.GetUInt32("integer"), 0xffffffffU);
+  EXPECT_EQ(copy.GetUInt64("unsigned"), uint64_t{1} << 63);
+  EXPECT_EQ(copy.GetInt64("small"), 4294967295);
+  EXPECT_EQ(copy.GetString("bool"), "1");
+  EXPECT_EQ(copy.GetInt64("real"), std::numeric_limits<int64_t>::max());
+  EXPECT_EQ(copy.GetString("real"), "1.0e+20");
+  EXPECT_EQ(copy.GetDouble("text"), 2500);
+  EXPECT_EQ(copy.GetInt64("text"), 2);
+  EXPECT_EQ(copy.GetInt64("bytes"), 12);
+  EXPECT_EQ(copy.GetBytesArraySize("bytes"), 3);
+  EXPECT_TRUE(copy.IsNull("null") && copy.GetString("null").empty() && !copy.GetBoolean("null"));
+  EXPECT_THROW(copy.GetBytesArraySize("nosuch"), ArgumentException);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,314 @@
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <filesystem>
+#include <fstream>
+#include <thread>
+
+namespace Oru::Common::Databases::Sqlite {
+
+using testing::HasSubstr;
+using TestSupport::FileContent;
+using TestSupport::Value;
+
+class DatabaseSqliteTest : public testing::Test {
+ protected:
+  DatabaseSqliteTest() : path(directory.File("clips.db")), db(path, log.Stream()) {
+    db.Open();
+    // A row of A that refers to none of B is refused at the commit.
+    EXPECT_TRUE(
+        db.ExecuteStatement("CREATE TABLE B (id integer primary key);"
+                            "CREATE TABLE A (x unique, b references B deferrable initially deferred);"
+                            "CREATE TRIGGER Bad BEFORE INSERT ON A WHEN NEW.x = 13"
+                            " BEGIN SELECT RAISE(ROLLBACK, 'unlucky'); END;"));
+  }
+
+  std::string Count() { return Value(db, "SELECT count(*) FROM A"); }
+
+  TestSupport::TemporaryDirectory directory;
+  TestSupport::CapturedLog log;
+  const std::string path;
+  DatabaseSqlite db;
+};
+
+TEST_F(DatabaseSqliteTest, OptionsOfTheConnectionTextReachTheConnection) {
+  struct {
+    const char *options, *busyTimeout, *journalMode, *synchronous;
+  } const cases[] = {
+      {"", "5000", "delete", "2"},
+      {"?cache=private&_busy_timeout=0", "0", "delete", "2"},
+      {"?_busy_timeout=7&_journal_mode=truncate&_synchronous=off", "7", "truncate", "0"},
+      {"?_journal_mode=persist&_synchronous=normal#_busy_timeout=8", "5000", "persist", "1"},
+      {"?%5fbusy%5Ftimeout=9&&_synchronous=ful%6C", "9", "delete", "2"},
+      {"?_journal_mode=memory&_synchronous=extra", "5000", "memory", "3"},
+      {"?_journal_mode=off", "5000", "off", "2"},
+      {"?_journal_mode=wal", "5000", "wal", "2"},
+      {"?_journal_mode=delete", "5000", "delete", "2"},
+  };
+  db.Close();
+  for (const auto& [options, busyTimeout, journalMode, synchronous] : cases) {
+    DatabaseSqlite other("file:" + path + options, log.Stream());
+    other.Open();
+    EXPECT_EQ(Value(other, "PRAGMA busy_timeout"), busyTimeout) << options;
+    EXPECT_EQ(std::to_string(other.BusyTimeout()), busyTimeout) << options;
+    EXPECT_EQ(Value(other, "PRAGMA journal_mode"), journalMode) << options;
+    EXPECT_EQ(Value(other, "PRAGMA synchronous"), synchronous) << options;
+    EXPECT_EQ(Value(other, "PRAGMA foreign_keys"), "1") << options;
+  }
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(DatabaseSqliteTest, BadOptionsAreRefusedByName) {
+  for (const std::string option : {"_busy_timeout=", "_busy_timeout", "_busy_timeout=-1", "_busy_timeout=5s",
+                                   "_busy_timeout=99999999999", "_journal_mode=on", "_journal_mode=",
+                                   "_synchronous=2", "_synchronous=full;", "_timeout=5", "_=1"}) {
+    DatabaseSqlite other("file:" + directory.File("new.db") + "?mode=rwc&" + option, log.Stream());
+    EXPECT_THROW(other.Open(), ArgumentException) << option;
+    EXPECT_FALSE(other.IsOpen());
+    EXPECT_TRUE(log.Contains('"' + option.substr(0, option.find('=')) + '"')) << log.Text();
+    log.Clear();
+  }
+  DatabaseSqlite without(log.Stream());
+  EXPECT_THROW(without.Open(), ArgumentException);
+  EXPECT_EQ(log.Lines().size(), 1U);
+  EXPECT_FALSE(std::filesystem::exists(directory.File("new.db")));
+}
+
+TEST_F(DatabaseSqliteTest, AnOpenThatFailsLeavesTheDatabaseClosedAndTheFileAsItWas) {
+  const std::string text = directory.File("notes.txt"), missing = directory.File("sub/clips.db");
+  std::ofstream(text) << std::string(5000, 'x');
+  struct {
+    std::string connection, reason;
+  } const cases[] = {
+      {text, "file is not a database"},
+      {directory.Path().string(), "unable to open database file"},
+      {missing, "unable to open database file"},
+      {"file:" + missing + "?mode=ro", "unable to open database file"},
+      {"file:" + path + "?mode=odd", "no such access mode: odd"},
+  };
+  for (const auto& [connection, reason] : cases) {
+    DatabaseSqlite other(connection, log.Stream());
+    log.Clear();
+    try {
+      other.Open();
+      ADD_FAILURE() << connection;
+    } catch (const NotSupportedException& exception) {
+      EXPECT_THAT(exception.what(), HasSubstr(reason));
+    }
+    EXPECT_FALSE(other.IsOpen());
+    EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr(" 0xC0090118 " + reason)));
+  }
+  EXPECT_EQ(FileContent(text), std::string(5000, 'x'));
+  DatabaseSqlite later(missing, log.Stream());
+  EXPECT_THROW(later.Open(), NotSupportedException);
+  std::filesystem::create_directory(directory.File("sub"));
+  later.Open();
+  EXPECT_TRUE(later.ExecuteStatement("CREATE TABLE T (a)"));
+}
+
+TEST_F(DatabaseSqliteTest, AReadOnlyFileIsReadAndNeverWritten) {
+  db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)");
+  const std::string content = FileContent(path);
+  DatabaseSqlite reader("file:" + path + "?mode=ro", log.Stream());
+  reader.Open();
+  EXPECT_EQ(Value(reader, "SELECT x FROM A"), "1");
+  EXPECT_FALSE(reader.ExecuteStatement("INSERT INTO A VALUES (2, NULL)"));
+  EXPECT_THROW(reader.BeginTransaction(), InvalidOperationException);
+  EXPECT_THAT(log.Lines(), testing::Each(HasSubstr("attempt to write a readonly database")));
+  EXPECT_FALSE(reader.IsInTransaction());
+  EXPECT_EQ(FileContent(path), content);
+}
+
+TEST_F(DatabaseSqliteTest, OpensAndClosesInTurn) {
+  EXPECT_THROW(db.Open(), InvalidOperationException);
+  EXPECT_TRUE(db.IsOpen());
+  db.BeginTransaction();
+  db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)");
+  db.Close();
+  db.Close();
+  EXPECT_FALSE(db.IsOpen() || db.IsInTransaction() || db.HasBegunTransaction());
+  EXPECT_FALSE(db.ExecuteStatement("SELECT 1"));
+  EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
+  EXPECT_THROW(db.EndTransaction(false), InvalidOperationException);
+  EXPECT_THROW(ReadGuard{db}, InvalidOperationException);
+  EXPECT_EQ(log.Lines().size(), 4U);
+  db.Open();
+  EXPECT_EQ(Count(), "0");
+  EXPECT_TRUE(dynamic_cast<QuerySqlite&>(*db.NewQuery()).IsEmpty());
+}
+
+TEST_F(DatabaseSqliteTest, CloseNamesTheStatementThatKeepsTheFileInUse) {
+  sqlite3_stmt* foreign = nullptr;
+  ASSERT_EQ(sqlite3_prepare_v2(db.Handle(), "SELECT 'mine' FROM A", -1, &foreign, nullptr), SQLITE_OK);
+  db.Close();
+  EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr("SELECT 'mine' FROM A")));
+  sqlite3_finalize(foreign);
+}
+
+TEST_F(DatabaseSqliteTest, ExecutesTextsWhole) {
+  struct {
+    const char* text;
+    bool isDone;
+    const char* count;
+  } const cases[] = {
+      {"", true, "0"},
+      {" \n-- nothing\n/* ; */ ;; ", true, "0"},
+      {"INSERT INTO A VALUES (1, NULL)", true, "1"},
+      {"-- first\nINSERT INTO A VALUES (1, NULL); /* and */\n\n;INSERT INTO A VALUES ('a;b', NULL) -- end",
+       true, "2"},
+      {"BEGIN; INSERT INTO A VALUES (1, NULL), (2, NULL); SELECT * FROM A; COMMIT;", true, "2"},
+      {"INSERT INTO A VALUES (1, NULL); INSERT INTO A VALUES (1, NULL)", false, "1"},
+      {"INSERT INTO A VALUES (1, NULL); nonsense; INSERT INTO A VALUES (2, NULL)", false, "1"},
+      {"BEGIN; INSERT INTO A VALUES (1, NULL); INSERT INTO A VALUES (1, NULL); COMMIT", false, "0"},
+      {"BEGIN; INSERT INTO A VALUES (1, NULL); INSERT INTO A (y) VALUES (2); COMMIT", false, "0"},
+      {"SAVEPOINT s; INSERT INTO A VALUES (1, NULL); bad", false, "0"},
+      {"INSERT INTO A VALUES ('unfinished", false, "0"},
+      {"UPDATE A SET x = 1 WHERE nosuch = 2", false, "0"},
+  };
+  for (const auto& [text, isDone, count] : cases) {
+    log.Clear();
+    EXPECT_EQ(db.ExecuteStatement(text), isDone) << text;
+    EXPECT_EQ(log.Lines().size(), isDone ? 0U : 1U) << text;
+    EXPECT_EQ(Count(), count) << text;
+    EXPECT_FALSE(db.IsInTransaction()) << text;
+    ASSERT_TRUE(db.ExecuteStatement("DELETE FROM A"));
+  }
+}
+
+TEST_F(DatabaseSqliteTest, AFailingTextLeavesATransactionThatItDidNotBegin) {
+  db.BeginTransaction();
+  EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)"));
+  EXPECT_FALSE(db.ExecuteStatement("INSERT INTO A VALUES (2, NULL); BEGIN; INSERT INTO A VALUES (3, NULL)"));
+  EXPECT_EQ(db.EndTransaction(true), 2);
+  EXPECT_EQ(Count(), "2");
+}
+
+TEST_F(DatabaseSqliteTest, TransactionsCountWhatTheyChanged) {
+  db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)");
+  db.BeginTransaction();
+  EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
+  db.ExecuteStatement("INSERT INTO A VALUES (2, NULL), (3, NULL); UPDATE A SET b = NULL; SELECT * FROM A");
+  EXPECT_EQ(db.EndTransaction(true), 5);
+  db.BeginTransaction();
+  db.ExecuteStatement("DELETE FROM A");
+  EXPECT_EQ(db.EndTransaction(false), 0);
+  EXPECT_EQ(Count(), "3");
+  log.Clear();
+  EXPECT_THROW(db.EndTransaction(true), InvalidOperationException);
+  EXPECT_THROW(db.EndTransaction(false), InvalidOperationException);
+  {
+    const ReadGuard reading(db);
+    EXPECT_THROW(db.EndTransaction(true), InvalidOperationException);
+    EXPECT_TRUE(db.IsInTransaction());
+  }
+  EXPECT_EQ(log.Lines().size(), 3U);
+}
+
+TEST_F(DatabaseSqliteTest, ARefusedCommitMayBeTriedAgain) {
+  db.BeginTransaction();
+  db.ExecuteStatement("INSERT INTO A VALUES (1, 5)");
+  EXPECT_THROW(db.EndTransaction(true), InvalidOperationException);
+  EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr("FOREIGN KEY constraint failed")));
+  EXPECT_TRUE(db.IsInTransaction() && db.HasBegunTransaction());
+  db.ExecuteStatement("INSERT INTO B VALUES (5)");
+  EXPECT_EQ(db.EndTransaction(true), 2);
+  EXPECT_EQ(Count(), "1");
+}
+
+TEST_F(DatabaseSqliteTest, BehindALostTransactionNothingIsWrittenUntilItIsEnded) {
+  db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)");
+  CursorSqlite insert(db, "INSERT INTO A VALUES (:x, NULL)");
+  for (const std::string loser :
+       {"INSERT OR ROLLBACK INTO A VALUES (1, NULL)", "INSERT INTO A VALUES (13, NULL)",
+        "SELECT 1; INSERT INTO A VALUES (13, NULL)"}) {
+    db.BeginTransaction();
+    EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (2, NULL)"));
+    EXPECT_FALSE(db.ExecuteStatement(loser));
+    EXPECT_FALSE(db.IsInTransaction());
+    const ReadGuard reading(db);
+    EXPECT_FALSE(db.ExecuteStatement("INSERT INTO A VALUES (3, NULL)"));
+    EXPECT_FALSE(db.ExecuteStatement("SELECT 1; CREATE TABLE C (a)"));
+    insert.Reset();
+    insert.Bind("x", 4);
+    EXPECT_THROW(insert.Run(), InvalidOperationException);
+    EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
+    EXPECT_THAT(log.Text(), HasSubstr("must be ended first"));
+    EXPECT_EQ(Count(), "1");
+    const bool commits = loser[0] == 'I';
+    if (commits)
+      EXPECT_THROW(db.EndTransaction(true), InvalidOperationException);
+    else
+      EXPECT_EQ(db.EndTransaction(false), 0);
+    EXPECT_TRUE(db.ExecuteStatement("DELETE FROM A WHERE x > 1"));
+  }
+  insert.Run();
+  EXPECT_EQ(Count(), "2");
+}
+
+TEST_F(DatabaseSqliteTest, ATransactionThatATextEndsIsOver) {
+  db.BeginTransaction();
+  EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (1, NULL); COMMIT; INSERT INTO A VALUES (2, NULL)"));
+  EXPECT_FALSE(db.HasBegunTransaction());
+  EXPECT_THROW(db.EndTransaction(true), InvalidOperationException);
+  db.BeginTransaction();
+  EXPECT_EQ(db.EndTransaction(true), 0);
+  EXPECT_EQ(Count(), "2");
+}
+
+TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneBehindALostTransaction) {
+  constexpr int count = 2000;
+  std::thread writer([&] {
+    for (int i = 0; i < count; ++i)
+      EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (" + std::to_string(100 + i) + ", NULL)"));
+  });
+  for (int i = 0; i < 200; ++i) {
+    TransactionGuard transaction(db);
+    std::this_thread::yield();
+    transaction.Commit();
+  }
+  writer.join();
+  EXPECT_EQ(Count(), std::to_string(count));
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {
+  db.Log("Some.Source", 0x1f, "first\r\nsecond");
+  db.LogFailure("third");
+  EXPECT_THAT(
+      log.Lines(),
+      testing::ElementsAre(
+          testing::MatchesRegex("20..-[01].-[0-3].T[0-2].:[0-5].:[0-6].\\....Z Some.Source 0x0000001F "
+                                "first  second"),
+          testing::MatchesRegex("....-..-..T..:..:..\\....Z Oru.Common.Database 0xC0090118 third")));
+  log.Clear();
+  const auto write = [&] {
+    for (int i = 0; i < 500; ++i)
+      db.LogFailure("a message of some length");
+  };
+  std::thread other(write);
+  write();
+  other.join();
+  EXPECT_EQ(log.Lines().size(), 1000U);
+  EXPECT_THAT(log.Lines(),
+              testing::Each(testing::EndsWith(" Oru.Common.Database 0xC0090118 a message of some length")));
+  DatabaseSqlite silent(":memory:", nullptr);
+  silent.Open();
+  EXPECT_FALSE(silent.ExecuteStatement("bad"));
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

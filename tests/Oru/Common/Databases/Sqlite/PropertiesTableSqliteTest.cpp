@@ -1,0 +1,66 @@
+#include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
+
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+
+#include <gtest/gtest.h>
+
+namespace Oru::Common::Databases::Sqlite {
+
+class PropertiesTableSqliteTest : public testing::Test {
+ protected:
+  PropertiesTableSqliteTest() {
+    db.Open();
+    table.Create();
+  }
+  static Property Make(const std::string& name, const std::string& text, int32_t number) {
+    Property property;
+    property.SetName(name);
+    property.SetStringValue(text);
+    property.SetIntValue(number);
+    return property;
+  }
+
+  TestSupport::CapturedLog log;
+  DatabaseSqlite db{":memory:", log.Stream()};
+  PropertiesTableSqlite table{"Props", db};
+};
+
+TEST_F(PropertiesTableSqliteTest, KeepsOneRowPerNameWhateverTheNameHolds) {
+  const std::vector<std::string> names = {"version", "it's",      "\"", "stringValue", "", "100%",
+                                          "ä\n日本", {"a\0b", 3}, "a"};
+  int32_t number = 0;
+  for (const std::string& name : names) {
+    Property first = Make(name, "first", ++number), again = Make(name, name + "'s", -number);
+    EXPECT_EQ(table.GetObjectIdFromName(name), -1);
+    EXPECT_TRUE(table.Save(first));
+    EXPECT_EQ(first.ObjectId(), number);
+    EXPECT_TRUE(table.Save(again));
+    EXPECT_EQ(again.ObjectId(), number);
+  }
+  table.Create();
+  for (const std::string& name : names) {
+    Property read;
+    ASSERT_TRUE(table.GetObject(name, read)) << name;
+    EXPECT_EQ(read.GetName(), name);
+    EXPECT_EQ(read.GetStringValue(), name + "'s");
+    EXPECT_EQ(read.GetIntValue(), -read.ObjectId());
+    EXPECT_EQ(table.GetObjectIdFromName(name), read.ObjectId());
+  }
+  EXPECT_EQ(TestSupport::Value(db, "SELECT count(*) FROM Props"), std::to_string(names.size()));
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(PropertiesTableSqliteTest, RenamesDeletesAndRefusesATwin) {
+  Property one = Make("one", "1", 1), two = Make("two", "2", 2), read;
+  EXPECT_TRUE(table.Save(one) && table.Save(two));
+  two.SetName("one");
+  EXPECT_FALSE(table.Save(two));
+  two.SetName("three");
+  EXPECT_TRUE(table.Save(two) && !table.GetObject("two", read) && table.GetObject("three", read));
+  EXPECT_TRUE(table.Delete(one) && !table.GetObject("one", read) && table.Exists(read.ObjectId()));
+  EXPECT_EQ(one.ObjectId(), -1);
+  EXPECT_EQ(log.Lines().size(), 1U);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

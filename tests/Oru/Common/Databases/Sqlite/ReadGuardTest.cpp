@@ -1,0 +1,155 @@
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+
+#include "support/DescribedTable.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace Oru::Common::Databases::Sqlite {
+
+using TestSupport::Note;
+using TestSupport::Value;
+
+class ReadGuardTest : public testing::Test {
+ protected:
+  ReadGuardTest() {
+    db.Open();
+    other.Open();
+    db.ExecuteStatement(TestSupport::NoteTable::CreateText);
+    for (const char* text : {"a", "b", "c"})
+      EXPECT_TRUE(OtherWrites(text));
+  }
+  bool OtherWrites(const std::string& text) {
+    return other.ExecuteStatement("INSERT INTO Note (text) VALUES ('" + text + "')");
+  }
+  std::string Count() { return Value(db, "SELECT count(*) FROM Note"); }
+
+  TestSupport::TemporaryDirectory directory;
+  const std::string connection = "file:" + directory.File("clips.db") + "?_busy_timeout=0";
+  DatabaseSqlite db{connection, nullptr};
+  DatabaseSqlite other{connection, nullptr};
+};
+
+TEST_F(ReadGuardTest, HoldsOneViewUntilItIsEnded) {
+  ReadGuard guard(db);
+  EXPECT_EQ(Count(), "3");
+  EXPECT_FALSE(OtherWrites("d"));
+  guard.End();
+  EXPECT_TRUE(OtherWrites("d"));
+  EXPECT_EQ(Count(), "4");
+  {
+    const ReadGuard outer(db);
+    {
+      const ReadGuard inner(db);
+      EXPECT_EQ(Count(), "4");
+    }
+    EXPECT_FALSE(OtherWrites("e"));
+  }
+  EXPECT_TRUE(OtherWrites("e"));
+}
+
+TEST_F(ReadGuardTest, SeesTheSameStateInWalModeWhileOthersWrite) {
+  EXPECT_EQ(Value(db, "PRAGMA journal_mode = wal"), "wal");
+  ReadGuard guard(db);
+  EXPECT_EQ(Count(), "3");
+  EXPECT_TRUE(OtherWrites("d"));
+  EXPECT_EQ(Count(), "3");
+  guard.End();
+  EXPECT_EQ(Count(), "4");
+}
+
+TEST_F(ReadGuardTest, IsInertOnceEndedAndInsideATransaction) {
+  {
+    TransactionGuard transaction(db);
+    {
+      ReadGuard inside(db);
+      EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Note (text) VALUES ('d')"));
+      inside.End();
+    }
+    EXPECT_TRUE(transaction.IsActive());
+    transaction.Commit();
+  }
+  ReadGuard guard(db);
+  EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
+  guard.End();
+  db.BeginTransaction();
+  EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Note (text) VALUES ('e')"));
+  guard.End();
+  EXPECT_EQ(db.EndTransaction(true), 1);
+  {
+    // What ends the reading, and the transaction that follows, are other people's.
+    const ReadGuard ended(db);
+    EXPECT_TRUE(db.ExecuteStatement("COMMIT; BEGIN; INSERT INTO Note (text) VALUES ('f')"));
+  }
+  EXPECT_TRUE(db.IsInTransaction());
+  EXPECT_TRUE(db.ExecuteStatement("ROLLBACK"));
+  {
+    const ReadGuard closed(db);
+    db.Close();
+    db.Open();
+    db.BeginTransaction();
+  }
+  EXPECT_EQ(db.EndTransaction(false), 0);
+  EXPECT_EQ(Count(), "5");
+}
+
+TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
+  TestSupport::NoteTable table(db);
+  PropertiesTableSqlite properties("Props", db);
+  properties.Create();
+  Note note;
+  Property property;
+  QuerySqlite all;
+  all.GreaterThan("key", 0);
+  const std::pair<const char*, std::function<void()>> reads[] = {
+      {"GetObject", [&] { EXPECT_TRUE(table.GetObject(1, note)); }},
+      {"Exists", [&] { EXPECT_TRUE(table.Exists(1)); }},
+      {"GetLastObjectId", [&] { EXPECT_GE(table.GetLastObjectId(), 3); }},
+      {"an object cursor to the end",
+       [&, cursor = std::shared_ptr<ObjectCursor<Note, Note>>()]() mutable {
+         cursor = table.OpenObjectCursor(all);
+         while (cursor->Next(note)) {
+         }
+         EXPECT_GE(cursor->GetTotalItemsCount(), 3);
+       }},
+      {"a raw cursor closed half-way",
+       [&] {
+         const auto cursor = table.OpenRawCursor();
+         EXPECT_TRUE(cursor->Next());
+         cursor->Close();
+       }},
+      {"a cursor rewound half-way",
+       [&, cursor = std::make_shared<CursorSqlite>(db, "SELECT * FROM Note")] {
+         EXPECT_TRUE(cursor->Step());
+         cursor->Reset();
+       }},
+      {"FindKey", [&] { EXPECT_EQ(FindKey(db, "SELECT key FROM Note WHERE text = ?", "a"), 1); }},
+      {"ReadEach", [&] { ReadEach<Note>(table, all, [](const Note& read) { EXPECT_NE(read.text, ""); }); }},
+      {"ReadEachNew",
+       [&] {
+         EXPECT_THROW(ReadEachNew<Note>(
+                          table, all, [] { return std::make_unique<Note>(); },
+                          [](std::unique_ptr<Note> read) { throw *read; }),
+                      Note);
+       }},
+      {"a property", [&] { EXPECT_FALSE(properties.GetObject("a", property)); }},
+      {"a text that selects", [&] { EXPECT_TRUE(db.ExecuteStatement("SELECT * FROM Note WHERE key > 1")); }},
+  };
+  for (const auto& [name, read] : reads) {
+    for (int i = 0; i < 2; ++i) {
+      read();
+      EXPECT_TRUE(OtherWrites(std::string(name) + std::to_string(i))) << name;
+    }
+  }
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

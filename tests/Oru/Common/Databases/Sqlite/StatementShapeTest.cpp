@@ -1,0 +1,275 @@
+#include "Oru/Common/Databases/Sqlite/StatementShape.h"
+
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <random>
+
+namespace Oru::Common::Databases::Sqlite {
+
+namespace {
+
+std::string Repeated(const std::string& text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i)
+    all += text;
+  return all;
+}
+
+// The shape and, between bars, the values that were lifted: integers as they are, texts behind a quote. A
+// text that stays as it is, and one that isn't cached, are told by a word alone.
+std::string Described(StatementShape& shape, const std::string& text) {
+  const StatementShape::Kind kind = shape.Analyse(text);
+  if (kind == StatementShape::Kind::Uncacheable) return "uncached";
+  if (kind == StatementShape::Kind::AsItStands) return shape.Text() == text ? "kept" : "kept, but changed";
+  std::string description(shape.Text());
+  for (const StatementShape::Literal& literal : shape.Literals())
+    description += literal.isText ? "|'" + std::string(literal.text) : "|" + std::to_string(literal.integer);
+  return description;
+}
+
+}  // namespace
+
+TEST(StatementShapeTest, LiftsWhatComparesAndNothingElse) {
+  const std::string select = "SELECT a FROM t WHERE ", ten = "1234567890";
+  const std::pair<std::string, std::string> cases[] = {
+      // Every comparison, integers and texts, in any case and spacing.
+      {select + "a = 1 AND b == 'x'", select + "a = ? AND b == ?|1|'x"},
+      {select + "a <> 1 OR b != 'x'", select + "a <> ? OR b != ?|1|'x"},
+      {select + "a<1 OR a<=2 OR a>3 OR a>=4", select + "a<? OR a<=? OR a>? OR a>=?|1|2|3|4"},
+      {"select a from t where a=1", "select a from t where a=?|1"},
+      {"SELECT a FROM t Where a\n=\t'x'", "SELECT a FROM t Where a\n=\t?|'x"},
+      {select + "a = /* b = 2 */ 1 -- c = 3", select + "a = /* b = 2 */ ? -- c = 3|1"},
+      {select + "a = 1;;", select + "a = ?;;|1"},
+      {"/* note */ " + select + "(a = 1)", "/* note */ " + select + "(a = ?)|1"},
+      // Texts and integers at their limits.
+      {select + "a = 'it''s'", select + "a = ?|'it''s"},
+      {select + "a = ''", select + "a = ?|'"},
+      {select + "a = -1 OR a = +2", select + "a = ? OR a = ?|-1|2"},
+      {select + "a = 9223372036854775807", select + "a = ?|9223372036854775807"},
+      {select + "a = 9223372036854775808", "kept"},
+      {select + "a = -9223372036854775808", select + "a = ?|-9223372036854775808"},
+      {select + "a = -9223372036854775809", "kept"},
+      {select + "a = 0000000000000000000000007", select + "a = ?|7"},
+      {select + "a = 1.0 OR a = 1e3 OR a = .5 OR a = 5. OR a = 0x1F OR a = 1e-3", "kept"},
+      {select + "a = - 1 OR a = -b OR a = -'1' OR a = --1\n", "kept"},
+      {select + "1 = a AND 'x' = b", "kept"},
+      {select + "1 = 1", select + "1 = ?|1"},
+      {select + "a = 'x' COLLATE NOCASE", select + "a = ? COLLATE NOCASE|'x"},
+      // What stands behind other words and signs.
+      {select +
+           "a LIKE 'x' AND b GLOB 'y' AND c MATCH 'z' AND d IS 1 AND e IN (1, 'x') AND f BETWEEN 1 AND 2",
+       "kept"},
+      {select + "a -> 'x' AND b ->> 1 AND c << 1 AND d >> 1 AND e | 1 AND f - 1", "kept"},
+      {select + "a -> 'x' = 'y'", select + "a -> 'x' = ?|'y"},
+      {select + "a = x'00' OR a = X'00' OR \"b = 1\" OR `b = 1` OR [b = 1] OR \"a\"\"= 1\"", "kept"},
+      {select + "'a = 1' OR a = (1) OR a = NULL OR a = b", "kept"},
+      // By clause: behind the first WHERE, ON, HAVING or SET outside parentheses, and no other place.
+      {"SELECT a = 1, 'x' < 'y', CASE a WHEN b = 2 THEN 3 END FROM t", "kept"},
+      {"SELECT a = 1 FROM t WHERE b = 2 GROUP BY a = 3 HAVING c = 4 ORDER BY a = 5 LIMIT a = 6 OFFSET a = 7",
+       "SELECT a = 1 FROM t WHERE b = ? GROUP BY a = 3 HAVING c = ? ORDER BY a = 5 LIMIT a = 6 OFFSET a = "
+       "7|2|4"},
+      {"SELECT a FROM t JOIN u ON a = 1 AND u.b = 'x' WHERE c = 2",
+       "SELECT a FROM t JOIN u ON a = ? AND u.b = ? WHERE c = ?|1|'x|2"},
+      {"SELECT count(*) FILTER (WHERE a = 1), sum(a) OVER (PARTITION BY a = 2) FROM t WHERE b = 3",
+       "SELECT count(*) FILTER (WHERE a = 1), sum(a) OVER (PARTITION BY a = 2) FROM t WHERE b = ?|3"},
+      {"SELECT a FROM t WHERE b = 1 WINDOW w AS (ORDER BY a = 2)",
+       "SELECT a FROM t WHERE b = ? WINDOW w AS (ORDER BY a = 2)|1"},
+      {"SELECT (SELECT a FROM t WHERE b = 1) FROM (SELECT a FROM t WHERE b = 2) WHERE a = 3",
+       "SELECT (SELECT a FROM t WHERE b = 1) FROM (SELECT a FROM t WHERE b = 2) WHERE a = ?|3"},
+      {select + "a IN (SELECT b = 1 FROM u WHERE c = 2 ORDER BY d = 3 LIMIT 4) AND e = 5",
+       select + "a IN (SELECT b = 1 FROM u WHERE c = ? ORDER BY d = 3 LIMIT 4) AND e = ?|2|5"},
+      {select + "a = 1 UNION SELECT b = 2 FROM u WHERE c = 3 EXCEPT VALUES (4 = 5)",
+       select + "a = ? UNION SELECT b = 2 FROM u WHERE c = ? EXCEPT VALUES (4 = 5)|1|3"},
+      {"WITH c AS (SELECT a FROM t WHERE b = 1) SELECT a FROM c WHERE a = 2",
+       "WITH c AS (SELECT a FROM t WHERE b = 1) SELECT a FROM c WHERE a = ?|2"},
+      {"SELECT COUNT(*) FROM (SELECT a FROM t WHERE  a = 'x')", "kept"},
+      {"INSERT INTO t (a) VALUES (1), ('x' = 'y')", "kept"},
+      {"INSERT INTO t SELECT a = 1 FROM u WHERE b = 2", "INSERT INTO t SELECT a = 1 FROM u WHERE b = ?|2"},
+      {"INSERT INTO t VALUES (1) ON CONFLICT (a) WHERE b = 2 DO UPDATE SET c = 3", "kept"},
+      {"INSERT INTO t SELECT a FROM u WHERE b = 1 ON CONFLICT DO NOTHING", "kept"},
+      {"REPLACE INTO t SELECT a FROM u WHERE b = 'x'", "REPLACE INTO t SELECT a FROM u WHERE b = ?|'x"},
+      {"UPDATE t SET a = 1, b = 'x' || c WHERE d = 2", "UPDATE t SET a = ?, b = ? || c WHERE d = ?|1|'x|2"},
+      {"DELETE FROM t WHERE a = 1 RETURNING b = 2", "DELETE FROM t WHERE a = ? RETURNING b = 2|1"},
+      // Texts with parameters of their own stay as they are, wherever the parameter stands.
+      {select + "a = 1 AND b = :b", "kept"},
+      {select + "a = ? AND b = 2", "kept"},
+      {"SELECT @a FROM t WHERE b = 2", "kept"},
+      {select + "b = $c AND a = 1", "kept"},
+      {select + "\"?\" = 1 AND a = '?'", select + "\"?\" = ? AND a = ?|1|'?"},
+      // How many, how deep and how long.
+      {select + "a = 0" + Repeated(" OR a = 1", 15),
+       select + "a = ?" + Repeated(" OR a = ?", 15) + "|0" + Repeated("|1", 15)},
+      {select + "a = 0" + Repeated(" OR a = 1", 16), "uncached"},
+      {select + Repeated("(", 31) + "a = 1" + Repeated(")", 31),
+       select + Repeated("(", 31) + "a = ?" + Repeated(")", 31) + "|1"},
+      {select + Repeated("(", 32) + "a = 1" + Repeated(")", 32), "uncached"},
+      {select + "a IN (" + Repeated(ten + ", ", 2000) + "1)", "uncached"},
+      // No single statement of those that are cached, or one that is no statement.
+      {"", "uncached"},
+      {" -- nothing", "uncached"},
+      {select + "a = 1; DELETE FROM t", "uncached"},
+      {"PRAGMA user_version = 1", "uncached"},
+      {"EXPLAIN " + select + "a = 1", "uncached"},
+      {"CREATE TABLE u AS " + select + "a = 1", "uncached"},
+      {"BEGIN", "uncached"},
+      {"SELECTED", "uncached"},
+      {select + "a = 'x", "uncached"},
+      {select + "a = 'x'5", "uncached"},
+      {select + "\"a = 1", "uncached"},
+      {select + "[a = 1", "uncached"},
+      {select + "a = 1)", "uncached"},
+      {select + "a ^ 1", "uncached"},
+      {std::string("SELECT 1\0WHERE a = 1", 20), "uncached"},
+  };
+  StatementShape shape;
+  for (const auto& [text, description] : cases)
+    EXPECT_EQ(Described(shape, text), description) << text;
+}
+
+namespace {
+
+// Random statements over one table with a column of every affinity.
+class RandomStatements {
+ public:
+  std::string Next() {
+    switch (random() % 5) {
+      case 0:
+        return "SELECT * FROM T WHERE " + Condition(2) + " ORDER BY k";
+      case 1:
+        return "SELECT DISTINCT " + Operand() + " = " + Literal() + ", typeof(" + Column() + "), x." +
+               Column() + " FROM T AS x WHERE " + Condition(2) + " ORDER BY 1, 2, 3 LIMIT 20";
+      case 2:
+        return "SELECT a.k, b.k AS k, a." + Column() + " FROM T a JOIN T b ON a.k < b.k AND b." + Column() +
+               Comparison() + Literal() + " WHERE a." + Column() + Comparison() + Literal() +
+               " ORDER BY 1, 2";
+      case 3:
+        return "SELECT " + Column() + " AS c, count(*), max(k) FROM T WHERE " + Condition(1) +
+               " GROUP BY c HAVING count(*)" + Comparison() + Literal() + " OR " + Condition(1) +
+               " ORDER BY 3";
+      default:
+        return "SELECT k FROM T WHERE " + Condition(2) + " UNION SELECT k + 1000 FROM T WHERE " +
+               Condition(1) + " ORDER BY k";
+    }
+  }
+
+  std::string Literal() {
+    static const char* const literals[] = {"0",
+                                           "1",
+                                           "-1",
+                                           "10",
+                                           "'10'",
+                                           "' 10 '",
+                                           "'1e1'",
+                                           "10.0",
+                                           "'abc'",
+                                           "'ABC'",
+                                           "''",
+                                           "x'6162'",
+                                           "NULL",
+                                           "9223372036854775807",
+                                           "-9223372036854775808",
+                                           "9223372036854775808",
+                                           "'9223372036854775807'",
+                                           "'it''s'",
+                                           "'0x10'",
+                                           "+5",
+                                           "'-1'"};
+    return literals[random() % std::size(literals)];
+  }
+
+ private:
+  std::string Column() {
+    static const char* const columns[] = {"k", "i", "r", "n", "t", "b", "u"};
+    return columns[random() % std::size(columns)];
+  }
+  std::string Comparison() {
+    static const char* const comparisons[] = {" = ", "==", " <> ", "!=", " < ", "<=", ">", " >= "};
+    return comparisons[random() % std::size(comparisons)];
+  }
+  std::string Operand() {
+    switch (random() % 6) {
+      case 0:
+        return "CAST(" + Column() + " AS TEXT)";
+      case 1:
+        return "(" + Column() + " + 0)";
+      case 2:
+        return Literal();
+      case 3:
+        return "length(" + Column() + ")";
+      default:
+        return Column();
+    }
+  }
+  std::string Condition(int depth) {
+    switch (random() % (depth == 0 ? 4 : 8)) {
+      case 0:
+      case 1:
+        return Operand() + Comparison() + Literal();
+      case 2:
+        return Operand() + Comparison() + Literal() + (random() % 2 ? " COLLATE NOCASE" : " || ''");
+      case 3:
+        return "typeof(" + Column() + Comparison() + Literal() + ") = 'integer'";
+      case 4:
+        return Operand() + " IN (SELECT " + Column() + " FROM T WHERE " + Condition(depth - 1) + ")";
+      case 5:
+        return "NOT (" + Condition(depth - 1) + ")";
+      case 6:
+        return "(" + Condition(depth - 1) + " OR " + Condition(depth - 1) + ")";
+      default:
+        return Condition(depth - 1) + " AND " + Condition(depth - 1);
+    }
+  }
+
+  std::mt19937 random{77};
+};
+
+std::string Described(sqlite3_stmt* statement) {
+  std::string all;
+  for (int i = 0; i < sqlite3_column_count(statement); ++i) {
+    all += std::string(sqlite3_column_name(statement, i)) + "=" +
+           std::to_string(sqlite3_column_type(statement, i)) + ":";
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
+    all.append(text ? text : "", static_cast<std::size_t>(sqlite3_column_bytes(statement, i))) += ";";
+  }
+  return all + "\n";
+}
+
+}  // namespace
+
+TEST(StatementShapeTest, ALiftedStatementGivesTheRowsAndNamesOfThePlainOne) {
+  DatabaseSqlite db(":memory:", nullptr);
+  db.Open();
+  RandomStatements statements;
+  db.ExecuteStatement(
+      "CREATE TABLE T (k integer primary key, i integer, r real, n numeric, t text, b blob, u)");
+  for (int i = 0; i < 60; ++i) {
+    std::string values = "NULL";
+    for (int column = 0; column < 6; ++column)
+      values += ", " + statements.Literal();
+    ASSERT_TRUE(db.ExecuteStatement("INSERT INTO T VALUES (" + values + ")"));
+  }
+  StatementShape shape;
+  int lifted = 0, withRows = 0;
+  for (int i = 0; i < 1500; ++i) {
+    const std::string text = statements.Next();
+    if (shape.Analyse(text) == StatementShape::Kind::Lifted) ++lifted;
+    std::string plain, kept;
+    sqlite3_stmt* handle = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(db.Handle(), text.c_str(), -1, &handle, nullptr), SQLITE_OK) << text;
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(handle, sqlite3_finalize);
+    while (sqlite3_step(handle) == SQLITE_ROW)
+      plain += Described(handle);
+    for (CursorSqlite cursor(db, text); cursor.Step();)
+      kept += Described(cursor.Statement());
+    ASSERT_EQ(kept, plain) << text;
+    if (!plain.empty()) ++withRows;
+  }
+  EXPECT_GT(lifted, 1000);
+  EXPECT_GT(withRows, 700);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

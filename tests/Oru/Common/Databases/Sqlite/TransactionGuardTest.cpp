@@ -1,0 +1,91 @@
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include "support/SqlValues.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace Oru::Common::Databases::Sqlite {
+
+class TransactionGuardTest : public testing::Test {
+ protected:
+  TransactionGuardTest() {
+    db.Open();
+    db.ExecuteStatement("CREATE TABLE A (x unique)");
+  }
+  void Insert(int x) { EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (" + std::to_string(x) + ")")); }
+  std::string Sum() { return TestSupport::Value(db, "SELECT total(x) FROM A"); }
+
+  DatabaseSqlite db{":memory:", nullptr};
+};
+
+TEST_F(TransactionGuardTest, CommitsOnceAndRollsBackWhatWasNotCommitted) {
+  {
+    TransactionGuard guard(db);
+    Insert(1);
+    EXPECT_TRUE(guard.IsActive());
+    EXPECT_EQ(guard.Commit(), 1);
+    EXPECT_FALSE(guard.IsActive());
+    EXPECT_THROW(guard.Commit(), InvalidOperationException);
+    Insert(2);
+    guard.Rollback();
+  }
+  {
+    const TransactionGuard guard(db);
+    Insert(4);
+  }
+  {
+    TransactionGuard guard(db);
+    Insert(8);
+    guard.Rollback();
+    EXPECT_FALSE(db.IsInTransaction());
+    Insert(16);
+  }
+  EXPECT_EQ(Sum(), "19.0");
+}
+
+TEST_F(TransactionGuardTest, LeavesATransactionAloneThatIsNotItsOwn) {
+  auto first = std::make_unique<TransactionGuard>(db);
+  Insert(1);
+  EXPECT_EQ(db.EndTransaction(true), 1);
+  TransactionGuard second(db);
+  Insert(2);
+  EXPECT_FALSE(first->IsActive());
+  EXPECT_THROW(first->Commit(), InvalidOperationException);
+  first.reset();
+  EXPECT_TRUE(second.IsActive());
+  second.Commit();
+  {
+    const TransactionGuard closed(db);
+    Insert(4);
+    EXPECT_TRUE(db.ExecuteStatement("COMMIT; BEGIN; INSERT INTO A VALUES (8)"));
+  }
+  EXPECT_TRUE(db.ExecuteStatement("COMMIT"));
+  EXPECT_EQ(Sum(), "15.0");
+  const TransactionGuard last(db);
+  db.Close();
+  EXPECT_FALSE(last.IsActive());
+}
+
+TEST_F(TransactionGuardTest, EndsATransactionThatWasLost) {
+  Insert(1);
+  {
+    TransactionGuard guard(db);
+    Insert(2);
+    EXPECT_FALSE(db.ExecuteStatement("INSERT OR ROLLBACK INTO A VALUES (1)"));
+    EXPECT_THROW(guard.Commit(), InvalidOperationException);
+    EXPECT_FALSE(guard.IsActive());
+  }
+  {
+    const TransactionGuard guard(db);
+    EXPECT_FALSE(db.ExecuteStatement("INSERT OR ROLLBACK INTO A VALUES (1)"));
+  }
+  Insert(4);
+  EXPECT_EQ(Sum(), "5.0");
+}
+
+}  // namespace Oru::Common::Databases::Sqlite
