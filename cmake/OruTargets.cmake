@@ -46,6 +46,8 @@ function(oru_add_library name)
     EXPORT_NAME ${name}
     VERSION ${PROJECT_VERSION}
     SOVERSION ${ORU_SOVERSION}
+    # Installed, the libraries find each other wherever their folder is moved.
+    INSTALL_RPATH "$ORIGIN"
     LINKER_LANGUAGE CXX)
   generate_export_header(${target} BASE_NAME ${ARG_EXPORT_BASE}
     EXPORT_FILE_NAME ${ORU_GENERATED_DIR}/${ARG_EXPORT_HEADER})

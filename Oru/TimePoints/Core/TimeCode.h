@@ -7,6 +7,7 @@
 #include "Oru/TimePoints/Core/Parsers/TimeCodeParser.h"
 #include "Oru/TimePoints/Core/Rate.h"
 #include "Oru/TimePoints/Core/VideoRates.h"
+#include "Oru/TimePoints/Core/Visibility.h"
 
 #include <cstdint>
 #include <limits>
@@ -56,7 +57,9 @@ class TimeCode {
   int64_t TotalSample() const { return totalSample; }
 
   /// The time code `count` samples later. The sum may be 0 but not negative.
-  TimeCode AddSample(int64_t count) const { return WithTotal(Int128(totalSample) + count); }
+  ORU_TIMEPOINTS_VISIBLE TimeCode AddSample(int64_t count) const {
+    return WithTotal(Int128(totalSample) + count);
+  }
   /// The time code `count` samples earlier. The difference may be 0 but not negative.
   TimeCode SubstractSample(int64_t count) const { return WithTotal(Int128(totalSample) - count); }
   /// The number of samples from `other` to this time code. Throws `std::invalid_argument` if they aren't
@@ -182,7 +185,8 @@ class TimeCode {
     return CalendarTools::DaysSince1900(year, month, day);
   }
 
-  int64_t DateTimeToSample(int year, int month, int day, int hour, int minute, int second, int sample) const {
+  ORU_TIMEPOINTS_VISIBLE int64_t DateTimeToSample(int year, int month, int day, int hour, int minute,
+                                                  int second, int sample) const {
     Int128 total = Int128(DateToDays(year, month, day)) * SamplePerDay();
     total += Int128(hour) * SamplePerHour(isDrop);
     total += Int128(minute) * SamplePerMinute(isDrop);

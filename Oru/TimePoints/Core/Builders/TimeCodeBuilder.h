@@ -4,6 +4,7 @@
 #include "Oru/TimePoints/Core/Rate.h"
 #include "Oru/TimePoints/Core/TimeCode.h"
 #include "Oru/TimePoints/Core/VideoRates.h"
+#include "Oru/TimePoints/Core/Visibility.h"
 
 #include <cstdint>
 #include <stdexcept>
@@ -75,7 +76,7 @@ class TimeCodeBuilder {
   /// outside the years 1900 to 2261 or not in the calendar, a clock outside the day, a rate that isn't
   /// whole, a sample number that the rate or drop-frame counting doesn't have; and for a rate so high that
   /// its samples can't be counted in 64 bits. The year is judged also where there is no date.
-  TimeCode Build() const {
+  ORU_TIMEPOINTS_VISIBLE TimeCode Build() const {
     IsValidToBuildWithexception();
     if (hasDate) return TimeCode(year, month, day, hour, minute, second, sample, rate, isDrop);
     return TimeCode(hour, minute, second, sample, rate, isDrop);
