@@ -1,0 +1,263 @@
+// The jobs of the table of targets, each by the library and by its rival: "save_new/library" and
+// "save_new/rival". Every repetition runs one batch and gives the time of one clip.
+
+#include "Jobs.h"
+
+#include "SampleClips.h"
+#include "Site.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstddef>
+#include <ctime>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace Oru::Benchmarks {
+
+namespace {
+
+constexpr int ClipCount = 2000;
+constexpr int GroupCount = 50;
+constexpr int SequenceCount = 50;
+
+// The time that the thread itself has computed: the jobs wait for nothing, and other programs on the machine
+// don't enter.
+double ThreadSeconds() {
+  timespec now{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+/// A catalogue of one side, made once and left by each job as it was found.
+template <class Site>
+struct Catalogue {
+  Catalogue() : clips(MakeClips(0, ClipCount)) {
+    auto& jobs = site.Jobs();
+    jobs.Begin();
+    for (MediaAsset& clip : clips)
+      jobs.Save(clip);
+    for (int i = 0; i < GroupCount; ++i)
+      jobs.SaveGroup(groups.emplace_back(MakeGroup(i, 4 * i)));
+    for (int i = 0; i < SequenceCount; ++i)
+      jobs.SaveSequence(sequences.emplace_back(MakeSequence(i)));
+    jobs.Commit();
+    lastKey = clips.back().ObjectId();
+  }
+
+  static Catalogue& Shared() {
+    static Catalogue catalogue;
+    return catalogue;
+  }
+
+  typename Site::Side& Jobs() { return site.Jobs(); }
+  // Another clip at each call, all over the catalogue.
+  MediaAsset& AnyClip() { return clips[Next() % clips.size()]; }
+  AnglesMediaAssetGroup& AnyGroup() { return groups[Next() % groups.size()]; }
+  Sequence& AnySequence() { return sequences[Next() % sequences.size()]; }
+
+  Site site;
+  std::vector<MediaAsset> clips;
+  std::vector<AnglesMediaAssetGroup> groups;
+  std::vector<Sequence> sequences;
+  int64_t lastKey = 0;
+
+ private:
+  std::size_t Next() { return place += 617; }
+
+  std::size_t place = 0;
+};
+
+/// Runs a batch `count` times as one iteration and reports the time of one.
+template <class Run>
+void Measure(benchmark::State& state, int count, Run run) {
+  const double start = ThreadSeconds();
+  for (int i = 0; i < count; ++i)
+    run(i);
+  state.SetIterationTime((ThreadSeconds() - start) / count);
+}
+
+/// The same in one transaction, whose begin and commit count.
+template <class Jobs, class Run>
+void MeasureSaves(benchmark::State& state, Jobs& jobs, int count, Run run) {
+  const double start = ThreadSeconds();
+  jobs.Begin();
+  for (int i = 0; i < count; ++i)
+    run(i);
+  jobs.Commit();
+  state.SetIterationTime((ThreadSeconds() - start) / count);
+}
+
+template <class Site>
+void SaveNew(benchmark::State& state) {
+  constexpr int count = 100;
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    std::vector<MediaAsset> clips = MakeClips(ClipCount, count);
+    MeasureSaves(state, catalogue.Jobs(), count,
+                 [&](int i) { catalogue.Jobs().Save(clips[static_cast<std::size_t>(i)]); });
+    catalogue.Jobs().DeleteAbove(catalogue.lastKey);
+  }
+}
+
+template <class Site>
+void SaveAgain(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state)
+    MeasureSaves(state, catalogue.Jobs(), 100, [&](int) { catalogue.Jobs().Save(catalogue.AnyClip()); });
+}
+
+template <class Site>
+void FindKey(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state)
+    Measure(state, 4000,
+            [&](int) { benchmark::DoNotOptimize(catalogue.Jobs().FindKey(catalogue.AnyClip().Id())); });
+}
+
+template <class Site>
+void GetAsset(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    Measure(state, 1000, [&](int) {
+      MediaAsset asset;
+      catalogue.Jobs().GetAsset(catalogue.AnyClip().ObjectId(), asset);
+      benchmark::DoNotOptimize(asset);
+    });
+  }
+}
+
+template <class Site>
+void ReadDeep(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    Measure(state, 200, [&](int) {
+      MediaAsset asset;
+      catalogue.Jobs().ReadDeep(catalogue.AnyClip().ObjectId(), asset);
+      benchmark::DoNotOptimize(asset);
+    });
+  }
+}
+
+template <class Site>
+void ReadLazy(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    Measure(state, 400, [&](int) {
+      MediaAsset asset;
+      catalogue.Jobs().ReadLazy(catalogue.AnyClip().ObjectId(), asset);
+      benchmark::DoNotOptimize(asset);
+    });
+  }
+}
+
+template <class Site>
+void WalkRow(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    const double start = ThreadSeconds();
+    const int rows = catalogue.Jobs().Walk() + catalogue.Jobs().Walk();
+    if (rows != 2 * ClipCount) throw std::logic_error("the catalogue has changed");
+    state.SetIterationTime((ThreadSeconds() - start) / rows);
+  }
+}
+
+template <class Site>
+void Search(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state)
+    Measure(state, 20, [&](int) {
+      if (catalogue.Jobs().Search("take 19", 50).size() != 50)
+        throw std::logic_error("the search finds too little");
+    });
+}
+
+template <class Site>
+void DeleteOne(benchmark::State& state) {
+  constexpr int count = 10;
+  auto& catalogue = Catalogue<Site>::Shared();
+  auto& jobs = catalogue.Jobs();
+  for (auto _ : state) {
+    std::vector<MediaAsset> clips = MakeClips(ClipCount, count);
+    jobs.Begin();
+    for (MediaAsset& clip : clips)
+      jobs.Save(clip);
+    jobs.Commit();
+    Measure(state, count, [&](int i) { jobs.Delete(clips[static_cast<std::size_t>(i)]); });
+  }
+}
+
+template <class Site>
+void SaveGroup(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state)
+    MeasureSaves(state, catalogue.Jobs(), 200,
+                 [&](int) { catalogue.Jobs().SaveGroup(catalogue.AnyGroup()); });
+}
+
+template <class Site>
+void ReadGroup(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    Measure(state, 200, [&](int) {
+      AnglesMediaAssetGroup group;
+      catalogue.Jobs().ReadGroup(catalogue.AnyGroup().Id(), group);
+      benchmark::DoNotOptimize(group);
+    });
+  }
+}
+
+template <class Site>
+void SaveSequence(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state)
+    MeasureSaves(state, catalogue.Jobs(), 200,
+                 [&](int) { catalogue.Jobs().SaveSequence(catalogue.AnySequence()); });
+}
+
+template <class Site>
+void ReadSequence(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state) {
+    Measure(state, 500, [&](int) {
+      Sequence sequence;
+      catalogue.Jobs().ReadSequence(catalogue.AnySequence().Id(), sequence);
+      benchmark::DoNotOptimize(sequence);
+    });
+  }
+}
+
+using Job = void (*)(benchmark::State&);
+
+void Register(const std::string& name, Job library, Job rival) {
+  for (const auto& [side, job] : {std::pair("/library", library), std::pair("/rival", rival)}) {
+    benchmark::RegisterBenchmark((name + side).c_str(), job)
+        ->UseManualTime()
+        ->Iterations(1)
+        ->Unit(benchmark::kMicrosecond);
+  }
+}
+
+#define ORU_REGISTER(NAME, JOB) Register(NAME, JOB<LibrarySite>, JOB<RivalSite>)
+
+}  // namespace
+
+void RegisterJobs() {
+  ORU_REGISTER("save_new", SaveNew);
+  ORU_REGISTER("save_again", SaveAgain);
+  ORU_REGISTER("find_key", FindKey);
+  ORU_REGISTER("get_object", GetAsset);
+  ORU_REGISTER("read_deep", ReadDeep);
+  ORU_REGISTER("read_lazy", ReadLazy);
+  ORU_REGISTER("walk_row", WalkRow);
+  ORU_REGISTER("search", Search);
+  ORU_REGISTER("delete_one", DeleteOne);
+  ORU_REGISTER("save_group", SaveGroup);
+  ORU_REGISTER("read_group", ReadGroup);
+  ORU_REGISTER("save_sequence", SaveSequence);
+  ORU_REGISTER("read_sequence", ReadSequence);
+}
+
+}  // namespace Oru::Benchmarks

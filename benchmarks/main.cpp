@@ -1,0 +1,64 @@
+#include "Jobs.h"
+#include "Once.h"
+#include "SameResults.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <map>
+#include <string>
+
+namespace {
+
+using Options = std::map<std::string, std::string>;
+
+// Our own options; whatever else there is goes to Google Benchmark.
+constexpr const char* Usage =
+    "oru_benchmark [--benchmark_...]      the jobs, once the rival has proved honest\n"
+    "oru_benchmark --check                only whether the rival is honest\n"
+    "oru_benchmark --once save|resave|deep --side library|rival --clips N\n";
+
+Options OptionsOf(int argc, char** argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string name = argv[i];
+    const bool takesValue = name == "--once" || name == "--side" || name == "--clips";
+    options[name] = takesValue && i + 1 < argc ? argv[++i] : "";
+  }
+  return options;
+}
+
+int RunJobs(int argc, char** argv) {
+  Oru::Benchmarks::RegisterJobs();
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+    std::cerr << Usage;
+    return EXIT_FAILURE;
+  }
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    Options options = OptionsOf(argc, argv);
+    if (options.count("--once") != 0) {
+      Oru::Benchmarks::RunOnce(options["--once"], options["--side"], std::stoi(options["--clips"]));
+      return EXIT_SUCCESS;
+    }
+    Oru::Benchmarks::CheckSameResults();
+    if (options.count("--check") != 0) {
+      std::cout << "the library and its rival write and read the same\n";
+      return EXIT_SUCCESS;
+    }
+    return RunJobs(argc, argv);
+  } catch (const std::exception& failure) {
+    std::cerr << "oru_benchmark: " << failure.what() << '\n';
+    return EXIT_FAILURE;
+  }
+}
