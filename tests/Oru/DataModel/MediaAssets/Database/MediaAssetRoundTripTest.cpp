@@ -1,3 +1,4 @@
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
@@ -47,6 +48,7 @@ class MediaAssetRoundTripTest : public testing::TestWithParam<uint64_t> {
   }
 
   void ExpectStored(const std::vector<MediaAsset>& saved) {
+    const Common::Databases::Sqlite::ReadGuard guard(*database);
     for (const MediaAsset& asset : saved) {
       ASSERT_EQ(TestSupport::DeepDifference(*database, asset), "");
       ASSERT_EQ(TestSupport::LazyDifference(*database, asset), "");
