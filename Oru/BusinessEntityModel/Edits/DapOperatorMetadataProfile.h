@@ -67,9 +67,7 @@ class ORU_EDITS_EXPORT DapOperatorMetadataProfile : public BaseTypes::MetadataPr
     return timecodeRegen;
   }
   /// Takes settings, or an absent value to remove them.
-  void TimecodeRegen(BaseTypes::Optional<DapOperatorTimecodeRegen> value) {
-    timecodeRegen = std::move(value);
-  }
+  void TimecodeRegen(const BaseTypes::Optional<DapOperatorTimecodeRegen>& value) { timecodeRegen = value; }
 
  private:
   DataModel::MediaAssets::ZuServerId serverId;
