@@ -78,8 +78,8 @@ ConnectionText ConnectionText::Parse(const std::string& text) {
         equals == std::string_view::npos ? std::string() : PercentDecoded(option.substr(equals + 1));
     // Options without the underscore are SQLite's or those of a virtual file system.
     if (name.empty() || name[0] != '_' || Take(name, value, result)) continue;
-    result.fault =
-        "connection option \"" + name + "\" is unknown or its value \"" + value + "\" is not one of its own";
+    result.fault.append("connection option \"").append(name);
+    result.fault.append("\" is unknown or its value \"").append(value).append("\" is not one of its own");
     return result;
   }
   return result;

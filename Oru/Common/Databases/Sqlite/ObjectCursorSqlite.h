@@ -42,7 +42,6 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
       : ObjectCursor<T, U>(attachedView, lazy), cursorSqlite(DatabaseOf(attachedView), statement) {}
   ObjectCursorSqlite(View<T>& attachedView, const std::string& select, const std::string& count, bool lazy)
       : ObjectCursor<T, U>(attachedView, lazy), cursorSqlite(DatabaseOf(attachedView), select, count) {}
-  ~ObjectCursorSqlite() override { cursorSqlite.Close(); }
 
   using Cursor::GetBoolean;
   using Cursor::GetBytes;

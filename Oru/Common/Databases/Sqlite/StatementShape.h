@@ -42,7 +42,7 @@ class StatementShape {
   /// More literals than this make a text uncacheable: such texts are seldom run twice.
   static constexpr std::size_t MaxLiterals = 16;
   /// So does a greater length, in bytes: a list of thousands of keys isn't worth its memory.
-  static constexpr std::size_t MaxLength = 16 * 1024;
+  static constexpr std::size_t MaxLength = 16384;
 
   /// Analyses a text, which must stay alive and unchanged while the results are used.
   Kind Analyse(std::string_view text);

@@ -7,6 +7,7 @@
 // outside any namespace. Tables that read the same type share the view's templates; then only one of them
 // says ORU_VIEW_TEMPLATES, and each its own ORU_WRITER_TEMPLATES.
 
+// NOLINTBEGIN(bugprone-macro-parentheses): neither a keyword nor a template's argument stands in parentheses.
 #define ORU_VIEW_TEMPLATES(EXTERN, READ)                                                \
   EXTERN template class Oru::Common::Databases::Sqlite::ObjectCursorSqlite<READ, READ>; \
   EXTERN template class Oru::Common::Databases::Sqlite::ViewStatementGenerator<READ>;   \
@@ -26,3 +27,4 @@
   ORU_VIEW_TEMPLATES(EXTERN, READ)                                                         \
   EXTERN template class Oru::Common::Databases::Sqlite::ObjectCursorSqlite<READ, WRITTEN>; \
   ORU_WRITER_TEMPLATES(EXTERN, READ, WRITTEN)
+// NOLINTEND(bugprone-macro-parentheses)

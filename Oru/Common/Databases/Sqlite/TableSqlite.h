@@ -28,11 +28,6 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
  public:
   TableSqlite() = default;
   explicit TableSqlite(DatabaseSqlite& attachedDatabase) : ViewSqlite<T>(attachedDatabase) {}
-  ~TableSqlite() override {
-    updateCursor.reset();
-    lastIdCursor.reset();
-    insertCursor.reset();
-  }
 
   /// The statements that were kept for another database are given up.
   void AttatchToDatabase(Database& attachedDatabase) override {

@@ -38,52 +38,39 @@ class CursorSqliteTest : public testing::Test {
 TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
   struct {
     bool isNull;
-    int64_t int64;
-    int32_t int32;
+    int64_t integer;
     double real;
-    bool boolean;
     std::string text;
-  } const cases[] = {
-      {true, 0, 0, 0, false, ""},
-      {false, -7, -7, -7, true, "-7"},
-      {false, 2, 2, 2.5, true, "2.5"},
-      {false, 12, 12, 12, true, "12 apples"},
-      {false, 0, 0, 0, false, {"\0\xff", 2}},
-      {false, std::numeric_limits<int64_t>::max(), -1, 9223372036854775807.0, true, "9223372036854775807"},
-      {false, 0, 0, 0, false, ""},
-      {false, 0, 0, 0, false, ""},
-      {false, 0, 0, 0, false, {"a\0b", 3}},
-  };
+  } const cases[] = {{true, 0, 0, ""},
+                     {false, -7, -7, "-7"},
+                     {false, 2, 2.5, "2.5"},
+                     {false, 12, 12, "12 apples"},
+                     {false, 0, 0, {"\0\xff", 2}},
+                     {false, std::numeric_limits<int64_t>::max(), 0x1p63, "9223372036854775807"},
+                     {false, 0, 0, ""},
+                     {false, 0, 0, ""},
+                     {false, 0, 0, {"a\0b", 3}}};
   CursorSqlite cursor(db, "SELECT k, v FROM T ORDER BY k");
   RawCursorSqlite rawCursor(db, "SELECT k, v FROM T ORDER BY k");
   RawReadSqlite row;
-  for (const auto& [isNull, int64, int32, real, boolean, text] : cases) {
-    ASSERT_TRUE(cursor.Step());
-    ASSERT_TRUE(rawCursor.Next(row));
-    SCOPED_TRACE(text);
-    EXPECT_EQ(cursor.IsNull("v"), isNull);
-    EXPECT_EQ(cursor.IsNull(1), isNull);
-    EXPECT_EQ(rawCursor.IsNull("v"), isNull);
-    EXPECT_EQ(row.IsNull("v"), isNull);
-    EXPECT_EQ(cursor.GetInt64("v"), int64);
-    EXPECT_EQ(cursor.GetInt64(1), int64);
-    EXPECT_EQ(row.GetInt64("v"), int64);
-    EXPECT_EQ(cursor.GetUInt64("v"), static_cast<uint64_t>(int64));
-    EXPECT_EQ(row.GetUInt64("v"), static_cast<uint64_t>(int64));
-    EXPECT_EQ(cursor.GetInt32("v"), int32);
-    EXPECT_EQ(cursor.GetInt32(1), int32);
-    EXPECT_EQ(row.GetInt32("v"), int32);
-    EXPECT_EQ(cursor.GetUInt32("v"), static_cast<uint32_t>(int32));
-    EXPECT_EQ(row.GetUInt32("v"), static_cast<uint32_t>(int32));
-    EXPECT_EQ(cursor.GetDouble("v"), real);
-    EXPECT_EQ(cursor.GetDouble(1), real);
-    EXPECT_EQ(row.GetDouble("v"), real);
-    EXPECT_EQ(cursor.GetBoolean("v"), boolean);
-    EXPECT_EQ(row.GetBoolean("v"), boolean);
-    EXPECT_EQ(cursor.GetString("v"), text);
-    EXPECT_EQ(cursor.GetString(1), text);
-    EXPECT_EQ(rawCursor.GetString("v"), text);
-    EXPECT_EQ(row.GetString("v"), text);
+  for (const auto& [isNull, integer, real, text] : cases) {
+    ASSERT_TRUE(cursor.Step() && rawCursor.Next(row));
+    const auto expectAs = [&, isNull = isNull, integer = integer, real = real, text = text](
+                              const auto& source, const auto& column) {
+      SCOPED_TRACE(text);
+      EXPECT_EQ(source.IsNull(column), isNull);
+      EXPECT_EQ(source.GetInt64(column), integer);
+      EXPECT_EQ(source.GetUInt64(column), static_cast<uint64_t>(integer));
+      EXPECT_EQ(source.GetInt32(column), static_cast<int32_t>(integer));
+      EXPECT_EQ(source.GetUInt32(column), static_cast<uint32_t>(integer));
+      EXPECT_EQ(source.GetDouble(column), real);
+      EXPECT_EQ(source.GetBoolean(column), integer != 0);
+      EXPECT_EQ(source.GetString(column), text);
+    };
+    expectAs(cursor, "v");
+    expectAs(cursor, 1);
+    expectAs(rawCursor, "v");
+    expectAs(row, "v");
     uint8_t* bytes = nullptr;
     ASSERT_EQ(cursor.GetBytes("v", &bytes), static_cast<int32_t>(text.size()));
     const std::unique_ptr<uint8_t[]> owner(bytes);
@@ -298,36 +285,6 @@ TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
   EXPECT_THROW(read(), InvalidOperationException);
   second.ExecuteStatement("CREATE TABLE S (b, a); INSERT INTO S VALUES (2, 1)");
   EXPECT_EQ(read(), "122");
-}
-
-TEST(RawReadSqliteTest, KeepsWhatItWasSetTo) {
-  RawReadSqlite row;
-  uint8_t bytes[] = {0x31, 0x32, 0};
-  row.Set("integer", int32_t{-1});
-  row.Set("unsigned", uint64_t{1} << 63);
-  row.Set("small", uint32_t{0xffffffff});
-  row.Set("bool", true);
-  row.Set("real", 1e20);
-  row.Set("text", " +2.5e3x");
-  row.Set("bytes", bytes, 3);
-  row.SetNull("null");
-  bytes[0] = 0;
-  const RawReadSqlite copy(row);
-  row.Reset();
-  EXPECT_THROW(row.GetInt64("integer"), ArgumentException);
-  EXPECT_THROW(row.IsNull("integer"), ArgumentException);
-  EXPECT_EQ(copy.GetUInt32("integer"), 0xffffffffU);
-  EXPECT_EQ(copy.GetUInt64("unsigned"), uint64_t{1} << 63);
-  EXPECT_EQ(copy.GetInt64("small"), 4294967295);
-  EXPECT_EQ(copy.GetString("bool"), "1");
-  EXPECT_EQ(copy.GetInt64("real"), std::numeric_limits<int64_t>::max());
-  EXPECT_EQ(copy.GetString("real"), "1.0e+20");
-  EXPECT_EQ(copy.GetDouble("text"), 2500);
-  EXPECT_EQ(copy.GetInt64("text"), 2);
-  EXPECT_EQ(copy.GetInt64("bytes"), 12);
-  EXPECT_EQ(copy.GetBytesArraySize("bytes"), 3);
-  EXPECT_TRUE(copy.IsNull("null") && copy.GetString("null").empty() && !copy.GetBoolean("null"));
-  EXPECT_THROW(copy.GetBytesArraySize("nosuch"), ArgumentException);
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -272,6 +272,7 @@ TEST_F(DatabaseSqliteTest, ATransactionThatATextEndsIsOver) {
 
 TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneBehindALostTransaction) {
   constexpr int count = 2000;
+  db.ExecuteStatement("PRAGMA synchronous = off; PRAGMA journal_mode = memory");
   std::thread writer([&] {
     for (int i = 0; i < count; ++i)
       EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (" + std::to_string(100 + i) + ", NULL)"));

@@ -33,101 +33,95 @@ std::string Described(StatementShape& shape, const std::string& text) {
 
 }  // namespace
 
-TEST(StatementShapeTest, LiftsWhatComparesAndNothingElse) {
-  const std::string select = "SELECT a FROM t WHERE ", ten = "1234567890";
+TEST(StatementShapeTest, LiftsWhatComparesInAConditionAndNothingElse) {
   const std::pair<std::string, std::string> cases[] = {
-      // Every comparison, integers and texts, in any case and spacing.
-      {select + "a = 1 AND b == 'x'", select + "a = ? AND b == ?|1|'x"},
-      {select + "a <> 1 OR b != 'x'", select + "a <> ? OR b != ?|1|'x"},
-      {select + "a<1 OR a<=2 OR a>3 OR a>=4", select + "a<? OR a<=? OR a>? OR a>=?|1|2|3|4"},
-      {"select a from t where a=1", "select a from t where a=?|1"},
-      {"SELECT a FROM t Where a\n=\t'x'", "SELECT a FROM t Where a\n=\t?|'x"},
-      {select + "a = /* b = 2 */ 1 -- c = 3", select + "a = /* b = 2 */ ? -- c = 3|1"},
-      {select + "a = 1;;", select + "a = ?;;|1"},
-      {"/* note */ " + select + "(a = 1)", "/* note */ " + select + "(a = ?)|1"},
-      // Texts and integers at their limits.
-      {select + "a = 'it''s'", select + "a = ?|'it''s"},
-      {select + "a = ''", select + "a = ?|'"},
-      {select + "a = -1 OR a = +2", select + "a = ? OR a = ?|-1|2"},
-      {select + "a = 9223372036854775807", select + "a = ?|9223372036854775807"},
-      {select + "a = 9223372036854775808", "kept"},
-      {select + "a = -9223372036854775808", select + "a = ?|-9223372036854775808"},
-      {select + "a = -9223372036854775809", "kept"},
-      {select + "a = 0000000000000000000000007", select + "a = ?|7"},
-      {select + "a = 1.0 OR a = 1e3 OR a = .5 OR a = 5. OR a = 0x1F OR a = 1e-3", "kept"},
-      {select + "a = - 1 OR a = -b OR a = -'1' OR a = --1\n", "kept"},
-      {select + "1 = a AND 'x' = b", "kept"},
-      {select + "1 = 1", select + "1 = ?|1"},
-      {select + "a = 'x' COLLATE NOCASE", select + "a = ? COLLATE NOCASE|'x"},
-      // What stands behind other words and signs.
-      {select +
-           "a LIKE 'x' AND b GLOB 'y' AND c MATCH 'z' AND d IS 1 AND e IN (1, 'x') AND f BETWEEN 1 AND 2",
+      // Every comparison, in any case and spacing; texts and integers at their limits.
+      {"a = 1 AND b == 'x' OR c <> 2 OR d != 'y'", "a = ? AND b == ? OR c <> ? OR d != ?|1|'x|2|'y"},
+      {"a<1 OR a<=2 OR a>3 OR a>=4", "a<? OR a<=? OR a>? OR a>=?|1|2|3|4"},
+      {"a\n=\t'x'", "a\n=\t?|'x"},
+      {"a = /* b = 2 */ 1 -- c = 3", "a = /* b = 2 */ ? -- c = 3|1"},
+      {"a = 1;;", "a = ?;;|1"},
+      {"a = 'it''s' OR a = '' OR a = 'x' COLLATE NOCASE",
+       "a = ? OR a = ? OR a = ? COLLATE NOCASE|'it''s|'|'x"},
+      {"a = -1 OR a = +2 OR 1 = 01", "a = ? OR a = ? OR 1 = ?|-1|2|1"},
+      {"a = 9223372036854775807 OR a = -9223372036854775808",
+       "a = ? OR a = ?|9223372036854775807|-9223372036854775808"},
+      {"a = 9223372036854775808 OR a = -9223372036854775809", "kept"},
+      {"a = 1.0 OR a = 1e3 OR a = .5 OR a = 5. OR a = 0x1F OR a = 1e-3", "kept"},
+      {"a = - 1 OR a = -b OR a = -'1' OR a = --1\n", "kept"},
+      // What stands behind other words and signs, or in other tokens.
+      {"1 = a AND 'x' = b AND a = (1) AND a = NULL", "kept"},
+      {"a LIKE 'x' AND b GLOB 'y' AND c MATCH 'z' AND d IS 1 AND e IN (1, 'x') AND f BETWEEN 1 AND 2",
        "kept"},
-      {select + "a -> 'x' AND b ->> 1 AND c << 1 AND d >> 1 AND e | 1 AND f - 1", "kept"},
-      {select + "a -> 'x' = 'y'", select + "a -> 'x' = ?|'y"},
-      {select + "a = x'00' OR a = X'00' OR \"b = 1\" OR `b = 1` OR [b = 1] OR \"a\"\"= 1\"", "kept"},
-      {select + "'a = 1' OR a = (1) OR a = NULL OR a = b", "kept"},
-      // By clause: behind the first WHERE, ON, HAVING or SET outside parentheses, and no other place.
+      {"a -> 'x' AND b ->> 1 AND c << 1 AND d >> 1 AND e | 1 AND f - 1", "kept"},
+      {"a -> 'x' = 'y'", "a -> 'x' = ?|'y"},
+      {"a = x'00' OR a = X'00' OR \"b = 1\" OR `b = 1` OR [b = 1] OR \"a\"\"= 1\" OR 'a = 1'", "kept"},
+      {"a = 2 GROUP BY a = 3 HAVING c = 4 ORDER BY a = 5 LIMIT a = 6 OFFSET a = 7",
+       "a = ? GROUP BY a = 3 HAVING c = ? ORDER BY a = 5 LIMIT a = 6 OFFSET a = 7|2|4"},
+      {"a IN (SELECT b = 1 FROM u WHERE c = 2 ORDER BY d = 3 LIMIT 4) AND e = 5",
+       "a IN (SELECT b = 1 FROM u WHERE c = ? ORDER BY d = 3 LIMIT 4) AND e = ?|2|5"},
+      {"a = 1 UNION SELECT b = 2 FROM u WHERE c = 3 EXCEPT VALUES (4 = 5)",
+       "a = ? UNION SELECT b = 2 FROM u WHERE c = ? EXCEPT VALUES (4 = 5)|1|3"},
+      // Texts with parameters of their own stay as they are, wherever the parameter stands.
+      {"a = 1 AND b = :b", "kept"},
+      {"a = ? AND b = 2", "kept"},
+      {"b = $c AND a = 1", "kept"},
+      {"\"?\" = 1 AND a = '?'", "\"?\" = ? AND a = ?|1|'?"},
+      // How many, how deep and how long.
+      {"a = 0" + Repeated(" OR a = 1", 15), "a = ?" + Repeated(" OR a = ?", 15) + "|0" + Repeated("|1", 15)},
+      {"a = 0" + Repeated(" OR a = 1", 16), "uncached"},
+      {Repeated("(", 31) + "a = 1" + Repeated(")", 31),
+       Repeated("(", 31) + "a = ?" + Repeated(")", 31) + "|1"},
+      {Repeated("(", 32) + "a = 1" + Repeated(")", 32), "uncached"},
+      {"a IN (" + Repeated("1234567890, ", 2000) + "1)", "uncached"},
+      // What isn't SQL.
+      {"a = 'x", "uncached"},
+      {"a = 'x'5", "uncached"},
+      {"\"a = 1", "uncached"},
+      {"[a = 1", "uncached"},
+      {"a = 1)", "uncached"},
+      {"a ^ 1", "uncached"},
+      {std::string("1\0AND a = 1", 11), "uncached"},
+  };
+  StatementShape shape;
+  const std::string select = "SELECT a FROM t WHERE ";
+  for (const auto& [text, description] : cases) {
+    const bool isLifted = description != "kept" && description != "uncached";
+    EXPECT_EQ(Described(shape, select + text), (isLifted ? select : "") + description);
+  }
+}
+
+TEST(StatementShapeTest, LiftsBehindTheFirstWhereOnHavingOrSetOutsideParenthesesAndInNoOtherPlace) {
+  const std::pair<std::string, std::string> cases[] = {
       {"SELECT a = 1, 'x' < 'y', CASE a WHEN b = 2 THEN 3 END FROM t", "kept"},
-      {"SELECT a = 1 FROM t WHERE b = 2 GROUP BY a = 3 HAVING c = 4 ORDER BY a = 5 LIMIT a = 6 OFFSET a = 7",
-       "SELECT a = 1 FROM t WHERE b = ? GROUP BY a = 3 HAVING c = ? ORDER BY a = 5 LIMIT a = 6 OFFSET a = "
-       "7|2|4"},
-      {"SELECT a FROM t JOIN u ON a = 1 AND u.b = 'x' WHERE c = 2",
-       "SELECT a FROM t JOIN u ON a = ? AND u.b = ? WHERE c = ?|1|'x|2"},
-      {"SELECT count(*) FILTER (WHERE a = 1), sum(a) OVER (PARTITION BY a = 2) FROM t WHERE b = 3",
-       "SELECT count(*) FILTER (WHERE a = 1), sum(a) OVER (PARTITION BY a = 2) FROM t WHERE b = ?|3"},
-      {"SELECT a FROM t WHERE b = 1 WINDOW w AS (ORDER BY a = 2)",
-       "SELECT a FROM t WHERE b = ? WINDOW w AS (ORDER BY a = 2)|1"},
+      {"select a = 0 from t join u on a = 1 and u.b = 'x' where c = 2",
+       "select a = 0 from t join u on a = ? and u.b = ? where c = ?|1|'x|2"},
+      {"SELECT sum(a) FILTER (WHERE a = 1) OVER (PARTITION BY a = 2) FROM t WHERE b = 3 WINDOW w AS (ORDER "
+       "BY a = 4)",
+       "SELECT sum(a) FILTER (WHERE a = 1) OVER (PARTITION BY a = 2) FROM t WHERE b = ? WINDOW w AS (ORDER "
+       "BY a = 4)|3"},
       {"SELECT (SELECT a FROM t WHERE b = 1) FROM (SELECT a FROM t WHERE b = 2) WHERE a = 3",
        "SELECT (SELECT a FROM t WHERE b = 1) FROM (SELECT a FROM t WHERE b = 2) WHERE a = ?|3"},
-      {select + "a IN (SELECT b = 1 FROM u WHERE c = 2 ORDER BY d = 3 LIMIT 4) AND e = 5",
-       select + "a IN (SELECT b = 1 FROM u WHERE c = ? ORDER BY d = 3 LIMIT 4) AND e = ?|2|5"},
-      {select + "a = 1 UNION SELECT b = 2 FROM u WHERE c = 3 EXCEPT VALUES (4 = 5)",
-       select + "a = ? UNION SELECT b = 2 FROM u WHERE c = ? EXCEPT VALUES (4 = 5)|1|3"},
       {"WITH c AS (SELECT a FROM t WHERE b = 1) SELECT a FROM c WHERE a = 2",
        "WITH c AS (SELECT a FROM t WHERE b = 1) SELECT a FROM c WHERE a = ?|2"},
-      {"SELECT COUNT(*) FROM (SELECT a FROM t WHERE  a = 'x')", "kept"},
       {"INSERT INTO t (a) VALUES (1), ('x' = 'y')", "kept"},
       {"INSERT INTO t SELECT a = 1 FROM u WHERE b = 2", "INSERT INTO t SELECT a = 1 FROM u WHERE b = ?|2"},
-      {"INSERT INTO t VALUES (1) ON CONFLICT (a) WHERE b = 2 DO UPDATE SET c = 3", "kept"},
-      {"INSERT INTO t SELECT a FROM u WHERE b = 1 ON CONFLICT DO NOTHING", "kept"},
+      {"INSERT INTO t SELECT a FROM u WHERE b = 1 ON CONFLICT (a) WHERE b = 2 DO UPDATE SET c = 3", "kept"},
       {"REPLACE INTO t SELECT a FROM u WHERE b = 'x'", "REPLACE INTO t SELECT a FROM u WHERE b = ?|'x"},
       {"UPDATE t SET a = 1, b = 'x' || c WHERE d = 2", "UPDATE t SET a = ?, b = ? || c WHERE d = ?|1|'x|2"},
-      {"DELETE FROM t WHERE a = 1 RETURNING b = 2", "DELETE FROM t WHERE a = ? RETURNING b = 2|1"},
-      // Texts with parameters of their own stay as they are, wherever the parameter stands.
-      {select + "a = 1 AND b = :b", "kept"},
-      {select + "a = ? AND b = 2", "kept"},
+      {"/* note */ DELETE FROM t WHERE a = 1 RETURNING b = 2",
+       "/* note */ DELETE FROM t WHERE a = ? RETURNING b = 2|1"},
       {"SELECT @a FROM t WHERE b = 2", "kept"},
-      {select + "b = $c AND a = 1", "kept"},
-      {select + "\"?\" = 1 AND a = '?'", select + "\"?\" = ? AND a = ?|1|'?"},
-      // How many, how deep and how long.
-      {select + "a = 0" + Repeated(" OR a = 1", 15),
-       select + "a = ?" + Repeated(" OR a = ?", 15) + "|0" + Repeated("|1", 15)},
-      {select + "a = 0" + Repeated(" OR a = 1", 16), "uncached"},
-      {select + Repeated("(", 31) + "a = 1" + Repeated(")", 31),
-       select + Repeated("(", 31) + "a = ?" + Repeated(")", 31) + "|1"},
-      {select + Repeated("(", 32) + "a = 1" + Repeated(")", 32), "uncached"},
-      {select + "a IN (" + Repeated(ten + ", ", 2000) + "1)", "uncached"},
-      // No single statement of those that are cached, or one that is no statement.
-      {"", "uncached"},
+      {"SELECT 1; DELETE FROM t", "uncached"},
       {" -- nothing", "uncached"},
-      {select + "a = 1; DELETE FROM t", "uncached"},
       {"PRAGMA user_version = 1", "uncached"},
-      {"EXPLAIN " + select + "a = 1", "uncached"},
-      {"CREATE TABLE u AS " + select + "a = 1", "uncached"},
-      {"BEGIN", "uncached"},
+      {"EXPLAIN SELECT a FROM t WHERE a = 1", "uncached"},
+      {"CREATE TABLE u AS SELECT a FROM t WHERE a = 1", "uncached"},
       {"SELECTED", "uncached"},
-      {select + "a = 'x", "uncached"},
-      {select + "a = 'x'5", "uncached"},
-      {select + "\"a = 1", "uncached"},
-      {select + "[a = 1", "uncached"},
-      {select + "a = 1)", "uncached"},
-      {select + "a ^ 1", "uncached"},
-      {std::string("SELECT 1\0WHERE a = 1", 20), "uncached"},
   };
   StatementShape shape;
   for (const auto& [text, description] : cases)
-    EXPECT_EQ(Described(shape, text), description) << text;
+    EXPECT_EQ(Described(shape, text), description);
 }
 
 namespace {

@@ -1,0 +1,38 @@
+#include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace Oru::Common::Databases::Sqlite {
+
+TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
+  RawReadSqlite row;
+  uint8_t bytes[] = {0x31, 0x32, 0};
+  row.Set("unsigned", uint64_t{1} << 63);
+  row.Set("small", uint32_t{0xffffffff});
+  row.Set("bool", true);
+  row.Set("real", 1e20);
+  row.Set("text", " +2.5e3x");
+  row.Set("bytes", bytes, 3);
+  row.SetNull("null");
+  bytes[0] = 0;
+  const RawReadSqlite copy(row);
+  row.Reset();
+  EXPECT_THROW(row.GetInt64("small"), ArgumentException);
+  EXPECT_THROW(copy.GetBytesArraySize("nosuch"), ArgumentException);
+  EXPECT_EQ(copy.GetUInt64("unsigned"), uint64_t{1} << 63);
+  EXPECT_EQ(copy.GetInt64("small"), 4294967295);
+  EXPECT_EQ(copy.GetInt32("small"), -1);
+  EXPECT_EQ(copy.GetString("bool"), "1");
+  EXPECT_EQ(copy.GetInt64("real"), std::numeric_limits<int64_t>::max());
+  EXPECT_EQ(copy.GetString("real"), "1.0e+20");
+  EXPECT_EQ(copy.GetDouble("text"), 2500);
+  EXPECT_EQ(copy.GetInt64("text"), 2);
+  EXPECT_EQ(copy.GetInt64("bytes"), 12);
+  EXPECT_TRUE(copy.IsNull("null") && copy.GetString("null").empty() && !copy.GetBoolean("null"));
+}
+
+}  // namespace Oru::Common::Databases::Sqlite
