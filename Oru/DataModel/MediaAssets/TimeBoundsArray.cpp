@@ -3,7 +3,6 @@
 #include "Oru/TimePoints/Core/TimePoint.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace Oru::DataModel::MediaAssets {
 
@@ -65,12 +64,11 @@ Duration TimeBoundsArray::GetInOutDuration() const {
 }
 
 bool TimeBoundsArray::HasOverlappingTimeBounds() const {
-  std::optional<TimePoint> covered;
-  for (const TimeBounds& bounds : *this) {
-    if (covered && bounds.InBoundary().TimePoint() < *covered) return true;
-    covered = covered ? std::max(*covered, EndOf(bounds)) : EndOf(bounds);
-  }
-  return false;
+  // In order of their beginnings, bounds that overlap any others overlap a neighbour.
+  const auto overlaps = [](const TimeBounds& left, const TimeBounds& right) {
+    return right.InBoundary().TimePoint() < EndOf(left);
+  };
+  return std::adjacent_find(begin(), end(), overlaps) != end();
 }
 
 bool TimeBoundsArray::IsOutOfTimeBounds(const TimeBoundary& mark) const {

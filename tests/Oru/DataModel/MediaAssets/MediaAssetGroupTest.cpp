@@ -112,6 +112,12 @@ TEST(MediaAssetGroupTest, ACloneIsOfTheSameClassesAndHasItemsOfItsOwn) {
 
   const AnglesMediaAssetGroup copy = group;
   EXPECT_EQ(copy.Items()[0], group.Items()[0]);
+
+  MediaAssetGroup plain("g", "name");
+  plain.Items() = {Item("a")};
+  const auto plainClone = plain.Clone();
+  EXPECT_TRUE(*plainClone == plain);
+  EXPECT_NE(plainClone->Items()[0], plain.Items()[0]);
   EXPECT_TRUE(AnglesMediaAssetGroup().Id().IsEmpty());
 }
 

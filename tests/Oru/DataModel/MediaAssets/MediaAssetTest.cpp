@@ -197,9 +197,13 @@ TEST(MediaAssetTest, ATrackAloneClonesItsStreamOnce) {
 TEST(MediaAssetTest, AReferenceKeepsItsIdentifierInAClone) {
   MediaAsset asset = FilledAsset();
   LoadedResource(asset).Id("renamed");
+  LoadedResource(asset).Streams()[0]->Id("renamed");
   const auto clone = asset.Clone();
   EXPECT_EQ(clone->MediaResources().At(1).Id(), "r");
   EXPECT_EQ(LoadedResource(*clone).Id(), "renamed");
+  EXPECT_EQ(LoadedResource(*clone).Streams()[0].Id(), "s");
+  EXPECT_EQ(LoadedResource(*clone).Streams()[0]->Id(), "renamed");
+  EXPECT_EQ(clone->Tracks().Front()->Channels()[0]->Stream().Id(), "s");
 }
 
 TEST(MediaAssetTest, AnAssetThatIsMovedKeepsWhatItHolds) {
