@@ -48,16 +48,10 @@ TEST(DapOperatorMetadataProfileOfSequenceTest, EveryPropertyCounts) {
 
 TEST(DapOperatorMetadataProfileOfSequenceTest, TheAssetsProfileHasTheSameNameAndIsAnother) {
   const DataModel::MediaAssets::DapOperatorMetadataProfile ofAsset;
-  Profile profile;
+  const Profile profile;
   EXPECT_EQ(profile.FullyQualifiedName().Value(), "oru.dapoperator");
   EXPECT_EQ(profile.FullyQualifiedName(), ofAsset.FullyQualifiedName());
   EXPECT_FALSE(profile.Equals(ofAsset) || ofAsset.Equals(profile));
-
-  profile.ObjectId(7);
-  profile.UmId("u");
-  const auto clone = profile.Clone();
-  EXPECT_TRUE(profile.Equals(*clone));
-  EXPECT_EQ(dynamic_cast<Profile&>(*clone).ObjectId(), 7);
 }
 
 }  // namespace

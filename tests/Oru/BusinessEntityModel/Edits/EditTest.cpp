@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <utility>
 
 namespace Oru::BusinessEntityModel::Edits {
 namespace {
@@ -37,18 +36,6 @@ TEST(EditTest, EveryFieldCountsAndACopyOwnsItsSequences) {
   const auto clone = FilledEdit().Clone();
   EXPECT_TRUE(*clone == FilledEdit());
   EXPECT_EQ(clone->ObjectId(), 3);
-}
-
-TEST(EditTest, SequencesAreTakenByCopyOrByMove) {
-  SequenceArray sequences;
-  sequences.Add(std::make_unique<Sequence>("s"));
-  const Sequence* const added = &sequences[0];
-  Edit edit;
-  edit.Sequences(sequences);
-  EXPECT_NE(&edit.Sequences()[0], added);
-  EXPECT_TRUE(edit.Sequences()[0] == *added);
-  edit.Sequences(std::move(sequences));
-  EXPECT_EQ(&edit.Sequences()[0], added);
 }
 
 }  // namespace

@@ -14,12 +14,6 @@ SequenceDuration Made(int seconds, bool isFixed) {
   return duration;
 }
 
-TEST(SequenceDurationTest, ALengthMakesItFixed) {
-  EXPECT_EQ(SequenceDuration(), Made(0, false));
-  EXPECT_TRUE(SequenceDuration(TimePoints::Duration::FromSeconds(5)).Fixed());
-  EXPECT_EQ(SequenceDuration(TimePoints::Duration::FromSeconds(5)), Made(5, true));
-}
-
 TEST(SequenceDurationTest, OrderIsTotal) {
   const std::vector<SequenceDuration> ascending{Made(-1, false), Made(-1, true), Made(0, false),
                                                 Made(0, true),   Made(9, false), Made(9, true)};

@@ -1,54 +1,14 @@
 #include "Oru/BusinessEntityModel/Edits/Sequence.h"
 
-#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
-
 #include "support/Changes.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include <cstdint>
 #include <memory>
-#include <stdexcept>
-#include <typeinfo>
 #include <utility>
 
 namespace Oru::BusinessEntityModel::Edits {
 namespace {
-
-TEST(SequenceTest, ANewOneStandsAtTheDefaults) {
-  const Sequence sequence("s");
-  EXPECT_EQ(sequence.Id(), "s");
-  EXPECT_EQ(sequence.ObjectId(), -1);
-  EXPECT_EQ(sequence.Version(), 0);
-  EXPECT_EQ(sequence.GetTimePoint(), TimePoints::TimePoint::Empty());
-  EXPECT_EQ(sequence.Duration(), SequenceDuration());
-  EXPECT_EQ(sequence.CreationDate(), 0);
-  EXPECT_EQ(sequence.ModificationDate(), 0);
-}
-
-TEST(SequenceTest, EveryVersionOf32BitsComesBack) {
-  Sequence sequence;
-  for (const int32_t version : {0, 1, -1, INT32_MAX, INT32_MIN}) {
-    sequence.Version(version);
-    EXPECT_EQ(sequence.Version(), version);
-  }
-}
-
-TEST(SequenceTest, OperatorMetadataIsTheProfileOfItsClass) {
-  Sequence sequence;
-  EXPECT_FALSE(sequence.HasDapOperatorMetadata());
-  EXPECT_THAT([&] { sequence.DapOperatorMetadata(); }, testing::ThrowsMessage<std::out_of_range>("map::at"));
-
-  const auto profile = std::make_shared<DapOperatorMetadataProfile>();
-  sequence.Metadata().Set(profile);
-  EXPECT_TRUE(sequence.HasDapOperatorMetadata());
-  EXPECT_EQ(&sequence.DapOperatorMetadata(), profile.get());
-  EXPECT_EQ(&std::as_const(sequence).DapOperatorMetadata(), profile.get());
-
-  sequence.Metadata().Set(std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>());
-  EXPECT_FALSE(sequence.HasDapOperatorMetadata());
-  EXPECT_THROW(sequence.DapOperatorMetadata(), std::bad_cast);
-}
 
 TEST(SequenceTest, MetadataIsTakenByCopyOrByMove) {
   BaseTypes::EditorialMetadata metadata;

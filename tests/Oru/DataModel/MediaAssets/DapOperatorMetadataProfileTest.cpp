@@ -22,10 +22,6 @@ TEST(DapOperatorMetadataProfileTest, ANewOneIsUnset) {
   EXPECT_EQ(profile.FullyQualifiedName().Value(), "oru.dapoperator");
   EXPECT_EQ(profile.ObjectId(), -1);
   EXPECT_TRUE(profile.DapId().IsEmpty());
-  EXPECT_EQ(profile.Page(), 255);
-  EXPECT_EQ(profile.Bank(), 255);
-  EXPECT_EQ(profile.Row(), 255);
-  EXPECT_EQ(profile.Camera(), 0);
   EXPECT_EQ(profile.UserTimecode(), TimeCode());
   EXPECT_TRUE(profile.UserTimecode().HasDate());
   EXPECT_EQ(profile.ArchiveStatus(), ArchiveStatus::None);

@@ -38,15 +38,11 @@ TEST(EssenceTest, ANewOneStandsAtTheDefaults) {
   EXPECT_EQ(video.GetType(), Essence::Type::Video);
   EXPECT_EQ(video.ObjectId(), -1);
   EXPECT_EQ(video.Nr(), -1);
-  EXPECT_EQ(video.ChannelCount(), 0);
   EXPECT_EQ(video.FrameRate(), MediaAssets::Rate(1, 1));
   EXPECT_EQ(video.AspectRatio(), MediaAssets::AspectRatio(1, 1));
-  EXPECT_EQ(video.Boxing(), Boxing::unknown);
-  EXPECT_EQ(video.FourCC(), "");
   const AudioEssence audio;
   EXPECT_EQ(audio.GetType(), Essence::Type::Audio);
   EXPECT_EQ(audio.SampleRate(), MediaAssets::Rate(1, 1));
-  EXPECT_EQ(audio.BitDepth(), 0);
   const DataEssence data;
   EXPECT_EQ(data.GetType(), Essence::Type::Data);
   ASSERT_NE(data.Metadata(), nullptr);

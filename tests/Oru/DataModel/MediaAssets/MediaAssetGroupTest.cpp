@@ -10,6 +10,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace Oru::DataModel::MediaAssets {
 namespace {
@@ -38,13 +39,6 @@ TEST(MediaAssetGroupTest, ItemsCompareByTheOneThatIsAsked) {
       EXPECT_EQ(*items[asked] != *items[other], !isEqual[asked][other]) << asked << ", " << other;
     }
   }
-}
-
-TEST(MediaAssetGroupTest, NeitherObjectIdsNorLoadedAssetsMakeItemsDiffer) {
-  MediaAssetGroupItem loaded(std::make_shared<MediaAsset>("a"));
-  loaded.ObjectId(8);
-  EXPECT_TRUE(loaded == *Item("a"));
-  EXPECT_EQ(Item("a")->ObjectId(), -1);
 }
 
 TEST(MediaAssetGroupTest, ItemsAreFoundByAssetAndByIndex) {

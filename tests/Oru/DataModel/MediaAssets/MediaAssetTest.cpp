@@ -95,16 +95,6 @@ TEST(MediaAssetTest, TheModificationDateIsNeverAheadOfTheCreationDate) {
   EXPECT_EQ(asset.ModificationDate(), 5000000000);
 }
 
-TEST(MediaAssetTest, MarksAreThoseOfThePhysicalBounds) {
-  MediaAsset asset = FilledAsset();
-  asset.InBoundary(TimeBoundary(TimePoint::FromNanoseconds(200), true));
-  asset.OutBoundary(At(700));
-  EXPECT_EQ(asset.PhysicalTimebounds().InBoundary(), TimeBoundary(TimePoint::FromNanoseconds(200), true));
-  EXPECT_EQ(asset.OutBoundary(), asset.PhysicalTimebounds().OutBoundary());
-  EXPECT_EQ(asset.GetDuration().ToNanoseconds(), 1000);
-  EXPECT_EQ(asset.GetInOutDuration().ToNanoseconds(), 500);
-}
-
 TEST(MediaAssetTest, OperatorMetadataIsTheProfileOfItsClass) {
   MediaAsset asset;
   EXPECT_FALSE(asset.HasDapOperatorMetadata());
@@ -204,14 +194,6 @@ TEST(MediaAssetTest, AReferenceKeepsItsIdentifierInAClone) {
   EXPECT_EQ(LoadedResource(*clone).Streams()[0].Id(), "s");
   EXPECT_EQ(LoadedResource(*clone).Streams()[0]->Id(), "renamed");
   EXPECT_EQ(clone->Tracks().Front()->Channels()[0]->Stream().Id(), "s");
-}
-
-TEST(MediaAssetTest, AnAssetThatIsMovedKeepsWhatItHolds) {
-  MediaAsset asset = FilledAsset();
-  const MediaAsset moved = std::move(asset);
-  EXPECT_TRUE(moved == FilledAsset());
-  asset = FilledAsset();
-  EXPECT_TRUE(asset == moved);
 }
 
 }  // namespace

@@ -41,17 +41,6 @@ TEST(MediaResourceTest, TheModificationDateOnlyGoesForward) {
   EXPECT_EQ(resource.ModificationDate(), -50);
 }
 
-TEST(MediaResourceTest, StreamsAreAdoptedLoadedOrAddedByIdentifier) {
-  MediaResource resource = FilledResource();
-  ASSERT_EQ(resource.Streams().size(), 2U);
-  EXPECT_EQ(resource.Streams()[0].Id(), "loaded");
-  EXPECT_TRUE(resource.Streams()[0]);
-  EXPECT_EQ(resource.Streams()[1].Id(), "known");
-  EXPECT_FALSE(resource.Streams()[1]);
-  EXPECT_THROW(resource.Adopt(nullptr), std::invalid_argument);
-  EXPECT_EQ(resource.Streams().size(), 2U);
-}
-
 TEST(MediaResourceTest, EveryFieldCounts) {
   TestSupport::ExpectEachChangeCounts<MediaResource>(
       FilledResource(),

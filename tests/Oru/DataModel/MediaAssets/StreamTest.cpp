@@ -53,7 +53,7 @@ TEST(StreamTest, EveryFieldCountsAndACopyOwnsWhatItHolds) {
       });
 }
 
-TEST(StreamTest, AssignmentCopiesDeepAndMovesWhole) {
+TEST(StreamTest, AssignmentCopiesDeep) {
   const Stream original = FilledStream();
   Stream copy;
   copy = original;
@@ -63,13 +63,6 @@ TEST(StreamTest, AssignmentCopiesDeepAndMovesWhole) {
   EXPECT_NE(&copy.Metadata()->At("technical"), &original.Metadata()->At("technical"));
   Stream& self = copy;
   copy = self;
-  EXPECT_TRUE(copy == original);
-
-  const Essence* const essence = &copy.Essences()[0];
-  Stream moved = std::move(copy);
-  EXPECT_TRUE(moved == original);
-  EXPECT_EQ(&moved.Essences()[0], essence);
-  copy = FilledStream();
   EXPECT_TRUE(copy == original);
 }
 

@@ -39,14 +39,6 @@ TimeBoundsArray Array(const BoundsList& list, Instant in = unset, Instant out = 
   return array;
 }
 
-TEST(TimeBoundsArrayTest, ANewOneIsEmptyWithUnsetMarks) {
-  const TimeBoundsArray array;
-  EXPECT_TRUE(array.Empty());
-  EXPECT_EQ(array.InBoundary(), TimeBoundary());
-  EXPECT_EQ(array.OutBoundary(), TimeBoundary());
-  EXPECT_TRUE(array.IsValid());
-}
-
 TEST(TimeBoundsArrayTest, BoundsStandInOrderHoweverTheyCame) {
   std::vector<TimeBounds> sorted{Bounds(unset, 5), Bounds(-10, 0),   Bounds(0, 3),
                                  Bounds(0, 10),    Bounds(7, unset), Bounds(7, 8)};

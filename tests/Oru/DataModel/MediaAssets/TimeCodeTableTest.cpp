@@ -28,17 +28,5 @@ TEST(TimeCodeTableTest, TheJumpInForceIsTheLastOneThatHasBegun) {
   EXPECT_EQ(table.JumpAt(TimePoint::MaxValue())->TimeCode().TotalSample(), 7);
 }
 
-TEST(TimeCodeTableTest, ACloneHasJumpsOfItsOwn) {
-  TimeCodeTable table("ltc");
-  table.TimeCodeJumps().Insert(Jump(0, 5));
-  const auto clone = table.Clone();
-  EXPECT_EQ(*clone, table);
-  table.TimeCodeJumps().Front()->TimeCode(TimeCode().AddSample(6));
-  EXPECT_EQ(clone->TimeCodeJumps().Front()->TimeCode().TotalSample(), 5);
-  EXPECT_NE(*clone, table);
-  EXPECT_NE(TimeCodeTable("ltc"), TimeCodeTable("vitc"));
-  EXPECT_LT(TimeCodeTable("ltc"), TimeCodeTable("vitc"));
-}
-
 }  // namespace
 }  // namespace Oru::DataModel::MediaAssets

@@ -1,7 +1,5 @@
 #include "Oru/DataModel/MediaAssets/Track.h"
 
-#include "Oru/BusinessEntityModel/BaseTypes/SortedVectorSharedPointer.h"
-#include "Oru/DataModel/MediaAssets/TrackChannel.h"
 #include "Oru/DataModel/MediaAssets/TrackLayout.h"
 
 #include <gtest/gtest.h>
@@ -20,32 +18,6 @@ TEST(TrackTest, IdentifierAndNameDecideAndChannelsDoNot) {
   EXPECT_TRUE(track != Track("t", "other") && track != Track("u", "name"));
   EXPECT_FALSE(track < Track("t", "other"));
   EXPECT_LT(track, Track("u", ""));
-}
-
-TEST(TrackTest, ChannelsCompareByStreamAndNumbers) {
-  TrackChannelToRemove channel;
-  EXPECT_TRUE(channel.Stream().IsEmpty());
-  channel.Stream(StreamId("s"));
-  channel.EssenceNr(1);
-  channel.ChannelNr(2);
-  for (const auto& change : {+[](TrackChannelToRemove& other) { other.Stream(StreamId("other")); },
-                             +[](TrackChannelToRemove& other) { other.EssenceNr(2); },
-                             +[](TrackChannelToRemove& other) { other.ChannelNr(1); }}) {
-    TrackChannelToRemove other = channel;
-    EXPECT_TRUE(other == channel);
-    change(other);
-    EXPECT_TRUE(other != channel);
-  }
-}
-
-TEST(TrackTest, ChannelsOfAnEssenceStandByNumber) {
-  BaseTypes::SortedVectorSharedPointer<TrackChannel> channels;
-  channels.Insert(std::make_shared<TrackChannel>("t", 2));
-  channels.Insert(std::make_shared<TrackChannel>("t", -1));
-  channels.Insert(std::make_shared<TrackChannel>("u", 2));
-  EXPECT_THROW(channels.Insert(std::make_shared<TrackChannel>("u", 2)), std::runtime_error);
-  EXPECT_EQ(channels.Front()->ChannelNr(), -1);
-  EXPECT_EQ(channels.Size(), 3U);
 }
 
 TEST(TrackTest, LayoutsCompareTheirTracksWhileTheseLive) {
