@@ -1,0 +1,70 @@
+// The operator's view of a clip, a multi-angle group, an edit, and what a deletion takes along.
+#include "Oru/BusinessEntityModel/Edits/Sequence.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
+
+#include <iostream>
+#include <memory>
+
+namespace Assets = Oru::DataModel::MediaAssets;
+namespace Edits = Oru::BusinessEntityModel::Edits;
+using namespace Oru::TimePoints;
+using Assets::Database::DataModelDatabase;
+
+namespace {
+
+bool SaveOperatorsClip(DataModelDatabase& database) {
+  auto profile = std::make_shared<Assets::DapOperatorMetadataProfile>();
+  profile->ServerId(Assets::ZuServerId(110));
+  profile->Page(1);
+  profile->Bank(1);
+  profile->Row(1);
+  profile->Camera('A');
+  profile->Keyword(0, "goal");
+  profile->UserTimecode(TimeCodeBuilder().ClockTime(10, 0, 0, 0).Rate(VideoRates::Rate50()).Build());
+  Assets::MediaAsset clip("clip-1");
+  clip.Metadata().Set(profile);
+  if (!database.GetMediaAssetTable().Save(clip)) return false;
+
+  Assets::MediaAsset found;
+  if (!database.GetMediaAssetTable().GetObject(clip.ObjectId(), found)) return false;
+  database.GetMediaAssetTable().ReadDapOperatorMetadata(found);
+  std::cout << found.DapOperatorMetadata().DapId().ToString() << '\n';
+  return true;
+}
+
+bool SaveGroup(DataModelDatabase& database) {
+  Assets::AnglesMediaAssetGroup group("group-1", "Penalty");
+  group.Items().push_back(
+      std::make_shared<Assets::AnglesMediaAssetGroupItem>("wide", Assets::MediaAssetReference("clip-1")));
+  return database.GetAnglesMediaAssetGroupTable().Save(group);
+}
+
+bool SaveEdit(DataModelDatabase& database) {
+  Edits::Edit edit("edit-1");
+  edit.Name("Highlights");
+  if (!database.GetEditTable().Save(edit)) return false;
+
+  Edits::Sequence sequence("sequence-1");
+  sequence.Duration(Edits::SequenceDuration(Duration::FromSeconds(30)));
+  Edits::Database::SequenceEncapsulated owned(sequence);
+  owned.editFk = edit.ObjectId();
+  return database.GetSequenceTable().Save(owned);
+}
+
+}  // namespace
+
+int main() {
+  DataModelDatabase database(":memory:", nullptr);
+  database.Open();
+  if (!SaveOperatorsClip(database) || !SaveGroup(database) || !SaveEdit(database)) return 1;
+
+  if (!database.GetMediaAssetTable().DeleteByServerId(Assets::ZuServerId(110))) return 1;
+  std::cout << "group: " << database.GetMediaAssetGroupTable().GetObjectIdFromIdentifier("group-1") << '\n';
+
+  if (!database.GetEditTable().Delete(database.GetEditTable().GetObjectIdFromIdentifier("edit-1"))) return 1;
+  std::cout << "sequence: " << database.GetSequenceTable().GetObjectIdFromIdentifier("sequence-1") << '\n';
+}
