@@ -13,6 +13,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <limits>
 #include <optional>
@@ -222,6 +223,9 @@ TEST_F(CursorSqliteTest, AStepThatFailsIsLoggedAndTheCursorWorksOn) {
   insert.Reset();
   insert.Bind("k", 100);
   insert.Run();
+  insert.Close();
+  for (sqlite3_stmt* kept = nullptr; (kept = sqlite3_next_stmt(db.Handle(), kept));)
+    EXPECT_STRNE(sqlite3_sql(kept), "INSERT INTO T (k) VALUES (:k)");
   CursorSqlite select(db, "SELECT abs(v) FROM (SELECT 1 AS v UNION ALL SELECT -9223372036854775807 - 1)");
   EXPECT_TRUE(select.Step());
   EXPECT_THROW(select.Step(), InvalidOperationException);

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -92,6 +93,13 @@ TEST_F(ReadGuardTest, IsInertOnceEndedAndInsideATransaction) {
   }
   EXPECT_TRUE(db.IsInTransaction());
   EXPECT_TRUE(db.ExecuteStatement("ROLLBACK"));
+  {
+    auto first = std::make_unique<ReadGuard>(db);
+    EXPECT_TRUE(db.ExecuteStatement("COMMIT"));
+    const ReadGuard second(db);
+    first.reset();
+    EXPECT_TRUE(db.IsInTransaction());
+  }
   {
     const ReadGuard closed(db);
     db.Close();
