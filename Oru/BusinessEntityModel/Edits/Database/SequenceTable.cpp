@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 #include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
 
 #include <memory>
 
@@ -71,12 +72,15 @@ void SequenceTable::ReadMetadata(Sequence& sequence) {
 
 void SequenceTable::ReadDapOperatorProfileTable(Sequence& sequence) {
   Sqlite::QuerySqlite query = Sqlite::OwnedBy(DapOperatorProfileTable::columnNames[0], sequence.ObjectId());
-  Sqlite::ObjectCursorSqlite<DapOperatorMetadataProfile, DapOperatorMetadataProfile> cursor;
-  dapOperatorProfileTable.OpenObjectCursor(cursor, query);
+  using Profile = DapOperatorMetadataProfile;
   const auto name = DapOperatorMetadataProfile::StaticFullyQualifiedName();
   if (sequence.Metadata().Contains(name)) {
-    cursor.Next(dynamic_cast<DapOperatorMetadataProfile&>(sequence.Metadata().At(name)));
-  } else if (const auto profile = std::make_shared<DapOperatorMetadataProfile>(); cursor.Next(*profile)) {
+    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query,
+                               dynamic_cast<Profile&>(sequence.Metadata().At(name)));
+    return;
+  }
+  if (const auto profile = std::make_shared<Profile>();
+      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query, *profile)) {
     sequence.Metadata().Set(profile);
   }
 }

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <type_traits>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -51,10 +52,11 @@ void CursorSqlite::Prepare(const std::string& select) {
     db.LogFailure("statement on a closed database");
     return;
   }
-  mPrepared = db.mStatements->Take(db.Handle(), select);
+  std::string error;
+  mPrepared = db.mStatements->Take(db.Handle(), select, &error);
   if (!mPrepared) {
-    std::string error = "the text holds no statement";
-    {
+    if (error.empty()) {
+      error = "the text holds no statement";
       const HandleLock lock(db.Handle());
       mPrepared = PreparedStatement::Prepare(db.Handle(), select.data(), select.size(), false);
       if (!mPrepared && sqlite3_errcode(db.Handle()) != SQLITE_OK) error = sqlite3_errmsg(db.Handle());
@@ -162,84 +164,80 @@ bool CursorSqlite::IsNull(const std::string& name) const {
   return IsNull(ColumnOnRow(name));
 }
 
-bool CursorSqlite::Get(const std::string& name, int64_t& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-bool CursorSqlite::Get(const std::string& name, uint64_t& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-bool CursorSqlite::Get(const std::string& name, int32_t& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-bool CursorSqlite::Get(const std::string& name, uint32_t& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-bool CursorSqlite::Get(const std::string& name, double& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-bool CursorSqlite::Get(const std::string& name, bool& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-bool CursorSqlite::Get(const std::string& name, std::string& out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
-int32_t CursorSqlite::Get(const std::string& name, uint8_t** out) const {
-  return Get(ColumnOnRow(name), out);
-}
-
 bool CursorSqlite::IsNull(int32_t index) const {
   return !IsColumnOnRow(index) || sqlite3_column_type(mStatement, index) == SQLITE_NULL;
 }
 
-bool CursorSqlite::Get(int32_t index, int64_t& out) const {
-  if (!IsColumnOnRow(index)) return false;
-  out = sqlite3_column_int64(mStatement, index);
+// The reads of all types are one: a column is found by its name or its position, and then read unchecked.
+template <class T>
+bool CursorSqlite::Read(int32_t column, T& out) const {
+  if (column < 0) return false;
+  if constexpr (std::is_same_v<T, std::string>) return ReadText(column, out);
+  if constexpr (std::is_same_v<T, double>) out = sqlite3_column_double(mStatement, column);
+  if constexpr (std::is_same_v<T, bool>) out = sqlite3_column_int64(mStatement, column) != 0;
+  if constexpr (std::is_integral_v<T> && !std::is_same_v<T, bool>) {
+    out = static_cast<T>(sqlite3_column_int64(mStatement, column));
+  }
   return true;
+}
+
+bool CursorSqlite::Get(const std::string& name, int64_t& out) const {
+  return Read(ColumnOnRow(name), out);
+}
+
+bool CursorSqlite::Get(int32_t index, int64_t& out) const {
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::Get(const std::string& name, uint64_t& out) const {
+  return Read(ColumnOnRow(name), out);
 }
 
 bool CursorSqlite::Get(int32_t index, uint64_t& out) const {
-  int64_t value = 0;
-  if (!Get(index, value)) return false;
-  out = static_cast<uint64_t>(value);
-  return true;
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::Get(const std::string& name, int32_t& out) const {
+  return Read(ColumnOnRow(name), out);
 }
 
 bool CursorSqlite::Get(int32_t index, int32_t& out) const {
-  int64_t value = 0;
-  if (!Get(index, value)) return false;
-  out = static_cast<int32_t>(value);
-  return true;
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::Get(const std::string& name, uint32_t& out) const {
+  return Read(ColumnOnRow(name), out);
 }
 
 bool CursorSqlite::Get(int32_t index, uint32_t& out) const {
-  int64_t value = 0;
-  if (!Get(index, value)) return false;
-  out = static_cast<uint32_t>(value);
-  return true;
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::Get(const std::string& name, double& out) const {
+  return Read(ColumnOnRow(name), out);
 }
 
 bool CursorSqlite::Get(int32_t index, double& out) const {
-  if (!IsColumnOnRow(index)) return false;
-  out = sqlite3_column_double(mStatement, index);
-  return true;
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::Get(const std::string& name, bool& out) const {
+  return Read(ColumnOnRow(name), out);
 }
 
 bool CursorSqlite::Get(int32_t index, bool& out) const {
-  int64_t value = 0;
-  if (!Get(index, value)) return false;
-  out = value != 0;
-  return true;
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::Get(const std::string& name, std::string& out) const {
+  return Read(ColumnOnRow(name), out);
 }
 
 bool CursorSqlite::Get(int32_t index, std::string& out) const {
-  if (!IsColumnOnRow(index)) return false;
+  return Read(IsColumnOnRow(index) ? index : -1, out);
+}
+
+bool CursorSqlite::ReadText(int32_t index, std::string& out) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mStatement, index));
   const auto length = static_cast<std::size_t>(sqlite3_column_bytes(mStatement, index));
   if (text) {
@@ -253,6 +251,10 @@ bool CursorSqlite::Get(int32_t index, std::string& out) const {
   }
   out.clear();
   return true;
+}
+
+int32_t CursorSqlite::Get(const std::string& name, uint8_t** out) const {
+  return Get(ColumnOnRow(name), out);
 }
 
 int32_t CursorSqlite::Get(int32_t index, uint8_t** out) const {

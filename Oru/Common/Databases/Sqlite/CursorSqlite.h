@@ -127,6 +127,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   [[noreturn]] void ThrowStepFailure(const std::string& message);
   int ColumnOnRow(const std::string& name) const;
   bool IsColumnOnRow(int32_t index) const;
+  template <class T>
+  bool Read(int32_t column, T& out) const;
+  bool ReadText(int32_t index, std::string& out) const;
   int ParameterNumber(const std::string& name);
   bool MayBind(int32_t number);
   bool IsBound(int code);

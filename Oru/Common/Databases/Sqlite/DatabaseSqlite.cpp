@@ -211,14 +211,16 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
   return isDone;
 }
 
-// Runs a text that the statement cache serves; false, with nothing done, for one that it doesn't.
+// Runs a text that the statement cache serves or fails at; false, with nothing done, for one that it doesn't
+// serve.
 bool DatabaseSqlite::RunKept(const std::string& text, bool& isDone) {
-  std::unique_ptr<PreparedStatement> statement = mStatements->Take(mHandle, text);
-  if (!statement) return false;
-  const std::string error = RunToEnd(statement->Handle());
+  std::string error;
+  std::unique_ptr<PreparedStatement> statement = mStatements->Take(mHandle, text, &error);
+  if (!statement && error.empty()) return false;
+  if (statement) error = RunToEnd(statement->Handle());
   isDone = error.empty();
   if (!isDone) LogFailure(error);
-  mStatements->Return(std::move(statement), isDone);
+  if (statement) mStatements->Return(std::move(statement), isDone);
   return true;
 }
 

@@ -61,7 +61,9 @@ Query& QuerySqlite::Add(const std::string& condition) {
 }
 
 Query& QuerySqlite::Compare(const std::string& column, const char* comparison, const std::string& literal) {
-  return Add(std::string(CheckedName(column)).append(comparison).append(literal));
+  if (!mFilter.empty()) mFilter += " AND ";
+  mFilter.append(CheckedName(column)).append(comparison).append(literal);
+  return *this;
 }
 
 Query& QuerySqlite::Like(const std::string& column, const char* before, const std::string& text,

@@ -1,8 +1,12 @@
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
+#include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/StatementShape.h"
 
 #include <sqlite3.h>
+
+#include <iterator>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -46,18 +50,27 @@ StatementCache::StatementCache(std::size_t capacity) : mCapacity(capacity) {}
 
 StatementCache::~StatementCache() = default;
 
-std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, const std::string& text) {
+std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, const std::string& text,
+                                                        std::string* error) {
   // One analysis a thread, kept for its memory.
   thread_local StatementShape shape;
-  if (shape.Analyse(text) == StatementShape::Kind::Uncacheable) return nullptr;
-
-  std::unique_ptr<PreparedStatement> statement = TakeIdle(shape.Text());
+  shape.Guess(text);
+  std::unique_ptr<PreparedStatement> statement = TakeIdle(shape);
   if (!statement) {
-    statement = PreparedStatement::Prepare(handle, shape.Text().data(), shape.Text().size(), true);
-    if (!statement) return nullptr;
-    statement->hasLiftedLiterals = !shape.Literals().empty();
-    Register(*statement, shape.Text());
+    if (shape.Analyse(text) == StatementShape::Kind::Uncacheable) return nullptr;
+    statement = TakeIdle(shape);
   }
+  if (!statement) {
+    const HandleLock lock(handle);
+    statement = PreparedStatement::Prepare(handle, shape.Text().data(), shape.Text().size(), true);
+    if (!statement) {
+      const bool isMisunderstood = (sqlite3_errcode(handle) & 0xFF) == SQLITE_ERROR;
+      if (!isMisunderstood && error) *error = sqlite3_errmsg(handle);
+      return nullptr;
+    }
+    Register(*statement, shape);
+  }
+  statement->hasLiftedLiterals = !shape.Literals().empty();
   if (!BindLiterals(statement->Handle(), shape.Literals())) {
     Return(std::move(statement), false);
     return nullptr;
@@ -65,11 +78,12 @@ std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, const s
   return statement;
 }
 
-std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(std::string_view shape) {
+std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(const StatementShape& shape) {
   const std::lock_guard<std::mutex> lock(mMutex);
-  const auto found = mByShape.find(shape);
+  const auto found = mByShape.find(shape.Text());
   if (found == mByShape.end()) return nullptr;
   const Slots::iterator slot = found->second;
+  if (slot->literalCount != shape.Literals().size()) return nullptr;
   mSlots.splice(mSlots.begin(), mSlots, slot);
   if (slot->idle.empty()) return nullptr;
   std::unique_ptr<PreparedStatement> statement = std::move(slot->idle.back());
@@ -79,17 +93,20 @@ std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(std::string_view sha
   return statement;
 }
 
-void StatementCache::Register(PreparedStatement& statement, std::string_view shape) {
+void StatementCache::Register(PreparedStatement& statement, const StatementShape& shape) {
   const std::lock_guard<std::mutex> lock(mMutex);
-  auto found = mByShape.find(shape);
+  auto found = mByShape.find(shape.Text());
   if (found == mByShape.end()) {
     mSlots.emplace_front();
     const Slots::iterator slot = mSlots.begin();
-    slot->shape = shape;
+    slot->shape = shape.Text();
+    slot->literalCount = shape.Literals().size();
     slot->self = slot;
     found = mByShape.emplace(slot->shape, slot).first;
   }
   Slot& slot = *found->second;
+  // A text whose own parameters make it look like the shape of another isn't kept beside that.
+  if (slot.literalCount != shape.Literals().size()) return;
   ++slot.outCount;
   statement.slot = &slot;
 }
@@ -98,6 +115,7 @@ void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool i
   if (!statement->slot) return;
   if (isSound) statement->Clear();
 
+  Statements dropped;
   const std::lock_guard<std::mutex> lock(mMutex);
   Slot& slot = *static_cast<Slot*>(statement->slot);
   --slot.outCount;
@@ -105,22 +123,22 @@ void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool i
     slot.idle.push_back(std::move(statement));
     ++mIdleCount;
     while (mIdleCount > mCapacity)
-      DropLeastRecentlyUsed();
+      dropped.push_back(TakeLeastRecentlyUsed());
   } else {
-    statement.reset();
+    dropped.push_back(std::move(statement));
     EraseIfUnused(slot.self);
   }
 }
 
-void StatementCache::DropLeastRecentlyUsed() {
-  for (auto slot = mSlots.end(); slot != mSlots.begin();) {
+std::unique_ptr<PreparedStatement> StatementCache::TakeLeastRecentlyUsed() {
+  auto slot = std::prev(mSlots.end());
+  while (slot->idle.empty())
     --slot;
-    if (slot->idle.empty()) continue;
-    slot->idle.pop_back();
-    --mIdleCount;
-    EraseIfUnused(slot);
-    return;
-  }
+  std::unique_ptr<PreparedStatement> statement = std::move(slot->idle.back());
+  slot->idle.pop_back();
+  --mIdleCount;
+  EraseIfUnused(slot);
+  return statement;
 }
 
 void StatementCache::EraseIfUnused(Slots::iterator slot) {
@@ -130,10 +148,11 @@ void StatementCache::EraseIfUnused(Slots::iterator slot) {
 }
 
 void StatementCache::Clear() {
+  std::vector<Statements> dropped;
   const std::lock_guard<std::mutex> lock(mMutex);
   for (auto slot = mSlots.begin(); slot != mSlots.end();) {
     const auto current = slot++;
-    current->idle.clear();
+    dropped.push_back(std::exchange(current->idle, {}));
     EraseIfUnused(current);
   }
   mIdleCount = 0;

@@ -31,8 +31,10 @@ class StatementCache {
   ~StatementCache();
 
   /// Gives a statement for the text, with the values of its lifted literals bound: a kept one or a new one.
-  /// Null for a text that isn't worth keeping or that SQLite refuses.
-  std::unique_ptr<PreparedStatement> Take(sqlite3* handle, const std::string& text);
+  /// Null for a text that isn't worth keeping or that SQLite doesn't understand, and when it fails at it.
+  /// @param error  set to why it failed. Another try must not hide that: SQLite may have rolled back
+  std::unique_ptr<PreparedStatement> Take(sqlite3* handle, const std::string& text,
+                                          std::string* error = nullptr);
 
   /// Keeps a statement for its next use; finalises one that isn't of this cache, and one that `isSound` is
   /// false for: a statement whose step failed is better prepared anew.
@@ -44,21 +46,28 @@ class StatementCache {
   std::size_t IdleCount() const;
 
  private:
+  using Statements = std::vector<std::unique_ptr<PreparedStatement>>;
+
   // All statements of one shape. A slot stays while a statement of it is out, which knows it by its address.
   struct Slot {
     std::string shape;
-    std::vector<std::unique_ptr<PreparedStatement>> idle;
+    Statements idle;
     std::size_t outCount = 0;
+    // How many literals the analysis lifted that made this shape.
+    std::size_t literalCount = 0;
     std::list<Slot>::iterator self;
   };
   using Slots = std::list<Slot>;
 
-  std::unique_ptr<PreparedStatement> TakeIdle(std::string_view shape);
-  void Register(PreparedStatement& statement, std::string_view shape);
-  void DropLeastRecentlyUsed();
+  std::unique_ptr<PreparedStatement> TakeIdle(const StatementShape& shape);
+  void Register(PreparedStatement& statement, const StatementShape& shape);
+  // There must be an idle one.
+  std::unique_ptr<PreparedStatement> TakeLeastRecentlyUsed();
   void EraseIfUnused(Slots::iterator slot);
 
   const std::size_t mCapacity;
+  // Never held while a statement is prepared or finalised: that takes the connection's mutex, whose holder
+  // may be about to take a statement from here.
   mutable std::mutex mMutex;
   // Most recently used first.
   Slots mSlots;

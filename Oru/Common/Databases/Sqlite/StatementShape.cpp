@@ -359,4 +359,37 @@ StatementShape::Kind StatementShape::Analyse(std::string_view text) {
   return Kind::Lifted;
 }
 
+void StatementShape::Guess(std::string_view text) {
+  mText = text;
+  mBuffer.clear();
+  mLiterals.clear();
+  // A text that carries parameters, or what looks like one, keeps its literals.
+  if (text.find('?') != std::string_view::npos) return;
+
+  std::size_t copied = 0;
+  for (std::size_t at = text.find('='); at != std::string_view::npos; at = text.find('=', at)) {
+    at = text.find_first_not_of(" =", at);
+    if (at == std::string_view::npos) break;
+    std::size_t end = at;
+    Literal literal;
+    if (text[at] == '\'') {
+      end = text.find('\'', at + 1);
+      if (end == std::string_view::npos) break;
+      literal.isText = true;
+      literal.text = text.substr(at + 1, end - at - 1);
+      ++end;
+    } else {
+      while (end < text.size() && ClassOf(text[end]) == CharClass::Digit)
+        ++end;
+      if (end == at || !ToInteger(text.substr(at, end - at), false, literal.integer)) continue;
+    }
+    mLiterals.push_back(literal);
+    mBuffer.append(text.data() + copied, at - copied).push_back('?');
+    copied = at = end;
+  }
+  if (mLiterals.empty()) return;
+  mBuffer.append(text.data() + copied, text.size() - copied);
+  mText = mBuffer;
+}
+
 }  // namespace Oru::Common::Databases::Sqlite

@@ -47,7 +47,13 @@ class StatementShape {
   /// Analyses a text, which must stay alive and unchanged while the results are used.
   Kind Analyse(std::string_view text);
 
-  /// The shape of the last analysis, empty if that was uncacheable.
+  /// Makes the shape that a text has if it is like one analysed before but for its literals, at a fraction of
+  /// the cost of an analysis: every integer and text that stands behind a "=" is taken for one to lift. The
+  /// guess is right if an analysis has made the same shape by lifting as many literals: all else being the
+  /// same, so is what each of them means. Whether there was such a text, the caller knows.
+  void Guess(std::string_view text);
+
+  /// The shape of the last analysis or guess, empty if that was uncacheable.
   std::string_view Text() const { return mText; }
   const std::vector<Literal>& Literals() const { return mLiterals; }
 

@@ -51,7 +51,11 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
   /// A select text of this view with the clauses of a query.
   std::string GenerateSelectStatement(const std::string& selectStatement, Query& query) const {
     const auto& querySqlite = static_cast<const QuerySqlite&>(query);
-    std::string text(selectStatement);
+    std::string text;
+    // Room for the words between, so that the text is allocated once.
+    text.reserve(selectStatement.size() + querySqlite.GetFilterSQL().size() +
+                 querySqlite.GetOrderBySQL().size() + querySqlite.GetLimitSQL().size() + 24);
+    text += selectStatement;
     AppendFilter(text, querySqlite);
     if (!querySqlite.GetOrderBySQL().empty()) text.append(" ORDER BY ").append(querySqlite.GetOrderBySQL());
     if (!querySqlite.GetLimitSQL().empty()) text.append(" ").append(querySqlite.GetLimitSQL());

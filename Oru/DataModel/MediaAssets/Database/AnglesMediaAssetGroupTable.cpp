@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 #include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/ReadRows.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 
 #include <memory>
@@ -57,11 +58,13 @@ bool AnglesMediaAssetGroupTable::Delete(const Identifier& groupId) {
 void AnglesMediaAssetGroupTable::ReadDapOperatorProfileTable(AnglesMediaAssetGroup& obj) {
   using Profile = AnglesDapOperatorMetadataProfile;
   Sqlite::QuerySqlite query = Sqlite::OwnedBy(AnglesDapOperatorMetadataTable::columnNames[0], obj.ObjectId());
-  Sqlite::ObjectCursorSqlite<Profile, Profile> cursor;
-  dapOperatorProfileTable.OpenObjectCursor(cursor, query);
   if (obj.Metadata().Contains(Profile::StaticFullyQualifiedName())) {
-    cursor.Next(dynamic_cast<Profile&>(obj.Metadata().At(Profile::StaticFullyQualifiedName())));
-  } else if (const auto profile = std::make_shared<Profile>(); cursor.Next(*profile)) {
+    auto& held = dynamic_cast<Profile&>(obj.Metadata().At(Profile::StaticFullyQualifiedName()));
+    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query, held);
+    return;
+  }
+  if (const auto profile = std::make_shared<Profile>();
+      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query, *profile)) {
     obj.Metadata().Set(profile);
   }
 }

@@ -50,10 +50,8 @@ void MediaAssetGroupItemTable::ReadMediaAsset(MediaAssetGroupItem& groupItem) {
   const Sqlite::QuerySqlite inner = Sqlite::OwnedBy(columnNames[0], groupItem.ObjectId());
   Sqlite::QuerySqlite outer;
   outer.In("key", tableName, columnNames[2], inner);
-  Sqlite::ObjectCursorSqlite<MediaAsset, MediaAsset> cursor;
-  mediaAssetTable.OpenObjectCursor(cursor, outer);
   auto asset = std::make_shared<MediaAsset>(Identifier::Empty());
-  cursor.Next(*asset);
+  Sqlite::ReadFirst<MediaAsset>(mediaAssetTable, outer, *asset);
   groupItem.MediaAsset(MediaAssetReference(std::move(asset)));
 }
 

@@ -224,18 +224,14 @@ std::shared_ptr<DapOperatorMetadataProfile> MediaAssetTable::OperatorProfile(Med
 }
 
 void MediaAssetTable::ReadDapOperatorMetadata(MediaAsset& mediaAsset) {
-  {
-    Sqlite::QuerySqlite query =
-        Sqlite::OwnedBy(DapOperatorMetadataTable::columnNames[0], mediaAsset.ObjectId());
-    Sqlite::ObjectCursorSqlite<DapOperatorMetadataProfile, DapOperatorMetadataProfile> cursor;
-    dapOperatorMetadataTable->OpenObjectCursor(cursor, query);
-    if (const auto held = OperatorProfile(mediaAsset)) {
-      cursor.Next(*held);
-    } else {
-      const auto profile = std::make_shared<DapOperatorMetadataProfile>();
-      cursor.Next(*profile);
-      mediaAsset.Metadata().Set(profile);
-    }
+  Sqlite::QuerySqlite query =
+      Sqlite::OwnedBy(DapOperatorMetadataTable::columnNames[0], mediaAsset.ObjectId());
+  if (const auto held = OperatorProfile(mediaAsset)) {
+    Sqlite::ReadFirst<DapOperatorMetadataProfile>(*dapOperatorMetadataTable, query, *held);
+  } else {
+    const auto profile = std::make_shared<DapOperatorMetadataProfile>();
+    Sqlite::ReadFirst<DapOperatorMetadataProfile>(*dapOperatorMetadataTable, query, *profile);
+    mediaAsset.Metadata().Set(profile);
   }
   ReadDapOperatorKeyword(mediaAsset);
 }
@@ -336,8 +332,9 @@ void MediaAssetTable::ReadFromCursor(const Cursor& cursor, MediaAsset& obj, bool
   obj.PhysicalTimebounds().InBoundary(ReadBoundary(cursor, columnNames[7], columnNames[8]));
   obj.PhysicalTimebounds().OutBoundary(ReadBoundary(cursor, columnNames[9], columnNames[10]));
   // The creation date sets both dates, and the entity checks the other against it.
+  const int64_t modificationDate = cursor.GetInt64(columnNames[11]);
   obj.CreationDate(cursor.GetInt64(columnNames[12]));
-  obj.ModificationDate(cursor.GetInt64(columnNames[11]));
+  obj.ModificationDate(modificationDate);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

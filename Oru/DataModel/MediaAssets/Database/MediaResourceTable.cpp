@@ -63,7 +63,7 @@ void MediaResourceTable::ReadStreamsLazy(MediaResource& mediaResource) {
 
 void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) {
   Sqlite::QuerySqlite query = Sqlite::OwnedBy(StreamTable::columnNames[2], mediaResource.ObjectId());
-  View<PersistentObject>& streams = *streamTable;
+  Sqlite::ViewSqlite<PersistentObject>& streams = *streamTable;
   Sqlite::ReadEachNew(
       streams, query, [] { return std::make_unique<Stream>(); },
       [&](std::unique_ptr<Stream> stream) {
@@ -91,8 +91,9 @@ void MediaResourceTable::ReadFromCursor(const Cursor& cursor, MediaResource& obj
   object.Name(cursor.GetString(columnNames[2]));
   object.GeneralFormat(static_cast<ResourceFormat>(cursor.GetInt32(columnNames[3])));
   // The creation date sets both dates, and the entity checks the other against it.
+  const int64_t modificationDate = cursor.GetInt64(columnNames[4]);
   object.CreationDate(cursor.GetInt64(columnNames[5]));
-  object.ModificationDate(cursor.GetInt64(columnNames[4]));
+  object.ModificationDate(modificationDate);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

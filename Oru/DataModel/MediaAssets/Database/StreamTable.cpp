@@ -30,7 +30,7 @@ namespace {
 const std::string objectIdFromIdentifierQuery = "SELECT key FROM Stream WHERE id = :id";
 
 template <class Kind>
-void ReadEssencesOfKind(View<PersistentObject>& kindTable, int64_t streamKey,
+void ReadEssencesOfKind(Sqlite::ViewSqlite<PersistentObject>& kindTable, int64_t streamKey,
                         std::vector<std::unique_ptr<Essence>>& essences) {
   Sqlite::QuerySqlite query = Sqlite::OwnedBy(EssenceTable::columnNames[1], streamKey);
   Sqlite::ReadEachNew(

@@ -60,10 +60,8 @@ void TrackTable::ReadTrackChannel(Track& track) {
   for (const std::shared_ptr<TrackChannelToRemove>& channel : track.Channels()) {
     Sqlite::QuerySqlite query;
     query.Equals(StreamTable::columnNames[1], channel->Stream().Id().Value());
-    Sqlite::ObjectCursorSqlite<PersistentObject, PersistentObject> cursor;
-    streamTable->OpenObjectCursor(cursor, query);
     auto stream = std::make_shared<Stream>();
-    if (!cursor.Next(*stream)) continue;
+    if (!Sqlite::ReadFirst<PersistentObject>(*streamTable, query, *stream)) continue;
     streamTable->ReadEssences(*stream);
     channel->Stream(StreamReference(std::move(stream)));
   }

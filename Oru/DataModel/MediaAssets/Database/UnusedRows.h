@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -11,9 +12,9 @@ namespace Oru::DataModel::MediaAssets::Database {
 /// that goes by what has changed since the last time and not by the size of the file.
 ///
 /// From the first time on, temporary triggers of the connection note each row that loses a link, and rows
-/// that are new show by their keys, which only grow. All is looked at again when another connection has
-/// changed the file meanwhile. The notes lie in temporary tables, so that a rollback takes them back together
-/// with what they tell of. Internal to the library.
+/// that are new show by their keys. All is looked at again when another connection has changed the file
+/// meanwhile. The notes lie in temporary tables, so that a rollback takes them back together with what they
+/// tell of. Internal to the library.
 ///
 /// Threads: may be used from several threads at once.
 class UnusedRows {
@@ -27,29 +28,24 @@ class UnusedRows {
   /// Deletes the rows without a link.
   /// @param deleteAll  deletes them by looking at all rows; gives false when the database refuses
   /// @return false, with a log entry, when the database refuses
-  template <class DeleteAll>
-  bool Delete(DeleteAll deleteAll) {
-    if (!BeginNoting()) return deleteAll();
-    const Changes changes = ChangesSinceLastTime();
-    if (changes.areKnown && changes.AreNone()) return true;
-    const bool isDeleted = changes.areKnown ? DeleteAmong(changes) : deleteAll();
-    return isDeleted && Forget(changes);
-  }
+  bool Delete(const std::function<bool()>& deleteAll);
 
  private:
   struct Changes {
     bool areKnown = false;
-    // The connection's number of the file's state, the highest key looked at the last time, the highest key
-    // now and the last note.
+    // The connection's number of the file's state, the highest key looked at the last time and the highest
+    // key now.
     int64_t dataVersion = 0;
     int64_t lastKnownKey = 0;
     int64_t lastKey = 0;
-    int64_t lastNote = 0;
+    bool areNoted = false;
 
-    bool AreNone() const { return lastKey <= lastKnownKey && lastNote == 0; }
+    bool AreNone() const { return lastKey <= lastKnownKey && !areNoted; }
   };
 
+  bool DeleteUnlinked(const std::function<bool()>& deleteAll);
   bool BeginNoting();
+  std::string NotingScript() const;
   Changes ChangesSinceLastTime();
   bool DeleteAmong(const Changes& changes);
   bool Forget(const Changes& changes);
