@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <iterator>
+#include <map>
 #include <random>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -233,6 +235,42 @@ std::string Described(sqlite3_stmt* statement) {
 }
 
 }  // namespace
+
+TEST(StatementShapeTest, AGuessThatAnAnalysisHasMadeBeforeIsWhatAnAnalysisMakes) {
+  const std::string pieces[] = {"a = 1",      "a = 22",     "b == 'x'", "b = 'y''z'", "a = -3",   "a=7",
+                                "\"q = 4\"",  "/* = 5 */",  "-- = 6\n", "'= 8'",      "= 9",      "WHERE",
+                                "AND",        "(",          ")",        "SELECT",     "ORDER BY", "LIMIT",
+                                "?",          ":p",         "a = 1.5",  "a = 0x10",   "'",        "x'00' = 1",
+                                "a LIKE 'l'", "a -> 2 = 3", "[= 10]"};
+  std::mt19937 random(4);
+  std::map<std::string, std::size_t> made;
+  int met = 0;
+  for (int round = 0; round < 50000; ++round) {
+    std::string text = "SELECT a FROM t WHERE ";
+    const int count = std::uniform_int_distribution<>(1, 4)(random);
+    for (int i = 0; i < count; ++i)
+      text += pieces[std::uniform_int_distribution<std::size_t>(0, std::size(pieces) - 1)(random)] + " ";
+
+    StatementShape guess;
+    guess.Guess(text);
+    StatementShape analysis;
+    const StatementShape::Kind kind = analysis.Analyse(text);
+    const auto known = made.find(std::string(guess.Text()));
+    if (known != made.end() && known->second == guess.Literals().size()) {
+      ++met;
+      ASSERT_NE(kind, StatementShape::Kind::Uncacheable) << text;
+      ASSERT_EQ(analysis.Text(), guess.Text()) << text;
+      ASSERT_EQ(analysis.Literals().size(), guess.Literals().size()) << text;
+      for (std::size_t i = 0; i < guess.Literals().size(); ++i) {
+        ASSERT_EQ(analysis.Literals()[i].integer, guess.Literals()[i].integer) << text;
+        ASSERT_EQ(analysis.Literals()[i].text, guess.Literals()[i].text) << text;
+      }
+    }
+    if (kind != StatementShape::Kind::Uncacheable)
+      made[std::string(analysis.Text())] = analysis.Literals().size();
+  }
+  EXPECT_GT(met, 500);
+}
 
 TEST(StatementShapeTest, ALiftedStatementGivesTheRowsAndNamesOfThePlainOne) {
   DatabaseSqlite db(":memory:", nullptr);
