@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Oru/BusinessEntityModel/BaseTypes/Export.h"
+
 #include <cstdint>
 
 namespace Oru::BusinessEntityModel::BaseTypes {
@@ -8,7 +10,7 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 /// and so stands for the same row.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
-class PersistentObject {
+class ORU_BASETYPES_EXPORT PersistentObject {
  public:
   /// The key of the row; -1 while the object has none.
   int64_t ObjectId() const noexcept { return objectId; }
