@@ -3,13 +3,13 @@
 
 #include "Jobs.h"
 
+#include "Clock.h"
 #include "SampleClips.h"
 #include "Site.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
-#include <ctime>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -22,14 +22,6 @@ namespace {
 constexpr int ClipCount = 2000;
 constexpr int GroupCount = 50;
 constexpr int SequenceCount = 50;
-
-// The time that the thread itself has computed: the jobs wait for nothing, and other programs on the machine
-// don't enter.
-double ThreadSeconds() {
-  timespec now{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
 
 /// A catalogue of one side, made once and left by each job as it was found.
 template <class Site>
@@ -70,7 +62,7 @@ struct Catalogue {
   std::size_t place = 0;
 };
 
-/// Runs a batch `count` times as one iteration and reports the time of one.
+/// Runs a batch `count` times as one iteration and reports the time of one: the jobs wait for nothing.
 template <class Run>
 void Measure(benchmark::State& state, int count, Run run) {
   const double start = ThreadSeconds();

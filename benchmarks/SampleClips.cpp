@@ -149,8 +149,12 @@ std::shared_ptr<Annotation> MakeAnnotation(int number, int part) {
 
 }  // namespace
 
+MediaAssetId ClipId(int number) {
+  return Id("c11b0000", number);
+}
+
 MediaAsset MakeClip(int number) {
-  MediaAsset clip(Id("c11b0000", number));
+  MediaAsset clip(ClipId(number));
   clip.AssetType(AssetType::media);
   clip.Name("Match 7, take " + std::to_string(number));
   clip.Description("Take " + std::to_string(number) + " of the evening, seen from the main stand");
@@ -186,7 +190,7 @@ AnglesMediaAssetGroup MakeGroup(int number, int firstClip) {
   group.Type("angles");
   for (int angle = 0; angle < 4; ++angle) {
     group.Items().push_back(std::make_shared<AnglesMediaAssetGroupItem>(
-        "Camera " + std::to_string(angle + 1), MediaAssetReference(Id("c11b0000", firstClip + angle))));
+        "Camera " + std::to_string(angle + 1), MediaAssetReference(ClipId(firstClip + angle))));
   }
   auto identity = std::make_shared<AnglesDapOperatorMetadataProfile>(
       DapId(ZuServerId(110), number / 100 % 10, 1 + number / 10 % 9, number % 10));

@@ -18,6 +18,8 @@ using DataModel::MediaAssets::MediaAsset;
 /// keywords, 8 metadata entries, 2 annotations, 1 resource of 1 stream of 6 essences, and 3 tracks of 5
 /// channels.
 MediaAsset MakeClip(int number);
+/// The identifier of `MakeClip(number)`.
+DataModel::MediaAssets::MediaAssetId ClipId(int number);
 std::vector<MediaAsset> MakeClips(int firstNumber, int count);
 
 /// A multi-angle group of the four clips from a number on, with the operator's identity.

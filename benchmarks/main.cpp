@@ -1,3 +1,4 @@
+#include "FileJobs.h"
 #include "Jobs.h"
 #include "Once.h"
 #include "SameResults.h"
@@ -8,7 +9,9 @@
 #include <exception>
 #include <iostream>
 #include <map>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -18,16 +21,26 @@ using Options = std::map<std::string, std::string>;
 constexpr const char* Usage =
     "oru_benchmark [--benchmark_...]      the jobs, once the rival has proved honest\n"
     "oru_benchmark --check                only whether the rival is honest\n"
-    "oru_benchmark --once save|resave|deep --side library|rival --clips N\n";
+    "oru_benchmark --once save|resave|deep --side library|rival --clips N\n"
+    "oru_benchmark --growth FOLDER --sizes N,N,... --bare-up-to N\n"
+    "oru_benchmark --connections FOLDER\n";
 
 Options OptionsOf(int argc, char** argv) {
   Options options;
   for (int i = 1; i < argc; ++i) {
     const std::string name = argv[i];
-    const bool takesValue = name == "--once" || name == "--side" || name == "--clips";
-    options[name] = takesValue && i + 1 < argc ? argv[++i] : "";
+    const bool hasValue = i + 1 < argc && std::string(argv[i + 1]).rfind("--", 0) != 0;
+    options[name] = hasValue ? argv[++i] : "";
   }
   return options;
+}
+
+std::vector<int> Numbers(const std::string& list) {
+  std::vector<int> numbers;
+  std::istringstream stream(list);
+  for (std::string number; std::getline(stream, number, ',');)
+    numbers.push_back(std::stoi(number));
+  return numbers;
 }
 
 int RunJobs(int argc, char** argv) {
@@ -49,6 +62,15 @@ int main(int argc, char** argv) {
     Options options = OptionsOf(argc, argv);
     if (options.count("--once") != 0) {
       Oru::Benchmarks::RunOnce(options["--once"], options["--side"], std::stoi(options["--clips"]));
+      return EXIT_SUCCESS;
+    }
+    if (options.count("--growth") != 0) {
+      Oru::Benchmarks::MeasureGrowth(options["--growth"], Numbers(options["--sizes"]),
+                                     std::stoi(options["--bare-up-to"]), std::cout);
+      return EXIT_SUCCESS;
+    }
+    if (options.count("--connections") != 0) {
+      Oru::Benchmarks::MeasureConnections(options["--connections"], std::cout);
       return EXIT_SUCCESS;
     }
     Oru::Benchmarks::CheckSameResults();

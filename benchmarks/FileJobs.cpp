@@ -1,0 +1,179 @@
+#include "FileJobs.h"
+
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+
+#include "Clock.h"
+#include "SampleClips.h"
+#include "Site.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+
+namespace Oru::Benchmarks {
+
+using Common::Databases::Sqlite::ReadGuard;
+using DataModel::MediaAssets::Database::DataModelDatabase;
+
+namespace {
+
+/// A name for a file that is removed at the end of the scope, and at its beginning.
+class ScratchFile {
+ public:
+  explicit ScratchFile(const std::string& folder) : path(folder + "/oru-benchmark.db") { Remove(); }
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+  ~ScratchFile() { Remove(); }
+
+  std::string Uri(const std::string& options) const { return "file:" + path + "?" + options; }
+
+ private:
+  void Remove() const {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+      std::error_code ignored;
+      std::filesystem::remove(path + suffix, ignored);
+    }
+  }
+
+  std::string path;
+};
+
+/// The median cost of a run, in microseconds: `most` runs, or as many as a second allows and at least three.
+template <class Run>
+double Median(double (*seconds)(), int most, Run run) {
+  std::vector<double> costs;
+  for (double spent = 0; static_cast<int>(costs.size()) < most && (spent < 1 || costs.size() < 3);) {
+    const double start = seconds();
+    run(static_cast<int>(costs.size()));
+    costs.push_back(seconds() - start);
+    spent += costs.back();
+  }
+  const auto middle = costs.begin() + static_cast<std::ptrdiff_t>(costs.size() / 2);
+  std::nth_element(costs.begin(), middle, costs.end());
+  return *middle * 1e6;
+}
+
+template <class Jobs>
+void SaveTogether(Jobs& jobs, std::vector<MediaAsset>& clips) {
+  jobs.Begin();
+  for (MediaAsset& clip : clips)
+    jobs.Save(clip);
+  jobs.Commit();
+}
+
+// Identifiers all over a file of that many clips.
+std::vector<DataModel::MediaAssets::MediaAssetId> SomeIds(int size) {
+  std::vector<DataModel::MediaAssets::MediaAssetId> ids;
+  for (int i = 0; i < 1000; ++i)
+    ids.push_back(ClipId(static_cast<int>(int64_t{i} * 7919 % size)));
+  return ids;
+}
+
+void DropLookupIndexes(sqlite3* handle) {
+  std::vector<std::string> names;
+  {
+    Statement indexes(handle, "SELECT name FROM sqlite_master WHERE name LIKE 'Lookup%'");
+    for (Rows row(indexes); row.Next();)
+      names.push_back(row->Text(0));
+  }
+  for (const std::string& name : names)
+    Connection::Execute(handle, "DROP INDEX " + name);
+}
+
+void ReadDeep(LibrarySite& site, const DataModel::MediaAssets::MediaAssetId& id) {
+  MediaAsset clip;
+  site.Jobs().ReadDeep(site.Jobs().FindKey(id), clip);
+}
+
+/// Saves clips that no file of this program holds yet, in batches of one transaction each.
+class NewClips {
+ public:
+  NewClips(int& storedCount, int batchCount, int batchSize) {
+    for (int i = 0; i < batchCount; ++i, storedCount += batchSize)
+      batches.push_back(MakeClips(storedCount, batchSize));
+  }
+
+  double CostOfOne(LibrarySite& site, double (*seconds)()) {
+    const double median = Median(seconds, static_cast<int>(batches.size()), [&](int i) {
+      SaveTogether(site.Jobs(), batches[static_cast<std::size_t>(i)]);
+    });
+    return median / static_cast<double>(batches.front().size());
+  }
+
+ private:
+  std::vector<std::vector<MediaAsset>> batches;
+};
+
+void FillUpTo(LibrarySite& site, int& count, int size) {
+  while (count < size) {
+    std::vector<MediaAsset> clips = MakeClips(count, std::min(1000, size - count));
+    SaveTogether(site.Jobs(), clips);
+    count += static_cast<int>(clips.size());
+  }
+}
+
+// As a JSON object; the file holds a few clips more afterwards.
+void MeasureAtSize(LibrarySite& site, int size, bool hasIndexes, int& nextNumber, std::ostream& out) {
+  const auto ids = SomeIds(size);
+  const auto id = [&](int i) { return ids[static_cast<std::size_t>(i)]; };
+  const double find = Median(ThreadSeconds, 1000, [&](int i) { site.Jobs().FindKey(id(i)); });
+  const double deep = Median(ThreadSeconds, 300, [&](int i) {
+    const ReadGuard reading(site.Database());
+    ReadDeep(site, id(i));
+  });
+  const double save = NewClips(nextNumber, 5, hasIndexes ? 100 : 10).CostOfOne(site, ThreadSeconds);
+  out << "  {\"clips\": " << size << ", \"indexes\": " << (hasIndexes ? "true" : "false")
+      << ", \"find\": " << find << ", \"save\": " << save << ", \"read_deep\": " << deep << "}";
+}
+
+}  // namespace
+
+void MeasureGrowth(const std::string& folder, const std::vector<int>& sizes, int largest, std::ostream& out) {
+  const ScratchFile file(folder);
+  LibrarySite site(file.Uri("_journal_mode=wal&_synchronous=normal"));
+  int count = 0;
+  const char* separator = "[\n";
+  for (const int size : sizes) {
+    FillUpTo(site, count, size);
+    out << separator;
+    MeasureAtSize(site, size, true, count, out);
+    separator = ",\n";
+    if (size <= largest) {
+      DropLookupIndexes(site.Handle());
+      out << separator;
+      MeasureAtSize(site, size, false, count, out);
+      site.Database().Create();
+    }
+    out.flush();
+  }
+  out << "\n]\n";
+}
+
+void MeasureConnections(const std::string& folder, std::ostream& out) {
+  const char* separator = "[\n";
+  for (const std::string journal : {"delete", "wal"}) {
+    for (const std::string synchronous : {"full", "normal"}) {
+      const ScratchFile file(folder);
+      LibrarySite site(file.Uri("_journal_mode=" + journal + "&_synchronous=" + synchronous));
+      constexpr int size = 1000;
+      int count = 0;
+      FillUpTo(site, count, size);
+      const double saveAlone = NewClips(count, 100, 1).CostOfOne(site, ElapsedSeconds);
+      const double saveTogether = NewClips(count, 7, 100).CostOfOne(site, ElapsedSeconds);
+      const auto ids = SomeIds(size);
+      const double unguarded =
+          Median(ElapsedSeconds, 500, [&](int i) { ReadDeep(site, ids[static_cast<std::size_t>(i)]); });
+      const ReadGuard reading(site.Database());
+      const double guarded =
+          Median(ElapsedSeconds, 500, [&](int i) { ReadDeep(site, ids[static_cast<std::size_t>(i)]); });
+      out << separator << "  {\"journal\": \"" << journal << "\", \"synchronous\": \"" << synchronous
+          << "\", \"save_alone\": " << saveAlone << ", \"save_in_100\": " << saveTogether
+          << ", \"deep_unguarded\": " << unguarded << ", \"deep_guarded\": " << guarded << "}";
+      separator = ",\n";
+    }
+  }
+  out << "\n]\n";
+}
+
+}  // namespace Oru::Benchmarks
