@@ -1,0 +1,147 @@
+#!/usr/bin/env python3
+"""Turns what oru_benchmark measured into tables and a chart.
+
+usage: report.py ratios JOBS.json RATIOS.json   medians of the jobs beside the ceilings, and the same as JSON
+       report.py growth GROWTH.json             cost of a clip by the number of clips
+       report.py connections CONNECTIONS.json   cost of a clip by the options of the connection
+       report.py instructions COUNTS.txt        lines of JOB SIDE FEW-INSTRUCTIONS MANY-INSTRUCTIONS CLIPS-BETWEEN
+       report.py chart GROWTH.json CHART.svg    the growth as a picture
+"""
+import json
+import math
+import statistics
+import sys
+
+# What a job may cost as a multiple of hand-written code. The others are shown without one.
+CEILINGS = {
+    "save_new": 1.15,
+    "save_again": 1.15,
+    "find_key": 1.6,
+    "get_object": 1.3,
+    "read_deep": 1.25,
+    "read_lazy": 1.3,
+    "walk_row": 1.1,
+    "delete_one": 1.05,
+}
+OTHER_JOBS = ["search", "save_group", "read_group", "save_sequence", "read_sequence"]
+
+
+def load(path):
+    with open(path, encoding="utf-8") as file:
+        return json.load(file)
+
+
+def ratios(path, result_path):
+    times = {}
+    for run in load(path)["benchmarks"]:
+        if run.get("run_type") != "aggregate":
+            job, side = run["run_name"].split("/")[:2]
+            times.setdefault(job, {}).setdefault(side, []).append(run["real_time"])
+    print(f"{'job':<15}{'library us':>12}{'by hand us':>12}{'ratio':>8}{'ceiling':>9}")
+    rows = []
+    for job in [*CEILINGS, *OTHER_JOBS]:
+        if job not in times:
+            continue
+        library = statistics.median(times[job]["library"])
+        rival = statistics.median(times[job]["rival"])
+        ratio, ceiling = library / rival, CEILINGS.get(job)
+        verdict = f"{ceiling:>9.2f}" + (" missed" if ratio > ceiling else "") if ceiling else ""
+        print(f"{job:<15}{library:>12.2f}{rival:>12.2f}{ratio:>8.2f}{verdict}")
+        rows.append({"job": job, "library": library, "rival": rival, "ratio": ratio, "ceiling": ceiling})
+    with open(result_path, "w", encoding="utf-8") as file:
+        json.dump(rows, file, indent=2)
+
+
+def growth(path):
+    print(f"{'clips':>9} {'look-up indexes':<16}{'find us':>10}{'save us':>10}{'read deep us':>14}")
+    for row in load(path):
+        indexes = "with" if row["indexes"] else "without"
+        print(f"{row['clips']:>9} {indexes:<16}{row['find']:>10.1f}{row['save']:>10.1f}{row['read_deep']:>14.1f}")
+
+
+def connections(path):
+    print(f"{'journal':<9}{'synchronous':<13}{'save alone us':>14}{'save in 100 us':>16}"
+          f"{'deep us':>10}{'deep guarded us':>17}")
+    for row in load(path):
+        print(f"{row['journal']:<9}{row['synchronous']:<13}{row['save_alone']:>14.0f}{row['save_in_100']:>16.0f}"
+              f"{row['deep_unguarded']:>10.0f}{row['deep_guarded']:>17.0f}")
+
+
+def instructions(path):
+    costs = {}
+    with open(path, encoding="utf-8") as file:
+        for line in file:
+            job, side, few, many, between = line.split()
+            costs.setdefault(job, {})[side] = (int(many) - int(few)) / int(between)
+    print(f"{'job':<10}{'library':>12}{'by hand':>12}{'ratio':>8}   (instructions a clip)")
+    for job, sides in costs.items():
+        ratio = sides["library"] / sides["rival"]
+        print(f"{job:<10}{sides['library']:>12.0f}{sides['rival']:>12.0f}{ratio:>8.2f}")
+
+
+WIDTH, HEIGHT, LEFT, TOP, RIGHT, BOTTOM = 760, 460, 80, 50, 190, 60
+SERIES = [("find", "find a key", "#1b7f4b"), ("save", "save new", "#b3541e"), ("read_deep", "read deep", "#2457a6")]
+
+
+def chart(path, svg_path):
+    rows = load(path)
+    clips = [row["clips"] for row in rows]
+    costs = [row[key] for row in rows for key, _, _ in SERIES]
+    powers_x = range(math.floor(math.log10(min(clips))), math.ceil(math.log10(max(clips))) + 1)
+    powers_y = range(math.floor(math.log10(min(costs))), math.ceil(math.log10(max(costs))) + 1)
+
+    def x(value):
+        share = (math.log10(value) - powers_x[0]) / max(1, powers_x[-1] - powers_x[0])
+        return LEFT + share * (WIDTH - LEFT - RIGHT)
+
+    def y(value):
+        share = (math.log10(value) - powers_y[0]) / max(1, powers_y[-1] - powers_y[0])
+        return HEIGHT - BOTTOM - share * (HEIGHT - TOP - BOTTOM)
+
+    def text(at_x, at_y, words, anchor="middle", more=""):
+        return f'<text x="{at_x:.1f}" y="{at_y:.1f}" text-anchor="{anchor}" {more}>{words}</text>'
+
+    parts = [
+        f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}" font-family="sans-serif" '
+        'font-size="13">',
+        f'<rect width="{WIDTH}" height="{HEIGHT}" fill="white"/>',
+        text(LEFT, 28, "Cost of a clip by the number of clips on the file", "start", 'font-size="16"'),
+        text((LEFT + WIDTH - RIGHT) / 2, HEIGHT - 16, "clips on the file"),
+        text(20, 44, "microseconds", "start"),
+    ]
+    for power in powers_x:
+        at = x(10**power)
+        parts.append(f'<line x1="{at:.1f}" y1="{TOP}" x2="{at:.1f}" y2="{HEIGHT - BOTTOM}" stroke="#ddd"/>')
+        parts.append(text(at, HEIGHT - BOTTOM + 20, f"{10**power:,}"))
+    for power in powers_y:
+        at = y(10**power)
+        parts.append(f'<line x1="{LEFT}" y1="{at:.1f}" x2="{WIDTH - RIGHT}" y2="{at:.1f}" stroke="#ddd"/>')
+        parts.append(text(LEFT - 8, at + 4, f"{10**power:,}", "end"))
+    legend = TOP + 10
+    for key, label, color in SERIES:
+        for has_indexes in (True, False):
+            points = [(x(row["clips"]), y(row[key])) for row in rows if row["indexes"] == has_indexes]
+            if not points:
+                continue
+            dashes = "" if has_indexes else ' stroke-dasharray="6 4"'
+            line = " ".join(f"{at_x:.1f},{at_y:.1f}" for at_x, at_y in points)
+            parts.append(f'<polyline points="{line}" fill="none" stroke="{color}" stroke-width="2"{dashes}/>')
+            parts += [f'<circle cx="{at_x:.1f}" cy="{at_y:.1f}" r="3" fill="{color}"/>' for at_x, at_y in points]
+            start = WIDTH - RIGHT + 16
+            parts.append(f'<line x1="{start}" y1="{legend}" x2="{start + 28}" y2="{legend}" stroke="{color}" '
+                         f'stroke-width="2"{dashes}/>')
+            words = label if has_indexes else label + ", no indexes"
+            parts.append(text(start + 34, legend + 4, words, "start", 'font-size="12"'))
+            legend += 22
+    parts.append("</svg>\n")
+    with open(svg_path, "w", encoding="utf-8") as file:
+        file.write("\n".join(parts))
+
+
+COMMANDS = {"ratios": ratios, "growth": growth, "connections": connections, "instructions": instructions,
+            "chart": chart}
+
+if __name__ == "__main__":
+    if len(sys.argv) < 3 or sys.argv[1] not in COMMANDS:
+        sys.exit(__doc__)
+    COMMANDS[sys.argv[1]](*sys.argv[2:])
