@@ -1,0 +1,131 @@
+#include "Oru/DataModel/MediaAssets/Database/EssenceTable.h"
+
+#include "Oru/DataModel/MediaAssets/AudioEssence.h"
+#include "Oru/DataModel/MediaAssets/DataEssence.h"
+#include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/VideoEssence.h"
+
+#include "support/ClipBuilder.h"
+#include "support/OpenDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+class EssenceTableTest : public TestSupport::OpenDatabase {
+ protected:
+  EssenceTableTest() { EXPECT_TRUE(database.GetMediaResourceTable().Save(*resource)); }
+
+  Stream& StoredStream() { return *resource->Streams().front(); }
+  int64_t Key() { return StoredStream().ObjectId(); }
+  // The kinds of the stored essences in the order in which they are read: V, A, D.
+  std::string Kinds() {
+    Stream reading;
+    reading.ObjectId(Key());
+    database.GetStreamTable().ReadEssences(reading);
+    std::string kinds;
+    for (const auto& essence : reading.Essences())
+      kinds += "ADV"[static_cast<int>(essence->GetType())];
+    return kinds;
+  }
+  bool Write(std::unique_ptr<Essence> essence, int32_t number) {
+    essences.Clear();
+    essence->Nr(number);
+    essences.Add(std::move(essence));
+    essences[0].Nr(number);
+    return table.Write(essences, Key());
+  }
+
+  EssenceTable& table = database.GetEssenceTable();
+  std::shared_ptr<MediaResource> resource = TestSupport::MakeResource("resource");
+  EssenceArray essences;
+};
+
+TEST_F(EssenceTableTest, EssencesComeBackByTheirNumbersAndAreNumberedAnew) {
+  EXPECT_EQ(Kinds(), "VAD");
+  ASSERT_TRUE(Write(std::make_unique<AudioEssence>(), 7) && Write(std::make_unique<VideoEssence>(), 5) &&
+              Write(std::make_unique<DataEssence>(), -3));
+  EXPECT_EQ(Kinds(), "DVADVA");
+  Stream reading;
+  reading.ObjectId(Key());
+  database.GetStreamTable().ReadEssences(reading);
+  EXPECT_EQ(reading.Essences()[5].Nr(), 5);
+  EXPECT_EQ(reading.Essences()[5].ObjectId(), table.GetObjectIdFromEssenceNr(Key(), 7));
+  EXPECT_EQ(table.GetObjectIdFromEssenceNr(Key(), 6), -1);
+  EXPECT_EQ(table.GetObjectIdFromEssenceNr(Key() + 1, 7), -1);
+  // A second reading adds the same again.
+  database.GetStreamTable().ReadEssences(reading);
+  EXPECT_EQ(reading.Essences().Size(), 12);
+  EXPECT_EQ(reading.Essences()[11].Nr(), 11);
+}
+
+TEST_F(EssenceTableTest, AStoredNumberTakesItsRowOverAndKeepsItsKind) {
+  const int64_t key = table.GetObjectIdFromEssenceNr(Key(), 0);
+  auto video = std::make_unique<VideoEssence>();
+  video->Height(1080);
+  video->FrameRate(Rate(30000, 1001));
+  ASSERT_TRUE(Write(std::move(video), 0));
+  EXPECT_EQ(essences[0].ObjectId(), key);
+  EXPECT_EQ(Value("SELECT height || quote(fourCC) || frameRateNum || '/' || frameRateDen FROM VideoEssence"),
+            "1080''30000/1001");
+  EXPECT_EQ(Count("MetadataEssence WHERE foreignKey = " + std::to_string(key)), 0);
+
+  auto audio = std::make_unique<AudioEssence>();
+  audio->ChannelCount(16);
+  ASSERT_TRUE(Write(std::move(audio), 0));
+  EXPECT_EQ(essences[0].ObjectId(), key);
+  EXPECT_EQ(Value("SELECT channelCount FROM Essence WHERE nr = 0"), "16");
+  EXPECT_EQ(Kinds(), "VAD");
+}
+
+TEST_F(EssenceTableTest, RefusedEssencesAreLoggedAndStopTheWalk) {
+  Stream& stream = StoredStream();
+  stream.Essences()[1].ChannelCount(-1);
+  stream.Essences()[2].ChannelCount(99);
+  EXPECT_FALSE(table.Write(stream.Essences(), Key()));
+  EXPECT_TRUE(log.Contains("CHECK constraint failed: channelCount>=0")) << log.Text();
+  EXPECT_EQ(Count("Essence WHERE channelCount = 99"), 0);
+  log.Clear();
+  stream.Essences()[1].ChannelCount(1);
+  stream.Essences()[1].Nr(0);
+  EXPECT_FALSE(table.Write(stream.Essences(), Key()));
+  EXPECT_TRUE(log.Contains("UNIQUE constraint failed: Essence.nr, Essence.refStream")) << log.Text();
+
+  DataEssence orphan;
+  EssenceEncapsulated row(Key() + 1, orphan);
+  EXPECT_FALSE(table.Save(row));
+  EXPECT_TRUE(log.Contains("FOREIGN KEY constraint failed")) << log.Text();
+  EXPECT_EQ(orphan.ObjectId(), -1);
+  EXPECT_TRUE(table.Write(EssenceArray(), Key()));
+  EXPECT_EQ(Kinds(), "VAD");
+}
+
+// The base row is there by then, so that the next save goes to update and finds no row of the kind.
+TEST_F(EssenceTableTest, AKindsRowThatWasRefusedOnceStaysAway) {
+  Run("CREATE TRIGGER Injected BEFORE INSERT ON AudioEssence BEGIN SELECT RAISE(ABORT, 'no'); END");
+  EXPECT_FALSE(Write(std::make_unique<AudioEssence>(), 3));
+  Run("DROP TRIGGER Injected");
+  EXPECT_TRUE(table.Write(essences, Key()));
+  EXPECT_EQ(Count("Essence"), 4);
+  EXPECT_EQ(Kinds(), "VAD");
+}
+
+TEST_F(EssenceTableTest, DeletingOneOfAKindTakesAllItsRows) {
+  Track track{TrackId("track")};
+  track.Channels().push_back(TestSupport::Channel("resource/stream", 0, 0));
+  ASSERT_TRUE(database.GetTrackTable().Save(track));
+  EssenceEncapsulated row(Key(), StoredStream().Essences()[0]);
+  ASSERT_TRUE(database.GetVideoEssenceTable().Delete(row));
+  EXPECT_EQ(row.essence.ObjectId(), -1);
+  EXPECT_EQ(Kinds(), "AD");
+  EXPECT_EQ(Count("VideoEssence"), 0);
+  EXPECT_EQ(Count("MetadataEssence"), 2);
+  EXPECT_EQ(Count("TrackChannel"), 0);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

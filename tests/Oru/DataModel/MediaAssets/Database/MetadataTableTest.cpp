@@ -1,0 +1,131 @@
+#include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
+
+#include "Oru/DataModel/MediaAssets/Database/TimeBoundsTable.h"
+
+#include "support/ClipBuilder.h"
+#include "support/OpenDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <typeinfo>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace BusinessEntityModel::BaseTypes;
+
+namespace {
+
+class ForeignProfile : public MetadataProfile {
+ public:
+  BusinessEntityModel::BaseTypes::FullyQualifiedName FullyQualifiedName() const override {
+    return "m.foreign";
+  }
+  bool Equals(const MetadataProfile& other) const override { return &other == this; }
+  std::shared_ptr<MetadataProfile> Clone() const override { return std::make_shared<ForeignProfile>(); }
+};
+
+}  // namespace
+
+// The tables of owned rows: metadata, time bounds and annotations.
+class MetadataTableTest : public TestSupport::OpenDatabase {
+ protected:
+  MetadataTableTest() { EXPECT_TRUE(assets.Save(clip)); }
+
+  void SetEntry(const std::string& profile, const std::string& key, const std::string& value) {
+    MetadataTable::Fold(metadata, {profile, {key, value}});
+  }
+  std::string Stored() {
+    return Value(
+        "SELECT group_concat(fullyQualifiedName || '/' || name || '=' || value, ' ') FROM "
+        "MetadataMediaAsset");
+  }
+
+  MediaAsset clip = TestSupport::MakeClip("clip");
+  MetadataTable& table = assets.GetMetadataTable();
+  MetadataProfileDictionary metadata;
+};
+
+TEST_F(MetadataTableTest, ProfilesKeepApartAndEmptyOnesAndTheOperatorsLeaveNoRow) {
+  SetEntry("b", "x", "1");
+  SetEntry("a", "x", "2");
+  SetEntry("a", "w", "");
+  metadata.Set(std::make_shared<GenericMetadataProfile>("empty"));
+  metadata.Set(std::make_shared<DapOperatorMetadataProfile>());
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_TRUE(table.Write(metadata, clip.ObjectId()));
+    EXPECT_EQ(Stored(), "a/w= a/x=2 b/x=1");
+  }
+  GenericMetadataProfile single("oru.dapoperator");
+  single.Set("k", "v");
+  EXPECT_TRUE(table.Write(single, clip.ObjectId()));
+  EXPECT_EQ(Stored(), "oru.dapoperator/k=v");
+  metadata.Clear();
+  EXPECT_TRUE(table.Write(metadata, clip.ObjectId()));
+  EXPECT_EQ(Count("MetadataMediaAsset"), 0);
+  // Another table of the class is another table of the file.
+  EXPECT_EQ(Count("MetadataMediaResource"), 1);
+}
+
+TEST_F(MetadataTableTest, AForeignProfileIsABadCastBehindTheRowsAheadOfIt) {
+  SetEntry("a", "x", "1");
+  SetEntry("z", "x", "2");
+  metadata.Set(std::make_shared<ForeignProfile>());
+  EXPECT_THROW(table.Write(metadata, clip.ObjectId()), std::bad_cast);
+  EXPECT_EQ(Stored(), "a/x=1");
+  clip.Metadata().Set(std::make_shared<ForeignProfile>());
+  EXPECT_THROW(assets.Save(clip), std::bad_cast);
+  clip.Metadata().Erase("m.foreign");
+  clip.Annotations().front()->Metadata().Set(std::make_shared<ForeignProfile>());
+  EXPECT_THROW(assets.Save(clip), std::bad_cast);
+  EXPECT_EQ(Count("Annotation"), 1);
+  clip.Annotations().clear();
+  EXPECT_TRUE(assets.Save(clip));
+  EXPECT_EQ(Count("Annotation") + Count("MetadataAnnotation"), 0);
+}
+
+TEST_F(MetadataTableTest, RowsOfAnOwnerThatIsGoneAreRefused) {
+  SetEntry("a", "x", "1");
+  TimeBoundsArray bounds;
+  bounds.Insert(TimePoints::TimeBounds());
+  EXPECT_FALSE(table.Write(metadata, 999));
+  EXPECT_FALSE(assets.GetTimeBoundsTable().Write(bounds, 999));
+  AnnotationArray annotations = {std::make_shared<Annotation>()};
+  EXPECT_FALSE(assets.GetAnnotationTable().Write(annotations, 999));
+  EXPECT_EQ(annotations.front()->ObjectId(), -1);
+  EXPECT_EQ(log.Lines().size(), 3U);
+  EXPECT_TRUE(assets.GetTimeBoundsTable().Write(bounds, clip.ObjectId()));
+  EXPECT_EQ(Value("SELECT inBoundary FROM TimeBoundsMediaAsset"), "-9223372036854775807");
+  EXPECT_TRUE(table.DeleteOnKey(999));
+}
+
+// The sorted array can be brought to hold the same bounds twice; the table can't.
+TEST_F(MetadataTableTest, BoundsThatOccurTwiceAreRefusedAtTheSecond) {
+  TimePoints::TimeBoundary in(TimePoints::TimePoint::FromNanoseconds(1), false), moving(in.TimePoint(), true);
+  TimeBoundsArray bounds;
+  for (const auto& boundary : {in, moving, in})
+    bounds.Insert(TimePoints::TimeBounds(boundary, boundary));
+  EXPECT_FALSE(assets.GetTimeBoundsTable().Write(bounds, clip.ObjectId()));
+  EXPECT_TRUE(log.Contains("UNIQUE constraint failed: TimeBoundsMediaAsset")) << log.Text();
+  EXPECT_EQ(Count("TimeBoundsMediaAsset"), 2);
+}
+
+TEST_F(MetadataTableTest, AnnotationsAreReplacedUnderNewKeys) {
+  const int64_t before = clip.Annotations().front()->ObjectId();
+  auto added = std::make_shared<Annotation>(AnnotationType::CuePoint, "added");
+  added->ObjectId(before);
+  clip.Annotations().push_back(added);
+  ASSERT_TRUE(assets.Save(clip));
+  EXPECT_EQ(Count("Annotation"), 2);
+  EXPECT_GT(clip.Annotations().front()->ObjectId(), before);
+  EXPECT_GT(added->ObjectId(), clip.Annotations().front()->ObjectId());
+  MediaAsset reading;
+  reading.ObjectId(clip.ObjectId());
+  assets.ReadAnnotations(reading);
+  ASSERT_EQ(reading.Annotations().size(), 2U);
+  EXPECT_EQ(*reading.Annotations().front(), *clip.Annotations().front());
+  EXPECT_EQ(*reading.Annotations().back(), *added);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database
