@@ -1,0 +1,173 @@
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+
+#include "reliability/ChildProcess.h"
+#include "reliability/Clips.h"
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace Oru::Reliability {
+
+using Common::Databases::Sqlite::ReadGuard;
+using Common::Databases::Sqlite::TransactionGuard;
+using DataModel::MediaAssets::Database::MediaAssetTable;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr int WorkerCount = 4;
+
+std::string ClipId(int worker, int number) {
+  return std::to_string(worker) + "/" + std::to_string(number);
+}
+
+// Saves, reads and deletes clips of one worker until the time is up. What it has saved and not deleted must
+// be there all the time, and in a whole version.
+// @return the log, with a line for each clip that was lost or refused
+std::string Work(const std::string& connection, int worker, Clock::time_point end) {
+  TestSupport::CapturedLog log;
+  DataModelDatabase db(connection, log.Stream());
+  db.Open();
+  auto& assets = db.GetMediaAssetTable();
+  std::vector<int> versions(5, 0);
+  for (int round = 1; Clock::now() < end; ++round) {
+    const int number = round % 5;
+    MediaAsset clip = MakeClip(ClipId(worker, number), round);
+    const bool isDeletion = round % 4 == 0 && versions[number] != 0;
+    {
+      // Without a transaction, the clean-up of another worker's deletion could take a resource that is stored
+      // and not linked yet.
+      TransactionGuard transaction(db);
+      if (isDeletion) clip.ObjectId(assets.GetObjectIdFromIdentifier(clip.Id()));
+      if (!(isDeletion ? assets.Delete(clip) : assets.Save(clip))) *log.Stream() << "refused\n";
+      transaction.Commit();
+    }
+    versions[number] = isDeletion ? 0 : round;
+    const ReadGuard reading(db);
+    for (int i = 0; i < 5; ++i) {
+      if (StoredVersion(db, ClipId(worker, i)) != versions[i]) *log.Stream() << "lost\n";
+    }
+    StoredVersion(db, ClipId((worker + 1) % WorkerCount, number));
+  }
+  return log.Text();
+}
+
+Clock::time_point InSeconds(int seconds) {
+  return Clock::now() + std::chrono::seconds(seconds);
+}
+
+}  // namespace
+
+class ConcurrencyTest : public testing::TestWithParam<const char*> {
+ protected:
+  const TestSupport::TemporaryDirectory directory;
+  const std::string path = directory.File("clips.db");
+  const std::string connection = "file:" + path + "?_busy_timeout=20000&_journal_mode=" + GetParam();
+};
+
+TEST_P(ConcurrencyTest, ProcessesShareAFile) {
+  const auto end = InSeconds(IsLong() ? 30 : 4);
+  std::vector<std::unique_ptr<ChildProcess>> children;
+  for (int worker = 0; worker < WorkerCount; ++worker) {
+    children.push_back(std::make_unique<ChildProcess>([&, worker](int pipe) {
+      const std::string text = Work(connection, worker, end);
+      return write(pipe, text.data(), text.size()) == 0;
+    }));
+  }
+  for (const auto& child : children) {
+    EXPECT_EQ(child->Heard(), "");
+    EXPECT_TRUE(child->Succeeds());
+  }
+  EXPECT_EQ(Faults(path), "");
+  EXPECT_FALSE(HasSideFiles(path));
+}
+
+TEST_P(ConcurrencyTest, ThreadsShareAFileWithADatabaseEach) {
+  const auto end = InSeconds(IsLong() ? 30 : 4);
+  std::vector<std::thread> threads;
+  for (int worker = 0; worker < WorkerCount; ++worker)
+    threads.emplace_back([&, worker] { EXPECT_EQ(Work(connection, worker, end), ""); });
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_EQ(Faults(path), "");
+  EXPECT_FALSE(HasSideFiles(path));
+}
+
+TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
+  for (int round = 0; round < (IsLong() ? 200 : 20); ++round) {
+    Restore(path, "");
+    const auto start = Clock::now() + std::chrono::milliseconds(20);
+    std::vector<std::unique_ptr<ChildProcess>> children;
+    for (int worker = 0; worker < WorkerCount; ++worker) {
+      children.push_back(std::make_unique<ChildProcess>([&, worker](int pipe) {
+        std::this_thread::sleep_until(start);
+        std::string text = Work(connection, worker, Clock::now());
+        return write(pipe, text.data(), text.size()) == 0;
+      }));
+    }
+    for (const auto& child : children) {
+      EXPECT_EQ(child->Heard(), "");
+      EXPECT_TRUE(child->Succeeds());
+    }
+    EXPECT_EQ(Faults(path), "");
+    if (HasFailure()) return;
+  }
+}
+
+// A transaction would be that of all the threads, and a deletion would clean up behind half-done saves:
+// neither is for threads that share a connection.
+TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughTablesOfTheirOwn) {
+  TestSupport::CapturedLog log;
+  DataModelDatabase db(connection + "&_synchronous=off", log.Stream());
+  db.Open();
+  MediaAsset clip = MakeClip("shared", 1);
+  ASSERT_TRUE(db.GetMediaAssetTable().Save(clip));
+  const auto end = InSeconds(2);
+  const auto assets = [&](int worker) {
+    MediaAssetTable table(db);
+    for (int round = 1; Clock::now() < end; ++round) {
+      MediaAsset own = MakeClip(ClipId(worker, 0), round);
+      EXPECT_TRUE(table.Save(own));
+      MediaAsset read;
+      EXPECT_TRUE(table.GetObject(own.ObjectId(), read));
+      table.ReadMediaResources(read);
+      table.ReadTrack(read);
+      EXPECT_EQ(read.Name(), std::to_string(round));
+      EXPECT_EQ(read.Tracks().Size(), 3U);
+    }
+  };
+  std::thread threads[] = {
+      std::thread(assets, 1), std::thread(assets, 2), std::thread([&] {
+        for (int round = 1; Clock::now() < end; ++round) {
+          AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
+          EXPECT_TRUE(db.GetAnglesMediaAssetGroupTable().Save(group));
+        }
+      }),
+      std::thread([&] {
+        for (int round = 1; Clock::now() < end; ++round) {
+          BusinessEntityModel::Edits::Edit edit(BusinessEntityModel::Edits::EditId("edit"));
+          edit.Name(std::to_string(round));
+          EXPECT_TRUE(db.GetEditTable().Save(edit));
+          EXPECT_EQ(TestSupport::Value(db, "SELECT name FROM Edit WHERE id = 'edit'"), std::to_string(round));
+        }
+      })};
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_EQ(log.Text(), "");
+  db.Close();
+  EXPECT_EQ(Faults(path), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Journal, ConcurrencyTest, testing::Values("delete", "wal"),
+                         [](const auto& mode) { return std::string(mode.param); });
+
+}  // namespace Oru::Reliability
