@@ -129,7 +129,7 @@ TEST_F(TableSqliteTest, TheKeyIsThatOfTheRowWhateverTriggersInsertBeside) {
 }
 
 TEST_F(TableSqliteTest, TwoTablesInsertFromTwoThreadsAndKeepTheirKeysApart) {
-  const auto insert = [this](NoteTable& target, const std::string& prefix) {
+  const auto insert = [](NoteTable& target, const std::string& prefix) {
     for (int i = 0; i < 300; ++i) {
       Note note{-1, prefix + std::to_string(i), i};
       EXPECT_TRUE(target.Save(note));
