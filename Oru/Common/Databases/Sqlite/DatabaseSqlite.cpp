@@ -80,7 +80,7 @@ void DatabaseSqlite::Close() {
   if (!IsOpen()) return;
   while (CursorSqlite* cursor = mCursors->Any())
     cursor->Close();
-  mStatements->Clear();
+  mStatements = std::make_unique<StatementCache>();
   mInTransaction = false;
   mIsReading = false;
   // What is left are statements that somebody made on the handle itself. The connection goes for good once
@@ -108,7 +108,7 @@ void DatabaseSqlite::BeginTransaction() {
     } else if (sqlite3_db_readonly(mHandle, "main") == 1) {
       // SQLite would begin one all the same, and refuse what it is for.
       error = sqlite3_errstr(SQLITE_READONLY);
-    } else if (RunPlain("BEGIN IMMEDIATE")) {
+    } else if (mStatements->KeepRollback(mHandle) && RunPlain("BEGIN IMMEDIATE")) {
       // A transaction that only reads at first could be refused its first write at once, whatever the
       // timeout, when another connection has written since: https://sqlite.org/lang_transaction.html
       mInTransaction = true;
@@ -134,7 +134,7 @@ int64_t DatabaseSqlite::EndTransaction(bool commit) {
       error = "it was rolled back at an earlier failure";
     } else if (mInTransaction) {
       const int64_t changes = sqlite3_total_changes64(mHandle) - mChangesAtBegin;
-      const bool isEnded = RunPlain(commit ? "COMMIT" : "ROLLBACK");
+      const bool isEnded = commit ? RunPlain("COMMIT") : mStatements->Rollback(mHandle);
       if (!isEnded) error = sqlite3_errmsg(mHandle);
       mInTransaction = IsInTransaction();
       if (isEnded) return commit ? changes : 0;

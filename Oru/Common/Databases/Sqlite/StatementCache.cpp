@@ -147,6 +147,20 @@ void StatementCache::EraseIfUnused(Slots::iterator slot) {
   mSlots.erase(slot);
 }
 
+bool StatementCache::KeepRollback(sqlite3* handle) {
+  const HandleLock lock(handle);
+  constexpr std::string_view text = "ROLLBACK";
+  if (!mRollback) mRollback = PreparedStatement::Prepare(handle, text.data(), text.size(), true);
+  return mRollback != nullptr;
+}
+
+bool StatementCache::Rollback(sqlite3* handle) {
+  const HandleLock lock(handle);
+  if (!KeepRollback(handle)) return false;
+  const bool isDone = sqlite3_step(mRollback->Handle()) == SQLITE_DONE;
+  return sqlite3_reset(mRollback->Handle()) == SQLITE_OK && isDone;
+}
+
 void StatementCache::Clear() {
   std::vector<Statements> dropped;
   const std::lock_guard<std::mutex> lock(mMutex);

@@ -40,6 +40,13 @@ class StatementCache {
   /// false for: a statement whose step failed is better prepared anew.
   void Return(std::unique_ptr<PreparedStatement> statement, bool isSound);
 
+  /// Prepares the rollback of a transaction that is about to begin: it must not fail for want of memory later.
+  /// @return false when SQLite refuses
+  bool KeepRollback(sqlite3* handle);
+  /// Rolls back, by the kept statement if there is one.
+  /// @return false when SQLite fails at it
+  bool Rollback(sqlite3* handle);
+
   /// Finalises all idle statements.
   void Clear();
 
@@ -65,6 +72,7 @@ class StatementCache {
   std::unique_ptr<PreparedStatement> TakeLeastRecentlyUsed();
   void EraseIfUnused(Slots::iterator slot);
 
+  std::unique_ptr<PreparedStatement> mRollback;
   const std::size_t mCapacity;
   // Never held while a statement is prepared or finalised: that takes the connection's mutex, whose holder
   // may be about to take a statement from here.
