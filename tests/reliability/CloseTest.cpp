@@ -1,0 +1,118 @@
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+
+#include "reliability/Clips.h"
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace Oru::Reliability {
+
+using namespace Common::Databases;
+using AssetCursor = Sqlite::ObjectCursorSqlite<MediaAsset, MediaAsset>;
+
+class CloseTest : public testing::TestWithParam<const char*> {
+ protected:
+  CloseTest() {
+    MediaAsset first = MakeClip("a", 1), second = MakeClip("b", 1);
+    Open();
+    EXPECT_TRUE(db->GetMediaAssetTable().Save(first) && db->GetMediaAssetTable().Save(second));
+  }
+
+  void Open() {
+    if (!db) db = std::make_unique<DataModelDatabase>(connection, log.Stream());
+    if (!db->IsOpen()) db->Open();
+  }
+  void ExpectWellClosed() {
+    EXPECT_FALSE(HasSideFiles(path));
+    EXPECT_EQ(Faults(path), "");
+    EXPECT_FALSE(log.Contains("left over")) << log.Text();
+  }
+
+  const TestSupport::TemporaryDirectory directory;
+  TestSupport::CapturedLog log;
+  const std::string path = directory.File("clips.db");
+  const std::string connection = "file:" + path + "?_journal_mode=" + GetParam();
+  std::unique_ptr<DataModelDatabase> db;
+};
+
+// What is alive when the database goes, in every combination, and the two ways for it to go.
+TEST_P(CloseTest, InEveryOrder) {
+  for (unsigned living = 0; living < 32; ++living) {
+    SCOPED_TRACE(living);
+    Open();
+    auto& assets = db->GetMediaAssetTable();
+    std::unique_ptr<AssetCursor> cursor;
+    MediaAsset read;
+    if (living & 1) {
+      cursor = std::make_unique<AssetCursor>();
+      Sqlite::QuerySqlite all;
+      assets.OpenObjectCursor(*cursor, all);
+      EXPECT_TRUE(cursor->Next(read));
+    }
+    if (living & 2) db->BeginTransaction();
+    if (living & 4) {
+      MediaAsset clip = MakeClip("a", 2);
+      EXPECT_TRUE(assets.Save(clip));
+    }
+    std::optional<Sqlite::TransactionGuard> guard;
+    if ((living & 8) && !(living & 2)) guard.emplace(*db);
+    if (living & 16) {
+      guard.reset();
+      db.reset();
+    } else {
+      db->Close();
+      EXPECT_FALSE(db->GetProperties().DeleteAll());
+    }
+    ExpectWellClosed();
+    if (cursor) {
+      EXPECT_FALSE(cursor->IsOpened());
+      EXPECT_THROW(cursor->Next(read), ObjectClosedException);
+    }
+    cursor.reset();
+    guard.reset();
+    Open();
+    // What stood in a transaction that was open is gone.
+    MediaAsset clip = MakeClip("a", 1);
+    EXPECT_EQ(StoredVersion(*db, "a"), (living & 6) == 4 ? 2 : 1);
+    EXPECT_TRUE(db->GetMediaAssetTable().Save(clip));
+  }
+}
+
+TEST_P(CloseTest, ATableOfAClosedDatabaseRefusesAndWorksAgain) {
+  MediaAsset clip = MakeClip("c", 1), read;
+  auto group = MakeGroup("g", 1, {"a"});
+  db->Close();
+  auto& assets = db->GetMediaAssetTable();
+  EXPECT_THROW(assets.Save(clip), ObjectClosedException);
+  clip.ObjectId(1);
+  EXPECT_FALSE(assets.Save(clip));
+  EXPECT_FALSE(assets.Delete(clip) || assets.DeleteAll() || assets.CleanUpDependentData());
+  EXPECT_THROW(assets.GetObject(1, read), ObjectClosedException);
+  EXPECT_THROW(assets.ReadMediaResources(clip), ObjectClosedException);
+  EXPECT_THROW(db->GetAnglesMediaAssetGroupTable().Save(group), ObjectClosedException);
+  EXPECT_THROW(Sqlite::TransactionGuard{*db}, InvalidOperationException);
+  EXPECT_TRUE(log.Contains("closed database"));
+  ExpectWellClosed();
+  db->Open();
+  MediaAsset again = MakeClip("c", 1);
+  EXPECT_TRUE(assets.Save(again) && db->GetAnglesMediaAssetGroupTable().Save(group));
+  EXPECT_EQ(StoredVersion(*db, "c"), 1);
+  db->Close();
+  ExpectWellClosed();
+}
+
+INSTANTIATE_TEST_SUITE_P(Journal, CloseTest, testing::Values("delete", "wal"),
+                         [](const auto& mode) { return std::string(mode.param); });
+
+}  // namespace Oru::Reliability
