@@ -213,6 +213,10 @@ int RunFaultLoop(const FaultJob& job, const FaultSource& source) {
       EXPECT_TRUE(isRefused || !job.isWhole || dump == newDump);
     }
     if (!db.IsOpen()) db.Open();
+    // A rollback that failed as well leaves its transaction open, to be rolled back by hand.
+    if (db.HasBegunTransaction()) {
+      EXPECT_EQ(db.EndTransaction(false), 0);
+    }
     if (isRefused) {
       EXPECT_EQ(Run(attempt, db), "") << log.Text();
     }
