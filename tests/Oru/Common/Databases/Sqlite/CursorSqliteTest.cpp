@@ -132,7 +132,7 @@ TEST_F(CursorSqliteTest, BindsByNameAndNumberAndForgetsAtReset) {
   const uint8_t bytes[] = {1, 0, 0xfe};
   const auto result = [&] {
     EXPECT_TRUE(cursor.Step());
-    const std::string text = cursor.GetString("s");
+    std::string text = cursor.GetString("s");
     cursor.Reset();
     return text;
   };

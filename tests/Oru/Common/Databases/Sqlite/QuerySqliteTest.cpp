@@ -56,7 +56,9 @@ struct Value {
   Value() = default;
   Value(const std::string& value, Kind textKind = Text) : kind(textKind), text(value) {}
   template <class V>
-  Value(V value) : kind(value == value ? Number : Null), number(static_cast<long double>(value)) {}
+  Value(V value)
+      : kind(std::isnan(static_cast<double>(value)) ? Null : Number),
+        number(static_cast<long double>(value)) {}
 };
 
 // Columns by their first letter: i INTEGER, r REAL, t TEXT, b BLOB.
@@ -124,7 +126,7 @@ bool OccursFolded(const std::string& part, const std::string& text, char where) 
       c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     return all;
   };
-  return Occurs(folded(part), folded(text.c_str()), where);
+  return Occurs(folded(part), folded(text.substr(0, text.find('\0'))), where);
 }
 
 template <class Operation>

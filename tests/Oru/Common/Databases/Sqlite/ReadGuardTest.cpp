@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -144,10 +145,8 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
       {"ReadEach", [&] { ReadEach<Note>(table, all, [](const Note& read) { EXPECT_NE(read.text, ""); }); }},
       {"ReadEachNew",
        [&] {
-         EXPECT_THROW(ReadEachNew<Note>(
-                          table, all, [] { return std::make_unique<Note>(); },
-                          [](std::unique_ptr<Note> read) { throw *read; }),
-                      Note);
+         const auto refuse = [](const std::unique_ptr<Note>& read) { throw std::runtime_error(read->text); };
+         EXPECT_THROW(ReadEachNew<Note>(table, all, std::make_unique<Note>, refuse), std::runtime_error);
        }},
       {"a property", [&] { EXPECT_FALSE(properties.GetObject("a", property)); }},
       {"a text that selects", [&] { EXPECT_TRUE(db.ExecuteStatement("SELECT * FROM Note WHERE key > 1")); }},

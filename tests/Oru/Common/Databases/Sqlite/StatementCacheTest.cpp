@@ -25,7 +25,7 @@ class StatementCacheTest : public testing::Test {
     auto statement = Take(text);
     EXPECT_NE(statement, nullptr) << text;
     const bool hasRow = sqlite3_step(statement->Handle()) == SQLITE_ROW;
-    const std::string value =
+    std::string value =
         hasRow ? reinterpret_cast<const char*>(sqlite3_column_text(statement->Handle(), 0)) : "";
     cache.Return(std::move(statement), true);
     return value;
@@ -58,6 +58,7 @@ TEST_F(StatementCacheTest, DropsTheLeastRecentlyUsedBeyondItsBound) {
   EXPECT_FALSE(IsKept(Text(1)));
   EXPECT_TRUE(IsKept(Text(0)) && IsKept(Text(2)) && IsKept(Text(3)));
   std::vector<std::unique_ptr<PreparedStatement>> out;
+  out.reserve(10);
   for (int i = 0; i < 10; ++i)
     out.push_back(Take(Text(2)));
   for (auto& statement : out)
