@@ -65,12 +65,15 @@ class AssetFields {
     AddOperatorProfile(asset);
     for (std::size_t i = 0; i < asset.Annotations().size(); ++i)
       Add("annotation " + std::to_string(i), *asset.Annotations()[i]);
+    int number = 0;
     for (const auto& reference : asset.MediaResources()) {
-      Add("resource", reference.Id());
-      if (reference) Add("resource " + reference.Id().Value(), *reference);
+      const std::string path = "resource " + std::to_string(number++);
+      Add(path, reference.Id());
+      if (reference) Add(path, *reference);
     }
+    number = 0;
     for (const auto& track : asset.Tracks())
-      Add("track " + track->Id().Value(), *track);
+      Add("track " + std::to_string(number++), *track);
   }
 
   template <class Enumeration>
@@ -108,10 +111,12 @@ class AssetFields {
       const auto* generic =
           dynamic_cast<const BusinessEntityModel::BaseTypes::GenericMetadataProfile*>(&profile);
       if (!generic || (isAsStored && generic->Size() == 0)) return true;
-      const std::string profilePath = path + " / " + profile.FullyQualifiedName().Value();
-      Add(profilePath, int64_t{generic->Size()});
-      for (const auto& [key, value] : generic->Entries())
-        Add(profilePath + " / " + key, value);
+      Add(path + " profile", profile.FullyQualifiedName().Value());
+      Add(path + " profile size", int64_t{generic->Size()});
+      for (const auto& [key, value] : generic->Entries()) {
+        Add(path + " key", key);
+        Add(path + " value", value);
+      }
       return true;
     });
   }
@@ -182,10 +187,11 @@ class AssetFields {
     Add(path + " modificationDate", resource.ModificationDate());
     Add(path + " bounds", resource.Timebounds());
     Add(path + " metadata", *resource.Metadata());
+    int number = 0;
     for (const auto& reference : resource.Streams()) {
-      Add(path + " stream", reference.Id());
+      const std::string streamPath = path + " stream " + std::to_string(number++);
+      Add(streamPath, reference.Id());
       if (!reference) continue;
-      const std::string streamPath = path + " stream " + reference.Id().Value();
       Add(streamPath + " bounds", reference->Timebounds());
       Add(streamPath + " metadata", *reference->Metadata());
       AddWithEssences(streamPath, *reference);

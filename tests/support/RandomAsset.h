@@ -112,7 +112,7 @@ class RandomAssets {
                                       "-0",
                                       "1e999",
                                       "12345678901234567890"};
-    if (Chance(2500)) return std::string(1 << 20, Chance(2) ? 'm' : '\'') + "end";
+    if (Chance(15000)) return std::string(1 << 20, Chance(2) ? 'm' : '\'') + "end";
     if (!Chance(3)) return odd[Below(std::size(odd))];
     std::string text(Below(40), ' ');
     for (char& byte : text)

@@ -27,8 +27,8 @@ class MediaAssetRoundTripTest : public testing::TestWithParam<uint64_t> {
   void Reopen() {
     database.emplace(directory.File("clips.db"), log.Stream());
     database->Open();
-    // Half of the tests' time would go into waiting for the disk.
-    ASSERT_TRUE(database->ExecuteStatement("PRAGMA synchronous = off"));
+    // Most of the time would go into journals and waiting for the disk.
+    ASSERT_TRUE(database->ExecuteStatement("PRAGMA synchronous = off; PRAGMA journal_mode = memory"));
   }
 
   // One by one, or several in a transaction.
@@ -91,6 +91,6 @@ TEST_P(MediaAssetRoundTripTest, WhatIsSavedIsReadAndSavedAgainAndReadAgain) {
   EXPECT_EQ(log.Text(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, MediaAssetRoundTripTest, testing::Range(uint64_t{1}, uint64_t{9}));
+INSTANTIATE_TEST_SUITE_P(Seeds, MediaAssetRoundTripTest, testing::Range(uint64_t{1}, uint64_t{7}));
 
 }  // namespace Oru::DataModel::MediaAssets::Database
