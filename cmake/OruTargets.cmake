@@ -19,6 +19,10 @@ function(oru_compile_options target)
   if(ORU_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ORU_SANITIZE} -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
+    # Sanitizer code makes g++ see uninitialized values where there are none, inside <regex> among others.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+      target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
+    endif()
     target_link_options(${target} PRIVATE -fsanitize=${ORU_SANITIZE})
   endif()
 endfunction()

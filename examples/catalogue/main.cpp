@@ -64,7 +64,7 @@ int main(int argc, char** argv) {
   bool makesFile = false;
 
   CLI::App cli("Catalogues media files in one database file.", "catalogue");
-  cli.add_option("-f,--file", options.file, "The catalogue")->capture_default_str();
+  cli.add_option("-f,--file", options.file, "The catalogue, a path or a SQLite URI")->capture_default_str();
   cli.require_subcommand(1);
 
   const auto addCommand = [&](const std::string& name, const std::string& help,
@@ -142,7 +142,8 @@ int main(int argc, char** argv) {
   CLI11_PARSE(cli, argc, argv);
 
   try {
-    if (!makesFile && !std::filesystem::exists(options.file)) {
+    const bool isUri = options.file.compare(0, 5, "file:") == 0;
+    if (!makesFile && !isUri && !std::filesystem::exists(options.file)) {
       throw std::runtime_error("there is no catalogue " + options.file + ", 'add' makes one");
     }
     const std::shared_ptr<std::ostream> log(&std::cerr, [](std::ostream*) {});

@@ -108,7 +108,7 @@ class QueryPlanTest : public TestSupport::StoredGroups {
       for (const char* id : {"first", "second"}) {
         Edits::Sequence sequence = MakeSequence(id);
         Edits::Database::SequenceEncapsulated row(sequence);
-      row.editFk = edit.ObjectId();
+        row.editFk = edit.ObjectId();
         ASSERT_TRUE(sequences.Save(row, true));
         sequences.ReadMetadata(sequence);
         sequences.ReadDapOperatorProfileTable(sequence);
