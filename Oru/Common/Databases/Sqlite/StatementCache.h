@@ -40,7 +40,8 @@ class StatementCache {
   /// false for: a statement whose step failed is better prepared anew.
   void Return(std::unique_ptr<PreparedStatement> statement, bool isSound);
 
-  /// Prepares the rollback of a transaction that is about to begin: it must not fail for want of memory later.
+  /// Prepares the rollback of a transaction that is about to begin: it must not fail for want of memory
+  /// later.
   /// @return false when SQLite refuses
   bool KeepRollback(sqlite3* handle);
   /// Rolls back, by the kept statement if there is one.
