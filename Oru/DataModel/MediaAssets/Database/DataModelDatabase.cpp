@@ -1,8 +1,5 @@
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
-#include <chrono>
-#include <thread>
-
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
@@ -38,14 +35,10 @@ void DataModelDatabase::Open() {
 
 void DataModelDatabase::Create() {
   properties.Create();
-  RunScript(createStatements);
-  RunScript(indexStatements);
-  RunScript(populateStatements);
-  RunScript(lookupIndexStatements);
-}
-
-void DataModelDatabase::RunScript(const std::string& script) {
-  ExecuteStatement(script);
+  ExecuteStatement(createStatements);
+  ExecuteStatement(indexStatements);
+  ExecuteStatement(populateStatements);
+  ExecuteStatement(lookupIndexStatements);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

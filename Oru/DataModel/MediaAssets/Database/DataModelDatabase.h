@@ -90,8 +90,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   static const std::string viewStatements;
   static const std::string lookupIndexStatements;
 
-  void RunScript(const std::string& script);
-
   MediaAssetTable mediaAssetTable;
   MediaAssetGroupTable mediaAssetGroupTable;
   BusinessEntityModel::Edits::Database::EditTable editTable;

@@ -1,6 +1,11 @@
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
 // The stored file. Every statement may run on a file that has it all already, as it does at every opening.
+//
+// Each script takes the write lock first and then reads the schema anew. Several processes may open one new
+// file at once, and since each sets the schema version back to 2, a schema that was read before the lock can
+// be an old one under a version that looks current: what IF NOT EXISTS then makes a second time leaves a file
+// that nobody can read.
 namespace Oru::DataModel::MediaAssets::Database {
 
 // Columns stand in the tables in this order and with these declared types: both are part of the format of the
@@ -8,7 +13,8 @@ namespace Oru::DataModel::MediaAssets::Database {
 const std::string DataModelDatabase::createStatements = R"sql(
 PRAGMA schema_version = 2;
 PRAGMA foreign_keys = ON;
-BEGIN TRANSACTION creation;
+BEGIN IMMEDIATE TRANSACTION creation;
+PRAGMA writable_schema = RESET;
 
 CREATE TABLE IF NOT EXISTS MediaAsset (
   key integer primary key autoincrement,
@@ -366,7 +372,8 @@ COMMIT TRANSACTION creation;
 // The full-text index over name and description of assets. It holds no text of its own and is written by the
 // triggers alone: https://sqlite.org/fts5.html#external_content_tables
 const std::string DataModelDatabase::indexStatements = R"sql(
-BEGIN TRANSACTION fts;
+BEGIN IMMEDIATE TRANSACTION fts;
+PRAGMA writable_schema = RESET;
 CREATE VIRTUAL TABLE IF NOT EXISTS MediaAssetFts USING fts5(name, description, content='MediaAsset', content_rowid='key');
 CREATE TRIGGER IF NOT EXISTS MediaAssetFtsAfterInsert AFTER INSERT ON MediaAsset BEGIN
   INSERT INTO MediaAssetFts(rowid, name, description) VALUES (new.key, new.name, new.description);
@@ -388,7 +395,8 @@ const std::string DataModelDatabase::viewStatements = "\n\n";
 // Without these, every read by owner, every cascade and every clean-up would walk whole tables. Owners that
 // lead a primary key or a unique constraint need none.
 const std::string DataModelDatabase::lookupIndexStatements = R"sql(
-BEGIN TRANSACTION lookup;
+BEGIN IMMEDIATE TRANSACTION lookup;
+PRAGMA writable_schema = RESET;
 CREATE INDEX IF NOT EXISTS LookupRelationMediaAssetMediaResourceRefMediaAsset ON RelationMediaAssetMediaResource(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupRelationMediaAssetMediaResourceRefMediaResource ON RelationMediaAssetMediaResource(refMediaResource);
 CREATE INDEX IF NOT EXISTS LookupStreamRefMediaResource ON Stream(refMediaResource);
