@@ -1,6 +1,8 @@
 #pragma once
 
 #include <csignal>
+#include <cstring>
+#include <exception>
 #include <functional>
 #include <string>
 #include <sys/wait.h>
@@ -22,7 +24,8 @@ class ChildProcess {
       bool isDone = false;
       try {
         isDone = body(ends[1]);
-      } catch (...) {
+      } catch (const std::exception& exception) {
+        isDone = write(ends[1], exception.what(), std::strlen(exception.what())) < 0;
       }
       // Without the parent's destructors and its checks at the end.
       _exit(isDone ? 0 : 1);

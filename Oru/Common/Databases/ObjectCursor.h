@@ -32,8 +32,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursor : public Cursor {
   /// Steps to the next row and reads it into `obj`.
   /// @return false behind the last row, with `obj` as it was, and at every further call
   /// @throws ObjectClosedException on a closed cursor or one without a view, InvalidOperationException when
-  /// the
-  ///         step fails, and what the view's `ReadFromCursor` throws
+  ///         the step fails, and what the view's `ReadFromCursor` throws
   virtual bool Next(T& obj) = 0;
   /// The same without reading anything.
   virtual bool Next() = 0;

@@ -47,8 +47,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
   bool BindToCursor(Common::Databases::Cursor& cursor, DapOperatorProfileEncapsulated& obj) override;
   /// Reads the row, but for the key: the profile keeps its object id.
   /// @throws std::invalid_argument for a stored number that is no server's, 0 included; std::out_of_range for
-  /// a
-  ///         negative count of the time code
+  ///         a negative count of the time code
   void ReadFromCursor(const Common::Databases::Cursor& cursor, DapOperatorMetadataProfile& obj,
                       bool lazy) override;
   void SetObjectId(DapOperatorProfileEncapsulated& obj, int64_t objectId) override {

@@ -51,8 +51,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   void ReadMetadata(Sequence& sequence);
   /// Adds the stored operator's profile to a sequence that has its object id, or fills the one that it holds.
   /// @throws std::invalid_argument for a stored number that is no server's, 0 included; std::bad_cast when
-  /// the
-  ///         sequence holds another class of profile under that name
+  ///         the sequence holds another class of profile under that name
   void ReadDapOperatorProfileTable(Sequence& sequence);
 
   /// The key of the sequence with that identifier, -1 when there is none.

@@ -13,6 +13,9 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
+#include <thread>
+
 namespace Oru::Common::Databases::Sqlite {
 
 namespace {
@@ -73,7 +76,17 @@ void DatabaseSqlite::Open() {
 }
 
 bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
-  return value.empty() || RunPlain(("PRAGMA " + std::string(pragma) + " = " + value).c_str());
+  if (value.empty()) return true;
+  const std::string statement = "PRAGMA " + std::string(pragma) + " = " + value;
+  // SQLite doesn't wait for the locks that a change to or from a write-ahead log takes:
+  // https://sqlite.org/wal.html
+  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(mBusyTimeout);
+  while (!RunPlain(statement.c_str())) {
+    if ((sqlite3_errcode(mHandle) & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() >= end)
+      return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  return true;
 }
 
 void DatabaseSqlite::Close() {
@@ -206,7 +219,6 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
   bool isDone = false;
   if (RunKept(text, isDone)) return isDone;
   isDone = RunAll(text.c_str());
-  if (!isDone) mIsLastFailureBusy = (ErrorCode() & 0xFF) == SQLITE_BUSY;
   if (!isDone && !wasInTransaction && IsInTransaction()) RunPlain("ROLLBACK");
   return isDone;
 }

@@ -3,7 +3,6 @@
 #include "Oru/Common/Databases/Database.h"
 #include "Oru/Common/Databases/Export.h"
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -59,19 +58,16 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// Begins a transaction and takes the write lock of the file at once, so that no later statement of it can
   /// meet another writer.
   /// @throws InvalidOperationException, with a log entry, when SQLite refuses: a transaction is open already,
-  /// the
-  ///         file is read-only or stays locked by another writer
+  ///         the file is read-only or stays locked by another writer
   void BeginTransaction() override;
   /// @throws InvalidOperationException, with a log entry, when no transaction was begun, when SQLite refuses
-  /// the
-  ///         commit (the transaction is then still open, for another try or a rollback), or when SQLite had
-  ///         to roll the transaction back at an earlier failure and `commit` is true
+  ///         the commit (the transaction is then still open, for another try or a rollback), or when SQLite
+  ///         had to roll the transaction back at an earlier failure and `commit` is true
   int64_t EndTransaction(bool commit) override;
 
   /// Runs a text of one or more statements; blank lines and comments may stand between them.
   /// @return false, with a log entry of SQLite's text, at the first statement that fails; a transaction that
-  /// the
-  ///         text itself began is then rolled back
+  ///         the text itself began is then rolled back
   bool ExecuteStatement(const std::string& text);
 
   /// Writes one entry, a line, to the log stream: UTC time, source, code and message.
@@ -83,8 +79,6 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   std::string ErrorText() const;
   /// SQLite's result code of that call.
   int ErrorCode() const;
-  /// Whether the last text that `ExecuteStatement` failed to run met a lock of another connection.
-  bool IsLastFailureBusy() const { return mIsLastFailureBusy; }
   /// The key that the last insert was given.
   int64_t LastInsertRowId() const;
   /// Held by whoever inserts, over the step of the insert and the read of the key that it was given.
@@ -137,7 +131,6 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   int64_t mChangesAtBegin = 0;
   uint64_t mReadingNumber = 0;
   bool mIsReading = false;
-  std::atomic<bool> mIsLastFailureBusy{false};
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
 };

@@ -23,8 +23,7 @@ class StatementShape {
  public:
   enum class Kind {
     /// Not one statement of those kinds, or not one that this class understands: to be prepared as it stands,
-    /// and
-    /// not worth keeping.
+    /// and not worth keeping.
     Uncacheable,
     /// Nothing was lifted: the text is its own shape.
     AsItStands,

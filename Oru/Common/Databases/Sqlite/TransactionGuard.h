@@ -31,8 +31,7 @@ class ORU_COMMON_DATABASE_EXPORT TransactionGuard {
   /// Commits and makes the guard inert.
   /// @return the number of rows changed since the begin
   /// @throws InvalidOperationException as `DatabaseSqlite::EndTransaction`; the guard then still holds a
-  /// transaction
-  ///         that is open, so that the call may be tried again
+  ///         transaction that is open, so that the call may be tried again
   int64_t Commit();
   /// Rolls back and makes the guard inert.
   void Rollback();
