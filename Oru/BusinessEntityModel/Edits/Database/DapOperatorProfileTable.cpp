@@ -57,6 +57,7 @@ const std::array<std::string, 15> DapOperatorProfileTable::columnNames = {"refSe
 
 DapOperatorProfileTable::DapOperatorProfileTable(Sqlite::DatabaseSqlite& db) : OwnerKeyTable(db) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[0]);
 }
 
 DapOperatorProfileTable::~DapOperatorProfileTable() = default;

@@ -71,16 +71,16 @@ void SequenceTable::ReadMetadata(Sequence& sequence) {
 }
 
 void SequenceTable::ReadDapOperatorProfileTable(Sequence& sequence) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(DapOperatorProfileTable::columnNames[0], sequence.ObjectId());
+  const std::string& select = dapOperatorProfileTable.GetOwnedSelectStatement();
   using Profile = DapOperatorMetadataProfile;
   const auto name = DapOperatorMetadataProfile::StaticFullyQualifiedName();
   if (sequence.Metadata().Contains(name)) {
-    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query,
+    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, sequence.ObjectId(),
                                dynamic_cast<Profile&>(sequence.Metadata().At(name)));
     return;
   }
   if (const auto profile = std::make_shared<Profile>();
-      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query, *profile)) {
+      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, sequence.ObjectId(), *profile)) {
     sequence.Metadata().Set(profile);
   }
 }

@@ -69,8 +69,8 @@ void CursorSqlite::Prepare(const std::string& select) {
   mStatement = mPrepared->Handle();
   mPosition = Position::AheadOfRows;
   mHasFailed = false;
-  mNextColumn = 0;
-  mNextParameter = 0;
+  mLastColumn = 0;
+  mLastParameter = 0;
   db.mCursors->Add(*this);
 }
 
@@ -86,7 +86,7 @@ void CursorSqlite::Reset() {
   if (!mPrepared) return;
   mPrepared->Rewind();
   mPosition = Position::AheadOfRows;
-  mNextParameter = 0;
+  mLastParameter = 0;
 }
 
 void CursorSqlite::Reset(DatabaseSqlite& db, const std::string& select, const std::string& count) {
@@ -98,7 +98,10 @@ void CursorSqlite::Reset(DatabaseSqlite& db, const std::string& select, const st
 
 int CursorSqlite::StepOnce() {
   const int code = sqlite3_step(mStatement);
-  if (mPosition == Position::AheadOfRows) mPrepared->NoticeNewPreparation();
+  if (mPosition == Position::AheadOfRows) {
+    mPrepared->NoticeNewPreparation();
+    mLastColumn = 0;
+  }
   if (code == SQLITE_ROW) {
     mPosition = Position::OnRow;
   } else if (code == SQLITE_DONE) {
@@ -138,17 +141,17 @@ void CursorSqlite::Run() {
 }
 
 int32_t CursorSqlite::GetColumnsCount() {
-  return mPrepared ? static_cast<int32_t>(mPrepared->ColumnNames().size()) : 0;
+  return mPrepared ? static_cast<int32_t>(mPrepared->Columns().Size()) : 0;
 }
 
 std::string CursorSqlite::GetColumnName(int32_t index) const {
   const bool isKnown =
-      mPrepared && index >= 0 && static_cast<std::size_t>(index) < mPrepared->ColumnNames().size();
-  return isKnown ? mPrepared->ColumnNames()[static_cast<std::size_t>(index)] : std::string();
+      mPrepared && index >= 0 && static_cast<std::size_t>(index) < mPrepared->Columns().Size();
+  return isKnown ? mPrepared->Columns()[static_cast<std::size_t>(index)] : std::string();
 }
 
 int32_t CursorSqlite::GetColumnIndex(const std::string& name) const {
-  return mPrepared ? mPrepared->ColumnIndex(name, &mNextColumn) : -1;
+  return mPrepared ? mPrepared->Columns().Find(name, mLastColumn) : -1;
 }
 
 int CursorSqlite::ColumnOnRow(const std::string& name) const {
@@ -157,7 +160,7 @@ int CursorSqlite::ColumnOnRow(const std::string& name) const {
 
 bool CursorSqlite::IsColumnOnRow(int32_t index) const {
   return mStatement && mPosition == Position::OnRow && index >= 0 &&
-         static_cast<std::size_t>(index) < mPrepared->ColumnNames().size();
+         static_cast<std::size_t>(index) < mPrepared->Columns().Size();
 }
 
 bool CursorSqlite::IsNull(const std::string& name) const {
@@ -306,7 +309,9 @@ int32_t CursorSqlite::GetBytes(int32_t index, uint8_t** out) const {
 }
 
 int CursorSqlite::ParameterNumber(const std::string& name) {
-  const int number = mPrepared ? mPrepared->ParameterIndex(name, &mNextParameter) : 0;
+  // Parameters without a name are nobody's to bind by name.
+  const bool isSought = mPrepared && !name.empty();
+  const int number = isSought ? mPrepared->Parameters().Find(name, mLastParameter) + 1 : 0;
   if (number == 0 && mPrepared) GetDatabase().LogFailure("the statement has no parameter named " + name);
   return number;
 }

@@ -139,9 +139,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   std::unique_ptr<PreparedStatement> mPrepared;
   Position mPosition = Position::AheadOfRows;
   bool mHasFailed = false;
-  // Where the next search for a column or parameter begins.
-  mutable std::size_t mNextColumn = 0;
-  std::size_t mNextParameter = 0;
+  // Behind which column and parameter the next one is looked up: see NameIndex.
+  mutable std::size_t mLastColumn = 0;
+  std::size_t mLastParameter = 0;
   // Where the cursor stands among the open cursors of its connection.
   OpenCursors* mOpenCursors = nullptr;
   CursorSqlite* mPrevious = nullptr;

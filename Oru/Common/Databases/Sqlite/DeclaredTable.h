@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -26,6 +28,25 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   }
   int32_t GetColumnsCount() const override { return static_cast<int32_t>(Derived::columnNames.size()); }
   const std::string& GetObjectIdColumnName() const override { return Derived::columnNames[0]; }
+
+  /// The text that selects the rows of one owner, whose key is its parameter; for tables with an owner.
+  const std::string& GetOwnedSelectStatement() const { return ownedSelectStatement; }
+  /// Deletes the rows of the owner with that key; for tables with an owner. That there are none is no
+  /// failure.
+  /// @return false, with a log entry, when the database refuses
+  bool DeleteOwned(int64_t ownerKey) { return ownedDeletion->Run(this->AttachedDatabase(), ownerKey); }
+
+ protected:
+  /// Says in which column the key of a row's owner stands. For constructors, behind `GenerateStatements`.
+  void OwnerStandsIn(const std::string& column) {
+    QuerySqlite owned = OwnedBy(column);
+    ownedSelectStatement = this->StatementGenerator().GenerateSelectStatement(owned);
+    ownedDeletion = std::make_unique<OwnedRowsDeletion>(GetTableName(), column);
+  }
+
+ private:
+  std::string ownedSelectStatement;
+  std::unique_ptr<OwnedRowsDeletion> ownedDeletion;
 };
 
 /// A declared table that extends another one: its key is the key of a row there, and its select yields the

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/BindValues.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
@@ -18,9 +18,7 @@ namespace Oru::Common::Databases::Sqlite {
 template <class... Values>
 int64_t FindKey(DatabaseSqlite& db, const std::string& select, const Values&... values) {
   CursorSqlite cursor(db, select);
-  int32_t number = 0;
-  const bool isBound = !cursor.IsOpened() || (cursor.Bind(++number, values) && ...);
-  if (!isBound) throw InvalidOperationException();
+  BindValues(cursor, values...);
   return cursor.Step() ? cursor.GetInt64(0) : -1;
 }
 

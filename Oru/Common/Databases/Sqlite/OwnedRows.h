@@ -1,22 +1,35 @@
 #pragma once
 
 #include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace Oru::Common::Databases::Sqlite {
 
 class DatabaseSqlite;
 
-/// The rows that refer to an owner: those whose `column` holds its key.
-ORU_COMMON_DATABASE_EXPORT QuerySqlite OwnedBy(const std::string& column, int64_t key);
+/// The rows that refer to an owner: those whose `column` holds its key, the parameter of the statement.
+ORU_COMMON_DATABASE_EXPORT QuerySqlite OwnedBy(const std::string& column);
 
-/// Deletes the rows of a table that refer to an owner. That there are none is no failure.
-/// @return false, with a log entry, when the database refuses
-ORU_COMMON_DATABASE_EXPORT bool DeleteOwnedRows(DatabaseSqlite& database, const std::string& table,
-                                                const std::string& column, int64_t key);
+/// Deletes the rows of a table that refer to an owner, by a statement that it keeps.
+///
+/// Threads: belongs to one thread at a time.
+class ORU_COMMON_DATABASE_EXPORT OwnedRowsDeletion {
+ public:
+  OwnedRowsDeletion(const std::string& table, const std::string& column);
+
+  /// Deletes the rows of the owner with that key. That there are none is no failure.
+  /// @return false, with a log entry, when the database refuses
+  bool Run(DatabaseSqlite& db, int64_t ownerKey);
+
+ private:
+  const std::string mStatement;
+  CursorSqlite mCursor;
+};
 
 /// Calls `write` with each element of a collection in order, up to the first one that it gives false for.
 /// @return false if it gave false for one; true for an empty collection

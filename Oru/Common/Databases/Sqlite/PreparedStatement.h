@@ -1,8 +1,9 @@
 #pragma once
 
+#include "Oru/Common/Databases/Sqlite/NameIndex.h"
+
+#include <cstddef>
 #include <memory>
-#include <string>
-#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -28,14 +29,10 @@ class PreparedStatement {
   sqlite3_stmt* Handle() const { return mStatement; }
   bool IsReadOnly() const { return mIsReadOnly; }
 
-  const std::vector<std::string>& ColumnNames() const { return mColumnNames; }
-  /// The position of a result column, -1 for an unknown name; the first of several that share a name. The
-  /// search begins at `*next` and leaves there the position behind the one found: columns are mostly read in
-  /// their order, and then the first try meets.
-  int ColumnIndex(const std::string& name, std::size_t* next) const;
-  /// The number of a parameter, from 1, by its name without the prefix character; 0 for an unknown name.
-  /// `next` as above.
-  int ParameterIndex(const std::string& name, std::size_t* next) const;
+  /// The names of the result columns.
+  NameIndex& Columns() { return mColumns; }
+  /// The names of the parameters, without the prefix character; empty for those that have none.
+  NameIndex& Parameters() { return mParameters; }
 
   /// Reads the columns again if SQLite has prepared the statement anew, as it does by itself when the schema
   /// has changed. To be called behind the first step of a run.
@@ -59,9 +56,8 @@ class PreparedStatement {
   sqlite3_stmt* mStatement;
   bool mIsReadOnly;
   int mPreparations = 0;
-  std::vector<std::string> mColumnNames;
-  bool mHasRepeatedNames = false;
-  std::vector<std::string> mParameterNames;
+  NameIndex mColumns;
+  NameIndex mParameters;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

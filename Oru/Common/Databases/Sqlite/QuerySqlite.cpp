@@ -104,6 +104,10 @@ Query& QuerySqlite::Equals(const std::string& column, const std::string& value) 
   return Compare(column, " = ", Literal(value));
 }
 
+Query& QuerySqlite::EqualsParameter(const std::string& column) {
+  return Compare(column, " = ", "?");
+}
+
 Query& QuerySqlite::LessThan(const std::string& column, int64_t value) {
   return Compare(column, " < ", Literal(value));
 }

@@ -87,6 +87,10 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   Query& Limit(int32_t count, int32_t offset) override;
   bool IsEmpty() const override { return mFilter.empty(); }
 
+  /// Compares a column with a parameter, which whoever runs the statement binds by its place in the text,
+  /// from 1.
+  Query& EqualsParameter(const std::string& column);
+
   /// The whole condition without the word WHERE; empty for a query without conditions.
   const std::string& GetFilterSQL() const { return mFilter; }
   /// The ordering terms without the words ORDER BY; empty when none was given.

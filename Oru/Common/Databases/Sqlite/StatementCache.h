@@ -56,6 +56,15 @@ class StatementCache {
  private:
   using Statements = std::vector<std::unique_ptr<PreparedStatement>>;
 
+  // The statements of tables begin alike; what tells them apart stands behind their FROM.
+  struct ShapeHash {
+    std::size_t operator()(std::string_view shape) const {
+      constexpr std::size_t length = 64;
+      return std::hash<std::string_view>()(shape.size() > length ? shape.substr(shape.size() - length)
+                                                                 : shape);
+    }
+  };
+
   // All statements of one shape. A slot stays while a statement of it is out, which knows it by its address.
   struct Slot {
     std::string shape;
@@ -80,7 +89,7 @@ class StatementCache {
   mutable std::mutex mMutex;
   // Most recently used first.
   Slots mSlots;
-  std::unordered_map<std::string_view, Slots::iterator> mByShape;
+  std::unordered_map<std::string_view, Slots::iterator, ShapeHash> mByShape;
   std::size_t mIdleCount = 0;
 };
 

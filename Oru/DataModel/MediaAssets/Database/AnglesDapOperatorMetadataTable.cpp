@@ -17,6 +17,7 @@ const std::array<std::string, 5> AnglesDapOperatorMetadataTable::columnNames = {
 AnglesDapOperatorMetadataTable::AnglesDapOperatorMetadataTable(Sqlite::DatabaseSqlite& db)
     : OwnerKeyTable(db) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[0]);
 }
 
 AnglesDapOperatorMetadataTable::~AnglesDapOperatorMetadataTable() = default;

@@ -57,14 +57,14 @@ bool AnglesMediaAssetGroupTable::Delete(const Identifier& groupId) {
 
 void AnglesMediaAssetGroupTable::ReadDapOperatorProfileTable(AnglesMediaAssetGroup& obj) {
   using Profile = AnglesDapOperatorMetadataProfile;
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(AnglesDapOperatorMetadataTable::columnNames[0], obj.ObjectId());
+  const std::string& select = dapOperatorProfileTable.GetOwnedSelectStatement();
   if (obj.Metadata().Contains(Profile::StaticFullyQualifiedName())) {
     auto& held = dynamic_cast<Profile&>(obj.Metadata().At(Profile::StaticFullyQualifiedName()));
-    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query, held);
+    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, obj.ObjectId(), held);
     return;
   }
   if (const auto profile = std::make_shared<Profile>();
-      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, query, *profile)) {
+      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, obj.ObjectId(), *profile)) {
     obj.Metadata().Set(profile);
   }
 }

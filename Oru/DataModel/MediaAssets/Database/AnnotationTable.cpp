@@ -17,6 +17,7 @@ const std::array<std::string, 8> AnnotationTable::columnNames = {
 
 AnnotationTable::AnnotationTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[1]);
   metadataTable = std::make_unique<MetadataTable>("MetadataAnnotation", db);
 }
 
@@ -33,7 +34,7 @@ bool AnnotationTable::Write(std::vector<std::shared_ptr<Annotation>>& annotation
 }
 
 bool AnnotationTable::DeleteOnKey(int64_t key) {
-  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[1], key);
+  return DeleteOwned(key);
 }
 
 bool AnnotationTable::Save(AnnotationEncapsulated& obj, bool lazy) {

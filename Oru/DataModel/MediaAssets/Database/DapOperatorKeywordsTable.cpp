@@ -15,6 +15,7 @@ const std::array<std::string, 3> DapOperatorKeywordsTable::columnNames = {"refDa
 
 DapOperatorKeywordsTable::DapOperatorKeywordsTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
   GenerateStatementsWithoutUpdate();
+  OwnerStandsIn(columnNames[0]);
 }
 
 DapOperatorKeywordsTable::~DapOperatorKeywordsTable() = default;
@@ -28,7 +29,7 @@ bool DapOperatorKeywordsTable::Write(std::vector<Utf8String>& keywords, int64_t 
 }
 
 bool DapOperatorKeywordsTable::DeleteOnKey(int64_t fk) {
-  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[0], fk);
+  return DeleteOwned(fk);
 }
 
 bool DapOperatorKeywordsTable::BindToCursor(Cursor& cursor, KeywordEncapsulated& obj) {

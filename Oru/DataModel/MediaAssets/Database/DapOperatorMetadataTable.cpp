@@ -67,6 +67,7 @@ const std::array<std::string, 22> DapOperatorMetadataTable::columnNames = {"refM
 
 DapOperatorMetadataTable::DapOperatorMetadataTable(Sqlite::DatabaseSqlite& db) : OwnerKeyTable(db) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[0]);
   dapOperatorKeywordsTable = std::make_unique<DapOperatorKeywordsTable>(db);
 }
 

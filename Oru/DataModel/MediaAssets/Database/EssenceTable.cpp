@@ -16,6 +16,8 @@ using BusinessEntityModel::BaseTypes::PersistentObject;
 
 namespace {
 
+const std::string objectIdFromEssenceNrQuery = "SELECT key FROM Essence WHERE refStream = ? AND nr = ?";
+
 std::size_t Index(Essence::Type type) {
   return static_cast<std::size_t>(type);
 }
@@ -52,14 +54,7 @@ void EssenceTable::ReadMetadata(Essence& essence) {
 }
 
 int64_t EssenceTable::GetObjectIdFromEssenceNr(int64_t streamRef, int32_t number) {
-  std::string text("SELECT key FROM ");
-  text.append(tableName)
-      .append(" WHERE ")
-      .append(columnNames[1])
-      .append(" = ")
-      .append(std::to_string(streamRef));
-  text.append(" AND ").append(columnNames[2]).append(" = ").append(std::to_string(number));
-  return Sqlite::FindKey(AttachedDatabase(), text);
+  return Sqlite::FindKey(AttachedDatabase(), objectIdFromEssenceNrQuery, streamRef, number);
 }
 
 AudioEssenceTable& EssenceTable::GetAudioEssenceTable() {

@@ -13,6 +13,13 @@ namespace Oru::DataModel::MediaAssets::Database {
 using namespace Common::Databases;
 using BusinessEntityModel::BaseTypes::Identifier;
 
+namespace {
+
+const std::string lazyMediaAssetQuery =
+    "SELECT id FROM MediaAsset WHERE key IN (SELECT refMediaAsset FROM MediaAssetGroupItem WHERE key == ?);";
+
+}  // namespace
+
 const std::string MediaAssetGroupItemTable::tableName = "MediaAssetGroupItem";
 const std::array<std::string, 3> MediaAssetGroupItemTable::columnNames = {"key", "refMediaAssetGroup",
                                                                           "refMediaAsset"};
@@ -20,7 +27,11 @@ const std::array<std::string, 3> MediaAssetGroupItemTable::columnNames = {"key",
 MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
     : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(assets.GetDatabase())), mediaAssetTable(assets) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[1]);
   anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
+  Sqlite::QuerySqlite assetOfItem;
+  assetOfItem.In("key", tableName, columnNames[2], Sqlite::OwnedBy(columnNames[0]));
+  assetOfItemStatement = mediaAssetTable.StatementGenerator().GenerateSelectStatement(assetOfItem);
 }
 
 MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
@@ -38,20 +49,15 @@ bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int6
 }
 
 void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem) {
-  const std::string text =
-      "SELECT id FROM MediaAsset WHERE key IN (SELECT refMediaAsset FROM MediaAssetGroupItem WHERE key == " +
-      std::to_string(groupItem.ObjectId()) + ");";
-  Sqlite::CursorSqlite cursor(AttachedDatabase(), text);
+  Sqlite::CursorSqlite cursor(AttachedDatabase(), lazyMediaAssetQuery);
+  Sqlite::BindValues(cursor, groupItem.ObjectId());
   const Identifier id(cursor.Step() ? cursor.GetString(0) : std::string());
   groupItem.MediaAsset(MediaAssetReference(id));
 }
 
 void MediaAssetGroupItemTable::ReadMediaAsset(MediaAssetGroupItem& groupItem) {
-  const Sqlite::QuerySqlite inner = Sqlite::OwnedBy(columnNames[0], groupItem.ObjectId());
-  Sqlite::QuerySqlite outer;
-  outer.In("key", tableName, columnNames[2], inner);
   auto asset = std::make_shared<MediaAsset>(Identifier::Empty());
-  Sqlite::ReadFirst<MediaAsset>(mediaAssetTable, outer, *asset);
+  Sqlite::ReadFirst<MediaAsset>(mediaAssetTable, assetOfItemStatement, groupItem.ObjectId(), *asset);
   groupItem.MediaAsset(MediaAssetReference(std::move(asset)));
 }
 

@@ -61,6 +61,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
  private:
   MediaAssetTable& mediaAssetTable;
   std::unique_ptr<AnglesMediaAssetGroupItemTable> anglesMediaAssetGroupItemTable;
+  std::string assetOfItemStatement;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -31,6 +31,11 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
   GenerateStatements();
   anglesMediaAssetGroupTable = std::make_unique<AnglesMediaAssetGroupTable>(*this);
   mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);
+  Sqlite::QuerySqlite items = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1]);
+  items.OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
+  itemsStatement = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable()
+                       .StatementGenerator()
+                       .GenerateSelectStatement(items);
 }
 
 MediaAssetGroupTable::~MediaAssetGroupTable() = default;
@@ -38,18 +43,15 @@ MediaAssetGroupTable::~MediaAssetGroupTable() = default;
 bool MediaAssetGroupTable::Save(MediaAssetGroup& obj, bool lazy) {
   if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
   if (!DeclaredTable::Save(obj, lazy)) return false;
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1], obj.ObjectId());
-  const bool isDeleted = mediaAssetGroupItemTable->Delete(query);
+  const bool isDeleted = mediaAssetGroupItemTable->DeleteOwned(obj.ObjectId());
   // Written even so: rows that were left are refused one by one.
   const bool isWritten = mediaAssetGroupItemTable->Write(obj.Items(), obj.ObjectId());
   return isDeleted && isWritten;
 }
 
 void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, bool lazy) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1], obj.ObjectId());
-  query.OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
   Sqlite::ReadEachNew(
-      mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable(), query,
+      mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable(), itemsStatement, obj.ObjectId(),
       [] { return std::make_shared<AnglesMediaAssetGroupItem>(); },
       [&](std::shared_ptr<AnglesMediaAssetGroupItem> item) {
         if (lazy) {

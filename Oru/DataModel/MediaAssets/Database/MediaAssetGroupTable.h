@@ -65,6 +65,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
  private:
   std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;
   std::unique_ptr<MediaAssetGroupItemTable> mediaAssetGroupItemTable;
+  std::string itemsStatement;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -58,15 +58,15 @@ const std::array<std::string, 15> selectColumnAliases = {"key",
 
 const std::string lazyMediaResourceQuery =
     "SELECT id FROM MediaResource WHERE key IN(SELECT refMediaResource FROM RelationMediaAssetMediaResource "
-    "WHERE refMediaAsset = ";
+    "WHERE refMediaAsset = ?);";
 
-// Rows of `target` that a link table ties to an asset.
-Sqlite::QuerySqlite LinkedTo(const MediaAsset& mediaAsset, const std::string& linkTable,
-                             const std::string& linkColumn) {
-  const Sqlite::QuerySqlite links = Sqlite::OwnedBy("refMediaAsset", mediaAsset.ObjectId());
+// The select text of the rows of a table that a link table ties to an asset, whose key is its parameter.
+template <class T>
+std::string SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
+                         const std::string& linkColumn) {
   Sqlite::QuerySqlite query;
-  query.In("key", linkTable, linkColumn, links);
-  return query;
+  query.In("key", linkTable, linkColumn, Sqlite::OwnedBy("refMediaAsset"));
+  return table.StatementGenerator().GenerateSelectStatement(query);
 }
 
 // Deletes the rows of a table that no link refers to.
@@ -102,11 +102,15 @@ const std::array<std::string, 13> MediaAssetTable::columnNames = {"key",
 MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
   GenerateStatements();
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
+  linkedResourcesStatement = SelectLinked<MediaResource>(*mediaResouceTable, RelationMediasTable::tableName,
+                                                         RelationMediasTable::columnNames[1]);
   relationMediasTable = std::make_unique<RelationMediasTable>(db);
   dapOperatorMetadataTable = std::make_unique<DapOperatorMetadataTable>(db);
   metadataTable = std::make_unique<MetadataTable>("MetadataMediaAsset", db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaAsset", db);
   trackTable = std::make_unique<TrackTable>(db);
+  linkedTracksStatement = SelectLinked<Track>(*trackTable, RelationAssetTrackTable::tableName,
+                                              RelationAssetTrackTable::columnNames[1]);
   relationAssetTrackTable = std::make_unique<RelationAssetTrackTable>(db);
   annotationTable = std::make_unique<AnnotationTable>(db);
   // Last: it is given this table, which must be whole by then.
@@ -224,15 +228,12 @@ std::shared_ptr<DapOperatorMetadataProfile> MediaAssetTable::OperatorProfile(Med
 }
 
 void MediaAssetTable::ReadDapOperatorMetadata(MediaAsset& mediaAsset) {
-  Sqlite::QuerySqlite query =
-      Sqlite::OwnedBy(DapOperatorMetadataTable::columnNames[0], mediaAsset.ObjectId());
-  if (const auto held = OperatorProfile(mediaAsset)) {
-    Sqlite::ReadFirst<DapOperatorMetadataProfile>(*dapOperatorMetadataTable, query, *held);
-  } else {
-    const auto profile = std::make_shared<DapOperatorMetadataProfile>();
-    Sqlite::ReadFirst<DapOperatorMetadataProfile>(*dapOperatorMetadataTable, query, *profile);
-    mediaAsset.Metadata().Set(profile);
-  }
+  const auto held = OperatorProfile(mediaAsset);
+  const auto profile = held ? held : std::make_shared<DapOperatorMetadataProfile>();
+  Sqlite::ReadFirst<DapOperatorMetadataProfile>(*dapOperatorMetadataTable,
+                                                dapOperatorMetadataTable->GetOwnedSelectStatement(),
+                                                mediaAsset.ObjectId(), *profile);
+  if (!held) mediaAsset.Metadata().Set(profile);
   ReadDapOperatorKeyword(mediaAsset);
 }
 
@@ -242,17 +243,17 @@ void MediaAssetTable::ReadDapOperatorKeyword(MediaAsset& mediaAsset) {
     profile = std::make_shared<DapOperatorMetadataProfile>();
     mediaAsset.Metadata().Set(profile);
   }
-  Sqlite::QuerySqlite query =
-      Sqlite::OwnedBy(DapOperatorKeywordsTable::columnNames[0], mediaAsset.ObjectId());
-  Sqlite::ReadEach(GetDapOperatorKeywordsTable(), query, [&](const KeywordEncapsulated& row) {
-    profile->Keyword(static_cast<unsigned int>(row.nr), row.value);
-  });
+  DapOperatorKeywordsTable& keywords = GetDapOperatorKeywordsTable();
+  Sqlite::ReadEach(keywords, keywords.GetOwnedSelectStatement(), mediaAsset.ObjectId(),
+                   [&](const KeywordEncapsulated& row) {
+                     profile->Keyword(static_cast<unsigned int>(row.nr), row.value);
+                   });
 }
 
 void MediaAssetTable::ReadAnnotations(MediaAsset& mediaAsset) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(AnnotationTable::columnNames[1], mediaAsset.ObjectId());
   Sqlite::ReadEachNew(
-      *annotationTable, query, [] { return std::make_shared<Annotation>(); },
+      *annotationTable, annotationTable->GetOwnedSelectStatement(), mediaAsset.ObjectId(),
+      [] { return std::make_shared<Annotation>(); },
       [&](std::shared_ptr<Annotation> annotation) {
         ReadMetadata(annotation->ObjectId(), *annotation);
         mediaAsset.Annotations().push_back(std::move(annotation));
@@ -264,10 +265,9 @@ void MediaAssetTable::ReadMetadata(int64_t id, Annotation& annotation) {
 }
 
 void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
-  Sqlite::QuerySqlite query =
-      LinkedTo(mediaAsset, RelationMediasTable::tableName, RelationMediasTable::columnNames[1]);
   Sqlite::ReadEachNew(
-      *mediaResouceTable, query, [] { return std::make_shared<MediaResource>(Identifier::Empty()); },
+      *mediaResouceTable, linkedResourcesStatement, mediaAsset.ObjectId(),
+      [] { return std::make_shared<MediaResource>(Identifier::Empty()); },
       [&](std::shared_ptr<MediaResource> resource) {
         mediaResouceTable->ReadMetadata(*resource);
         mediaResouceTable->ReadTimebounds(*resource);
@@ -277,8 +277,8 @@ void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
 }
 
 void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
-  const std::string text = lazyMediaResourceQuery + std::to_string(mediaAsset.ObjectId()) + ");";
-  Sqlite::CursorSqlite cursor(AttachedDatabase(), text);
+  Sqlite::CursorSqlite cursor(AttachedDatabase(), lazyMediaResourceQuery);
+  Sqlite::BindValues(cursor, mediaAsset.ObjectId());
   while (cursor.Step()) {
     mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(Identifier(cursor.GetString(0))));
   }
@@ -286,10 +286,8 @@ void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
 
 template <class ReadChannels>
 void MediaAssetTable::ReadTracks(MediaAsset& mediaAsset, ReadChannels readChannels) {
-  Sqlite::QuerySqlite query =
-      LinkedTo(mediaAsset, RelationAssetTrackTable::tableName, RelationAssetTrackTable::columnNames[1]);
   Sqlite::ReadEachNew(
-      *trackTable, query, [] { return std::make_shared<Track>(); },
+      *trackTable, linkedTracksStatement, mediaAsset.ObjectId(), [] { return std::make_shared<Track>(); },
       [&](const std::shared_ptr<Track>& track) {
         readChannels(*track);
         mediaAsset.Tracks().Insert(track);

@@ -167,6 +167,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   std::unique_ptr<TrackTable> trackTable;
   std::unique_ptr<RelationAssetTrackTable> relationAssetTrackTable;
   std::unique_ptr<MediaAssetGroupTable> mediaAssetGroupTable;
+  std::string linkedResourcesStatement;
+  std::string linkedTracksStatement;
   std::unique_ptr<UnusedRows> unusedMediaResources;
   std::unique_ptr<UnusedRows> unusedTracks;
   std::unique_ptr<UnusedRows> emptyAssetGroups;

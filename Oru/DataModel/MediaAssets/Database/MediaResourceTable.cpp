@@ -62,10 +62,10 @@ void MediaResourceTable::ReadStreamsLazy(MediaResource& mediaResource) {
 }
 
 void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(StreamTable::columnNames[2], mediaResource.ObjectId());
   Sqlite::ViewSqlite<PersistentObject>& streams = *streamTable;
   Sqlite::ReadEachNew(
-      streams, query, [] { return std::make_unique<Stream>(); },
+      streams, streamTable->GetOwnedSelectStatement(), mediaResource.ObjectId(),
+      [] { return std::make_unique<Stream>(); },
       [&](std::unique_ptr<Stream> stream) {
         streamTable->ReadTimebounds(*stream);
         streamTable->ReadMetadata(*stream);

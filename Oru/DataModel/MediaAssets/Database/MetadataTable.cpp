@@ -28,6 +28,7 @@ const std::array<std::string, 4> MetadataTable::columnNames = {"foreignKey", "fu
 MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
   GenerateStatementsWithoutUpdate();
+  OwnerStandsIn(columnNames[0]);
 }
 
 MetadataTable::~MetadataTable() = default;
@@ -52,12 +53,12 @@ bool MetadataTable::WriteEntries(const GenericMetadataProfile& profile, int64_t 
 }
 
 bool MetadataTable::DeleteOnKey(int64_t key) {
-  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[0], key);
+  return DeleteOwned(key);
 }
 
 void MetadataTable::Read(int64_t fk, MetadataProfileDictionary& metadataDictionary) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(columnNames[0], fk);
-  Sqlite::ReadEach(*this, query, [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
+  Sqlite::ReadEach(*this, GetOwnedSelectStatement(), fk,
+                   [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
 }
 
 void MetadataTable::Fold(MetadataProfileDictionary& metadataDictionary, const MetadataRow& row) {

@@ -29,12 +29,12 @@ namespace {
 
 const std::string objectIdFromIdentifierQuery = "SELECT key FROM Stream WHERE id = :id";
 
-template <class Kind>
-void ReadEssencesOfKind(Sqlite::ViewSqlite<PersistentObject>& kindTable, int64_t streamKey,
+template <class Kind, class KindTable>
+void ReadEssencesOfKind(KindTable& kindTable, int64_t streamKey,
                         std::vector<std::unique_ptr<Essence>>& essences) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(EssenceTable::columnNames[1], streamKey);
+  Sqlite::ViewSqlite<PersistentObject>& rows = kindTable;
   Sqlite::ReadEachNew(
-      kindTable, query, [] { return std::make_unique<Kind>(); },
+      rows, kindTable.GetOwnedSelectStatement(), streamKey, [] { return std::make_unique<Kind>(); },
       [&](std::unique_ptr<Kind> essence) { essences.push_back(std::move(essence)); });
 }
 
@@ -46,6 +46,7 @@ const std::array<std::string, 4> StreamTable::columnNames = {"key", "id", "refMe
 
 StreamTable::StreamTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[2]);
   essenceTable = std::make_unique<EssenceTable>(db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsStream", db);
   metadataTable = std::make_unique<MetadataTable>("MetadataStream", db);

@@ -18,6 +18,7 @@ const std::array<std::string, 5> TimeBoundsTable::columnNames = {
 TimeBoundsTable::TimeBoundsTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
   GenerateStatementsWithoutUpdate();
+  OwnerStandsIn(columnNames[0]);
 }
 
 TimeBoundsTable::~TimeBoundsTable() = default;
@@ -30,12 +31,12 @@ bool TimeBoundsTable::Write(TimeBoundsArray& timeBounds, int64_t fk) {
 }
 
 bool TimeBoundsTable::DeleteOnKey(int64_t key) {
-  return Sqlite::DeleteOwnedRows(AttachedDatabase(), tableName, columnNames[0], key);
+  return DeleteOwned(key);
 }
 
 void TimeBoundsTable::Read(int64_t fk, TimeBoundsArray& timeBounds) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(columnNames[0], fk);
-  Sqlite::ReadEach(*this, query, [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
+  Sqlite::ReadEach(*this, GetOwnedSelectStatement(), fk,
+                   [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
 }
 
 bool TimeBoundsTable::BindToCursor(Cursor& cursor, TimeBoundsEncapsulated& obj) {

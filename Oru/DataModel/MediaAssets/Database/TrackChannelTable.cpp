@@ -22,6 +22,7 @@ const std::array<std::string, 3> TrackChannelTable::columnNames = {"refTrack", "
 
 TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
   GenerateStatements();
+  OwnerStandsIn(columnNames[0]);
   streamTable = std::make_unique<StreamTable>(db);
 }
 
@@ -29,8 +30,7 @@ TrackChannelTable::~TrackChannelTable() = default;
 
 bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey,
                               bool) {
-  Sqlite::QuerySqlite query = Sqlite::OwnedBy(columnNames[0], trackKey);
-  return Delete(query) &&
+  return DeleteOwned(trackKey) &&
          Sqlite::WriteEach(channels, [&](const std::shared_ptr<TrackChannelToRemove>& channel) {
            const std::string& streamId = channel->Stream().Id().Value();
            const int64_t essenceKey =

@@ -17,6 +17,11 @@ namespace {
 
 const std::string objectIdFromIdentifierQuery = "SELECT key FROM Track WHERE id = :id";
 
+const std::string lazyTrackChannelQuery =
+    "SELECT s.id as streamId, e.nr as essenceNr, t.channelNr as channelNr "
+    "FROM TrackChannel t JOIN Essence e ON  t.refEssence = e.key JOIN Stream s ON e.refStream = s.key "
+    "WHERE t.refTrack = ?;";
+
 }  // namespace
 
 const std::string TrackTable::tableName = "Track";
@@ -26,6 +31,9 @@ TrackTable::TrackTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
   GenerateStatements();
   trackChannelTable = std::make_unique<TrackChannelTable>(db);
   streamTable = std::make_unique<StreamTable>(db);
+  Sqlite::QuerySqlite byId;
+  byId.EqualsParameter(StreamTable::columnNames[1]);
+  streamByIdStatement = streamTable->StatementGenerator().GenerateSelectStatement(byId);
 }
 
 TrackTable::~TrackTable() = default;
@@ -40,12 +48,8 @@ bool TrackTable::Save(Track& obj, bool lazy) {
 }
 
 void TrackTable::ReadTrackChannelLazy(Track& track) {
-  const std::string text =
-      "SELECT s.id as streamId, e.nr as essenceNr, t.channelNr as channelNr "
-      "FROM TrackChannel t JOIN Essence e ON  t.refEssence = e.key JOIN Stream s ON e.refStream = s.key "
-      "WHERE t.refTrack = " +
-      std::to_string(track.ObjectId()) + ";";
-  Sqlite::CursorSqlite cursor(AttachedDatabase(), text);
+  Sqlite::CursorSqlite cursor(AttachedDatabase(), lazyTrackChannelQuery);
+  Sqlite::BindValues(cursor, track.ObjectId());
   while (cursor.Step()) {
     auto channel = std::make_shared<TrackChannelToRemove>();
     channel->Stream(StreamReference(Identifier(cursor.GetString(0))));
@@ -58,10 +62,9 @@ void TrackTable::ReadTrackChannelLazy(Track& track) {
 void TrackTable::ReadTrackChannel(Track& track) {
   ReadTrackChannelLazy(track);
   for (const std::shared_ptr<TrackChannelToRemove>& channel : track.Channels()) {
-    Sqlite::QuerySqlite query;
-    query.Equals(StreamTable::columnNames[1], channel->Stream().Id().Value());
     auto stream = std::make_shared<Stream>();
-    if (!Sqlite::ReadFirst<PersistentObject>(*streamTable, query, *stream)) continue;
+    const std::string& streamId = channel->Stream().Id().Value();
+    if (!Sqlite::ReadFirst<PersistentObject>(*streamTable, streamByIdStatement, streamId, *stream)) continue;
     streamTable->ReadEssences(*stream);
     channel->Stream(StreamReference(std::move(stream)));
   }

@@ -58,6 +58,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
  private:
   std::unique_ptr<TrackChannelTable> trackChannelTable;
   std::unique_ptr<StreamTable> streamTable;
+  std::string streamByIdStatement;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

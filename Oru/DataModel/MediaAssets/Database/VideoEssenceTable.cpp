@@ -30,6 +30,7 @@ const std::string VideoEssenceTable::fromClause =
 
 VideoEssenceTable::VideoEssenceTable(EssenceTable& table) : EssenceKindTable(table) {
   GenerateStatements();
+  OwnerStandsIn(EssenceTable::columnNames[1]);
 }
 
 VideoEssenceTable::~VideoEssenceTable() = default;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// The names of a statement's columns or parameters, in their order. It learns in which order they are looked
+/// up, since that repeats with each row, and tries that first. Internal to the access layer.
+///
+/// Threads: a value belongs to one thread at a time.
+class NameIndex {
+ public:
+  void Add(std::string name) {
+    mNames.push_back(std::move(name));
+    mFollowers.push_back(0);
+  }
+  void Clear() {
+    mNames.clear();
+    mFollowers.assign(1, 0);
+  }
+
+  std::size_t Size() const { return mNames.size(); }
+  const std::string& operator[](std::size_t place) const { return mNames[place]; }
+
+  /// The place of a name, from 0; of the first when several are the same, -1 when there is none.
+  /// @param last  the place behind the name that was found before, 0 at first; set to that behind this one
+  int Find(const std::string& name, std::size_t& last) {
+    std::size_t& follower = mFollowers[last];
+    if (follower < mNames.size() && mNames[follower] == name) return Found(follower, last);
+    for (std::size_t place = 0; place < mNames.size(); ++place) {
+      if (mNames[place] != name) continue;
+      follower = place;
+      return Found(place, last);
+    }
+    return -1;
+  }
+
+ private:
+  static int Found(std::size_t place, std::size_t& last) {
+    last = place + 1;
+    return static_cast<int>(place);
+  }
+
+  std::vector<std::string> mNames;
+  // What was looked up behind each place, and at first.
+  std::vector<std::size_t> mFollowers = {0};
+};
+
+}  // namespace Oru::Common::Databases::Sqlite
