@@ -33,6 +33,9 @@ void RunOn(const std::string& job, int count) {
     } else if (job == "deep") {
       MediaAsset asset;
       jobs.ReadDeep(clip(i % Stored).ObjectId(), asset);
+    } else if (job == "walk") {
+      // All that are stored, each time.
+      jobs.Walk();
     } else {
       throw std::invalid_argument("no such job: " + job);
     }

@@ -9,18 +9,15 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 using namespace Common::Databases;
 using BaseTypes::Identifier;
 
-namespace {
-
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM Edit WHERE id = :id";
-
-}  // namespace
-
 const std::string EditTable::tableName = "Edit";
 const std::array<std::string, 7> EditTable::columnNames = {
     "key", "id", "name", "creationDate", "creationOwner", "modificationDate", "modificationOwner"};
 
 EditTable::EditTable(Sqlite::DatabaseSqlite& db)
-    : DeclaredTable(db), metadataTable("MetadataEdit", db), sequenceTable(db) {
+    : DeclaredTable(db),
+      metadataTable("MetadataEdit", db),
+      sequenceTable(db),
+      keyByIdentifier("SELECT key FROM Edit WHERE id = :id") {
   GenerateStatements();
 }
 
@@ -36,7 +33,7 @@ void EditTable::ReadMetadata(Edit& edit) {
 }
 
 int64_t EditTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool EditTable::BindToCursor(Cursor& cursor, Edit& edit) {

@@ -16,19 +16,16 @@ using BaseTypes::Identifier;
 using TimePoints::Duration;
 using TimePoints::TimePoint;
 
-namespace {
-
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM Sequence WHERE id = :id";
-
-}  // namespace
-
 const std::string SequenceTable::tableName = "Sequence";
 const std::array<std::string, 12> SequenceTable::columnNames = {
     "key",       "id",           "name",          "version",          "duration",          "fixedDuration",
     "timepoint", "creationDate", "creationOwner", "modificationDate", "modificationOwner", "editRef"};
 
 SequenceTable::SequenceTable(Sqlite::DatabaseSqlite& db)
-    : DeclaredTable(db), metadataTable("MetadataSequence", db), dapOperatorProfileTable(db) {
+    : DeclaredTable(db),
+      metadataTable("MetadataSequence", db),
+      dapOperatorProfileTable(db),
+      keyByIdentifier("SELECT key FROM Sequence WHERE id = :id") {
   GenerateStatements();
 }
 
@@ -86,7 +83,7 @@ void SequenceTable::ReadDapOperatorProfileTable(Sequence& sequence) {
 }
 
 int64_t SequenceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool SequenceTable::BindToCursor(Cursor& cursor, SequenceEncapsulated& obj) {

@@ -1,13 +1,18 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/HandleLock.h"
+
+#include <sqlite3.h>
 
 namespace Oru::Common::Databases::Sqlite {
 
 ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
-    : mLock(std::make_unique<HandleLock>(database.Handle())) {}
+    : mMutex(database.IsOpen() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
+  sqlite3_mutex_enter(mMutex);
+}
 
-ConnectionLock::~ConnectionLock() = default;
+ConnectionLock::~ConnectionLock() {
+  sqlite3_mutex_leave(mMutex);
+}
 
 }  // namespace Oru::Common::Databases::Sqlite

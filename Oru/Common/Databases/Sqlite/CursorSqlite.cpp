@@ -244,7 +244,7 @@ bool CursorSqlite::ReadText(int32_t index, std::string& out) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mStatement, index));
   const auto length = static_cast<std::size_t>(sqlite3_column_bytes(mStatement, index));
   if (text) {
-    out.assign(text, length);
+    out = std::string(text, length);
     return true;
   }
   // No text is NULL, or the want of memory to make it.

@@ -300,7 +300,7 @@ int DatabaseSqlite::ErrorCode() const {
 }
 
 int64_t DatabaseSqlite::LastInsertRowId() const {
-  return sqlite3_last_insert_rowid(mHandle);
+  return IsOpen() ? sqlite3_last_insert_rowid(mHandle) : 0;
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -79,10 +79,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   std::string ErrorText() const;
   /// SQLite's result code of that call.
   int ErrorCode() const;
-  /// The key that the last insert was given.
+  /// The key that the last insert was given; 0 on a closed database.
   int64_t LastInsertRowId() const;
-  /// Held by whoever inserts, over the step of the insert and the read of the key that it was given.
-  std::mutex& InsertMutex() { return mMutex; }
   /// The open connection, null while closed; for calls of SQLite's own interface that this class doesn't
   /// offer. It stays owned by the database.
   sqlite3* Handle() const { return mHandle; }
@@ -106,6 +104,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
 
  private:
   friend class CursorSqlite;
+  template <class T, class U>
+  friend class TableSqlite;
 
   void Fail(const std::string& message);
   bool Configure(const char* pragma, const std::string& value);
@@ -121,6 +121,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
 
   std::string mLogSource;
   std::shared_ptr<std::ostream> mLog;
+  // Held over the step of an insert and the read of the key that it was given. Taken behind the connection's
+  // own lock, never ahead of it.
   std::mutex mMutex;
   sqlite3* mHandle = nullptr;
   bool mHasConnection = false;

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/BindValues.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 
 #include <cstdint>
-#include <string>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -16,10 +15,10 @@ namespace Oru::Common::Databases::Sqlite {
 /// @throws ObjectClosedException when SQLite refuses the statement, InvalidOperationException when it fails;
 ///         both with a log entry
 template <class... Values>
-int64_t FindKey(DatabaseSqlite& db, const std::string& select, const Values&... values) {
-  CursorSqlite cursor(db, select);
-  BindValues(cursor, values...);
-  return cursor.Step() ? cursor.GetInt64(0) : -1;
+int64_t FindKey(DatabaseSqlite& db, KeptStatement& select, const Values&... values) {
+  KeptStatement::Run run(select, db);
+  BindValues(run.Cursor(), values...);
+  return run.Cursor().Step() ? run.Cursor().GetInt64(0) : -1;
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

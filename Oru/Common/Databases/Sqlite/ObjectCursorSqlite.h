@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/Common/Databases/ObjectCursor.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
@@ -124,8 +125,10 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
     this->mLazy = lazy;
   }
 
+  /// The view reads the row with the connection locked.
   bool Next(T& obj) override {
     ThrowUnlessUsable();
+    const ConnectionLock connection(cursorSqlite.GetDatabase());
     if (!cursorSqlite.Step()) return false;
     this->view->ReadFromCursor(*this, obj, this->mLazy);
     return true;

@@ -1,7 +1,5 @@
 #include "Oru/Common/Databases/Sqlite/OwnedRows.h"
 
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-
 #include <exception>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -16,17 +14,15 @@ OwnedRowsDeletion::OwnedRowsDeletion(const std::string& table, const std::string
     : mStatement("DELETE FROM " + table + " WHERE " + OwnedBy(column).GetFilterSQL()) {}
 
 bool OwnedRowsDeletion::Run(DatabaseSqlite& db, int64_t ownerKey) {
-  if (!mCursor.IsOpened() || &mCursor.GetDatabase() != &db) mCursor.Reset(db, mStatement, std::string());
-  if (!mCursor.Bind(1, ownerKey)) return false;
-  bool isDone = true;
+  KeptStatement::Run run(mStatement, db);
+  if (!run.Cursor().Bind(1, ownerKey)) return false;
   try {
-    mCursor.Run();
+    run.Cursor().Run();
+    return true;
   } catch (const std::exception&) {
     // The cursor has logged why.
-    isDone = false;
+    return false;
   }
-  mCursor.Reset();
-  return isDone;
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "Oru/Common/Databases/Export.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -17,7 +16,7 @@ ORU_COMMON_DATABASE_EXPORT QuerySqlite OwnedBy(const std::string& column);
 
 /// Deletes the rows of a table that refer to an owner, by a statement that it keeps.
 ///
-/// Threads: belongs to one thread at a time.
+/// Threads: may be run from several threads at once; each waits for the other's run.
 class ORU_COMMON_DATABASE_EXPORT OwnedRowsDeletion {
  public:
   OwnedRowsDeletion(const std::string& table, const std::string& column);
@@ -27,8 +26,7 @@ class ORU_COMMON_DATABASE_EXPORT OwnedRowsDeletion {
   bool Run(DatabaseSqlite& db, int64_t ownerKey);
 
  private:
-  const std::string mStatement;
-  CursorSqlite mCursor;
+  KeptStatement mStatement;
 };
 
 /// Calls `write` with each element of a collection in order, up to the first one that it gives false for.

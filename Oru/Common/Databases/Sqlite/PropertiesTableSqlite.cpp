@@ -10,7 +10,9 @@ const std::array<std::string, 4> PropertiesTableSqlite::columnNames = {"key", "n
                                                                        "intValue"};
 
 PropertiesTableSqlite::PropertiesTableSqlite(const std::string& name, DatabaseSqlite& attachedDatabase)
-    : TableSqlite(attachedDatabase), tableName(name) {
+    : TableSqlite(attachedDatabase),
+      tableName(name),
+      keyByName("SELECT key FROM " + name + " WHERE name = :name") {
   GenerateStatements();
   // Runs at every opening, on old files too.
   createStatement = "CREATE TABLE IF NOT EXISTS " + tableName +
@@ -21,7 +23,7 @@ PropertiesTableSqlite::PropertiesTableSqlite(const std::string& name, DatabaseSq
 PropertiesTableSqlite::~PropertiesTableSqlite() = default;
 
 int64_t PropertiesTableSqlite::GetObjectIdFromName(const std::string& name) {
-  return FindKey(AttachedDatabase(), "SELECT key FROM " + tableName + " WHERE name = :name", name);
+  return FindKey(AttachedDatabase(), keyByName, name);
 }
 
 bool PropertiesTableSqlite::Save(Property& obj, bool lazy) {

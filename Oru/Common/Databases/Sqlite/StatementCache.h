@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 
 #include <cstddef>
+#include <functional>
 #include <list>
 #include <memory>
 #include <mutex>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/TableStatementGenerator.h"
 #include "Oru/Common/Databases/Sqlite/ViewSqlite.h"
@@ -93,9 +94,10 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
       insertCursor = std::make_unique<ObjectCursorSqlite<T, U>>(db, insertStatement);
       insertCursor->AttachToTable(*this);
     }
+    const ConnectionLock connection(db);
     const RewindAtEnd rewind(*insertCursor);
     if (!this->BindToCursor(*insertCursor, obj)) return false;
-    const std::lock_guard<std::mutex> lock(db.InsertMutex());
+    const std::lock_guard<std::mutex> lock(db.mMutex);
     return Succeeds([&] {
       insertCursor->Save(obj);
       if (mAutoIncrementedId) this->SetObjectId(obj, db.LastInsertRowId());
@@ -104,7 +106,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
 
   /// Updates the row of the object id. That there is none is no failure.
   virtual bool Update(U& obj, bool) {
-    this->AttachedDatabase();
+    const ConnectionLock connection(this->AttachedDatabase());
     if (!updateCursor || !updateCursor->IsOpened()) {
       updateCursor = std::make_unique<ObjectCursorSqlite<T, U>>(*this, updateStatement);
     }

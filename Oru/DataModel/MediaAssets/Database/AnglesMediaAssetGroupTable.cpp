@@ -14,14 +14,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 using namespace Common::Databases;
 using BusinessEntityModel::BaseTypes::Identifier;
 
-namespace {
-
-const std::string objectIdFromIdentifierQuery =
-    "SELECT refMediaAssetGroup FROM AnglesMediaAssetGroup JOIN  MediaAssetGroup ON MediaAssetGroup.key == "
-    "AnglesMediaAssetGroup.refMediaAssetGroup WHERE MediaAssetGroup.Id = :id";
-
-}  // namespace
-
 const std::string AnglesMediaAssetGroupTable::tableName = "AnglesMediaAssetGroup";
 const std::array<std::string, 1> AnglesMediaAssetGroupTable::columnNames = {"refMediaAssetGroup"};
 const std::string AnglesMediaAssetGroupTable::fromClause =
@@ -31,7 +23,10 @@ const std::string AnglesMediaAssetGroupTable::fromClause =
 AnglesMediaAssetGroupTable::AnglesMediaAssetGroupTable(MediaAssetGroupTable& table)
     : ExtensionTable(static_cast<Sqlite::DatabaseSqlite&>(table.GetDatabase()), table),
       dapOperatorProfileTable(AttachedDatabase()),
-      mediaAssetGroupTable(table) {
+      mediaAssetGroupTable(table),
+      keyByIdentifier(
+          "SELECT refMediaAssetGroup FROM AnglesMediaAssetGroup JOIN  MediaAssetGroup ON "
+          "MediaAssetGroup.key == AnglesMediaAssetGroup.refMediaAssetGroup WHERE MediaAssetGroup.Id = :id") {
   GenerateStatements();
 }
 
@@ -70,7 +65,7 @@ void AnglesMediaAssetGroupTable::ReadDapOperatorProfileTable(AnglesMediaAssetGro
 }
 
 int64_t AnglesMediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool AnglesMediaAssetGroupTable::BindToCursor(Cursor& cursor, AnglesMediaAssetGroup& obj) {

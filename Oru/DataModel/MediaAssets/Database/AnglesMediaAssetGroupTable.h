@@ -2,6 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesDapOperatorMetadataTable.h"
@@ -61,6 +62,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
  private:
   AnglesDapOperatorMetadataTable dapOperatorProfileTable;
   MediaAssetGroupTable& mediaAssetGroupTable;
+  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -16,8 +16,6 @@ using BusinessEntityModel::BaseTypes::PersistentObject;
 
 namespace {
 
-const std::string objectIdFromEssenceNrQuery = "SELECT key FROM Essence WHERE refStream = ? AND nr = ?";
-
 std::size_t Index(Essence::Type type) {
   return static_cast<std::size_t>(type);
 }
@@ -27,7 +25,8 @@ std::size_t Index(Essence::Type type) {
 const std::string EssenceTable::tableName = "Essence";
 const std::array<std::string, 4> EssenceTable::columnNames = {"key", "refStream", "nr", "channelCount"};
 
-EssenceTable::EssenceTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+EssenceTable::EssenceTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), keyByNr("SELECT key FROM Essence WHERE refStream = ? AND nr = ?") {
   GenerateStatements();
   table[Index(Essence::Type::Audio)] = std::make_unique<AudioEssenceTable>(*this);
   table[Index(Essence::Type::Data)] = std::make_unique<DataEssenceTable>(*this);
@@ -54,7 +53,7 @@ void EssenceTable::ReadMetadata(Essence& essence) {
 }
 
 int64_t EssenceTable::GetObjectIdFromEssenceNr(int64_t streamRef, int32_t number) {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromEssenceNrQuery, streamRef, number);
+  return Sqlite::FindKey(AttachedDatabase(), keyByNr, streamRef, number);
 }
 
 AudioEssenceTable& EssenceTable::GetAudioEssenceTable() {

@@ -17,17 +17,12 @@ namespace Oru::DataModel::MediaAssets::Database {
 using namespace Common::Databases;
 using BusinessEntityModel::BaseTypes::Identifier;
 
-namespace {
-
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM MediaAssetGroup WHERE id = :id";
-
-}  // namespace
-
 const std::string MediaAssetGroupTable::tableName = "MediaAssetGroup";
 const std::array<std::string, 4> MediaAssetGroupTable::columnNames = {"key", "id", "type", "name"};
 
 MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
-    : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(mediaAssetTable.GetDatabase())) {
+    : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(mediaAssetTable.GetDatabase())),
+      keyByIdentifier("SELECT key FROM MediaAssetGroup WHERE id = :id") {
   GenerateStatements();
   anglesMediaAssetGroupTable = std::make_unique<AnglesMediaAssetGroupTable>(*this);
   mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);
@@ -64,7 +59,7 @@ void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, 
 }
 
 int64_t MediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool MediaAssetGroupTable::BindToCursor(Cursor& cursor, MediaAssetGroup& obj) {

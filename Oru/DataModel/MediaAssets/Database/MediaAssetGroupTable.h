@@ -2,6 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
@@ -66,6 +67,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;
   std::unique_ptr<MediaAssetGroupItemTable> mediaAssetGroupItemTable;
   std::string itemsStatement;
+  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

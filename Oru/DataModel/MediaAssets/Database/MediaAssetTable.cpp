@@ -20,8 +20,6 @@ using namespace BusinessEntityModel::BaseTypes;
 
 namespace {
 
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM MediaAsset WHERE id = :id";
-
 const std::string fromClause = "MediaAsset JOIN MediaAssetFts ON  MediaAsset.key = MediaAssetFts.rowid";
 
 const std::array<std::string, 15> selectColumnNames = {"MediaAsset.key",
@@ -99,7 +97,8 @@ const std::array<std::string, 13> MediaAssetTable::columnNames = {"key",
                                                                   "modificationDate",
                                                                   "creationDate"};
 
-MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), keyByIdentifier("SELECT key FROM MediaAsset WHERE id = :id") {
   GenerateStatements();
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
   linkedResourcesStatement = SelectLinked<MediaResource>(*mediaResouceTable, RelationMediasTable::tableName,
@@ -143,7 +142,7 @@ const std::string& MediaAssetTable::GetFromClause() const {
 }
 
 int64_t MediaAssetTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool MediaAssetTable::Save(MediaAsset& obj, bool lazy) {

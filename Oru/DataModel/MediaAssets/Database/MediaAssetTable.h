@@ -3,6 +3,7 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/MetadataProfileDictionary.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/AnnotationTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorMetadataTable.h"
@@ -172,6 +173,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   std::unique_ptr<UnusedRows> unusedMediaResources;
   std::unique_ptr<UnusedRows> unusedTracks;
   std::unique_ptr<UnusedRows> emptyAssetGroups;
+  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

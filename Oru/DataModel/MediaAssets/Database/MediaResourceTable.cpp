@@ -14,17 +14,12 @@ using namespace Common::Databases;
 using BusinessEntityModel::BaseTypes::Identifier;
 using BusinessEntityModel::BaseTypes::PersistentObject;
 
-namespace {
-
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM MediaResource WHERE id = :id";
-
-}  // namespace
-
 const std::string MediaResourceTable::tableName = "MediaResource";
 const std::array<std::string, 6> MediaResourceTable::columnNames = {
     "key", "id", "name", "generalFormat", "modificationDate", "creationDate"};
 
-MediaResourceTable::MediaResourceTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+MediaResourceTable::MediaResourceTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), keyByIdentifier("SELECT key FROM MediaResource WHERE id = :id") {
   GenerateStatements();
   streamTable = std::make_unique<StreamTable>(db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaResource", db);
@@ -75,7 +70,7 @@ void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) 
 }
 
 int64_t MediaResourceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool MediaResourceTable::BindToCursor(Cursor& cursor, MediaResource& object) {

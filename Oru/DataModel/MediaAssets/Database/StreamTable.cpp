@@ -27,8 +27,6 @@ using BusinessEntityModel::BaseTypes::PersistentObject;
 
 namespace {
 
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM Stream WHERE id = :id";
-
 template <class Kind, class KindTable>
 void ReadEssencesOfKind(KindTable& kindTable, int64_t streamKey,
                         std::vector<std::unique_ptr<Essence>>& essences) {
@@ -44,7 +42,8 @@ const std::string StreamTable::tableName = "Stream";
 const std::array<std::string, 4> StreamTable::columnNames = {"key", "id", "refMediaResource",
                                                              "wrapperFormat"};
 
-StreamTable::StreamTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+StreamTable::StreamTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), keyByIdentifier("SELECT key FROM Stream WHERE id = :id") {
   GenerateStatements();
   OwnerStandsIn(columnNames[2]);
   essenceTable = std::make_unique<EssenceTable>(db);
@@ -102,7 +101,7 @@ void StreamTable::ReadDataEssences(int64_t streamKey, std::vector<std::unique_pt
 }
 
 int64_t StreamTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool StreamTable::BindToCursor(Cursor& cursor, StreamEncapsulated& obj) {

@@ -2,6 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/EssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
@@ -77,6 +78,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   std::unique_ptr<EssenceTable> essenceTable;
   std::unique_ptr<TimeBoundsTable> timeBoundsTable;
   std::unique_ptr<MetadataTable> metadataTable;
+  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -9,18 +9,14 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
 
-namespace {
-
-const std::string essenceQuery =
-    "SELECT e.key as essenceKey FROM Essence e JOIN Stream s ON e.refStream = s.key"
-    " WHERE e.nr = :nr and s.id = :id";
-
-}  // namespace
-
 const std::string TrackChannelTable::tableName = "TrackChannel";
 const std::array<std::string, 3> TrackChannelTable::columnNames = {"refTrack", "refEssence", "channelNr"};
 
-TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
+TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db)
+    : KeylessTable(db),
+      essenceByStreamAndNr(
+          "SELECT e.key as essenceKey FROM Essence e JOIN Stream s ON e.refStream = s.key"
+          " WHERE e.nr = :nr and s.id = :id") {
   GenerateStatements();
   OwnerStandsIn(columnNames[0]);
   streamTable = std::make_unique<StreamTable>(db);
@@ -34,7 +30,7 @@ bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>
          Sqlite::WriteEach(channels, [&](const std::shared_ptr<TrackChannelToRemove>& channel) {
            const std::string& streamId = channel->Stream().Id().Value();
            const int64_t essenceKey =
-               Sqlite::FindKey(AttachedDatabase(), essenceQuery, channel->EssenceNr(), streamId);
+               Sqlite::FindKey(AttachedDatabase(), essenceByStreamAndNr, channel->EssenceNr(), streamId);
            if (essenceKey == -1) return false;
            TrackChannelEncapsulated row(trackKey, essenceKey, channel->ChannelNr());
            return Save(row);

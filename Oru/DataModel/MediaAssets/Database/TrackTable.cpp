@@ -15,8 +15,6 @@ using namespace BusinessEntityModel::BaseTypes;
 
 namespace {
 
-const std::string objectIdFromIdentifierQuery = "SELECT key FROM Track WHERE id = :id";
-
 const std::string lazyTrackChannelQuery =
     "SELECT s.id as streamId, e.nr as essenceNr, t.channelNr as channelNr "
     "FROM TrackChannel t JOIN Essence e ON  t.refEssence = e.key JOIN Stream s ON e.refStream = s.key "
@@ -27,7 +25,8 @@ const std::string lazyTrackChannelQuery =
 const std::string TrackTable::tableName = "Track";
 const std::array<std::string, 3> TrackTable::columnNames = {"key", "id", "name"};
 
-TrackTable::TrackTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
+TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
+    : DeclaredTable(db), keyByIdentifier("SELECT key FROM Track WHERE id = :id") {
   GenerateStatements();
   trackChannelTable = std::make_unique<TrackChannelTable>(db);
   streamTable = std::make_unique<StreamTable>(db);
@@ -71,7 +70,7 @@ void TrackTable::ReadTrackChannel(Track& track) {
 }
 
 int64_t TrackTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), objectIdFromIdentifierQuery, id.Value());
+  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
 }
 
 bool TrackTable::BindToCursor(Cursor& cursor, Track& obj) {

@@ -3,6 +3,7 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/SortedVectorSharedPointer.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
@@ -59,6 +60,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   std::unique_ptr<TrackChannelTable> trackChannelTable;
   std::unique_ptr<StreamTable> streamTable;
   std::string streamByIdStatement;
+  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

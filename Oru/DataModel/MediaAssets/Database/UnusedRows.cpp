@@ -25,7 +25,9 @@ UnusedRows::UnusedRows(Sqlite::DatabaseSqlite& attachedDatabase, std::string sha
       link(std::move(linkTable)),
       column(std::move(linkColumn)),
       notes("Unlinked" + table),
-      known("Known" + table) {}
+      known("Known" + table),
+      knownCount("SELECT count(*) FROM temp.sqlite_master WHERE name = :name"),
+      dataVersion("PRAGMA data_version") {}
 
 bool UnusedRows::Delete(const std::function<bool()>& deleteAll) {
   if (!database.IsOpen()) return deleteAll();
@@ -49,8 +51,7 @@ bool UnusedRows::DeleteUnlinked(const std::function<bool()>& deleteAll) {
 }
 
 bool UnusedRows::BeginNoting() {
-  const bool isNoting =
-      Sqlite::FindKey(database, "SELECT count(*) FROM temp.sqlite_master WHERE name = :name", known) > 0;
+  const bool isNoting = Sqlite::FindKey(database, knownCount, known) > 0;
   if (isNoting || database.ExecuteStatement(NotingScript())) return true;
   // Half of it would be worse than nothing: a trigger without its table fails whatever fires it.
   if (database.IsInTransaction()) database.ExecuteStatement("ROLLBACK TO noting; RELEASE noting");
@@ -86,7 +87,7 @@ UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
   Changes changes;
   // Ahead of all else: what another connection commits from here on shows the next time.
   // https://sqlite.org/pragma.html#pragma_data_version
-  changes.dataVersion = Sqlite::FindKey(database, "PRAGMA data_version");
+  changes.dataVersion = Sqlite::FindKey(database, dataVersion);
   Sqlite::CursorSqlite cursor(database, "SELECT (SELECT ifnull(max(lastKey), -1) FROM temp." + known +
                                             " WHERE dataVersion = " + Number(changes.dataVersion) +
                                             "), (SELECT ifnull(max(key), 0) FROM " + table +

@@ -119,6 +119,8 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
   Property property;
   QuerySqlite all;
   all.GreaterThan("key", 0);
+  const std::string later = table.GetSelectStatement() + " WHERE key > ?";
+  KeptStatement keyByText("SELECT key FROM Note WHERE text = ?");
   const std::pair<const char*, std::function<void()>> reads[] = {
       {"GetObject", [&] { EXPECT_TRUE(table.GetObject(1, note)); }},
       {"Exists", [&] { EXPECT_TRUE(table.Exists(1)); }},
@@ -141,12 +143,13 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
          EXPECT_TRUE(cursor->Step());
          cursor->Reset();
        }},
-      {"FindKey", [&] { EXPECT_EQ(FindKey(db, "SELECT key FROM Note WHERE text = ?", "a"), 1); }},
-      {"ReadEach", [&] { ReadEach<Note>(table, all, [](const Note& read) { EXPECT_NE(read.text, ""); }); }},
+      {"FindKey", [&] { EXPECT_EQ(FindKey(db, keyByText, "a"), 1); }},
+      {"ReadEach",
+       [&] { ReadEach<Note>(table, later, 1, [](const Note& read) { EXPECT_NE(read.text, ""); }); }},
       {"ReadEachNew",
        [&] {
          const auto refuse = [](const std::unique_ptr<Note>& read) { throw std::runtime_error(read->text); };
-         EXPECT_THROW(ReadEachNew<Note>(table, all, std::make_unique<Note>, refuse), std::runtime_error);
+         EXPECT_THROW(ReadEachNew<Note>(table, later, 1, std::make_unique<Note>, refuse), std::runtime_error);
        }},
       {"a property", [&] { EXPECT_FALSE(properties.GetObject("a", property)); }},
       {"a text that selects", [&] { EXPECT_TRUE(db.ExecuteStatement("SELECT * FROM Note WHERE key > 1")); }},
