@@ -8,6 +8,7 @@
 #include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/LogEntry.h"
 #include "Oru/Common/Databases/Sqlite/OpenCursors.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
@@ -243,7 +244,8 @@ bool DatabaseSqlite::RunAll(const char* text) {
     std::string error;
     {
       const HandleLock lock(mHandle);
-      if (sqlite3_prepare_v2(mHandle, text, -1, &handle, &next) != SQLITE_OK) error = sqlite3_errmsg(mHandle);
+      if (PreparedStatement::Prepare(mHandle, text, -1, 0, &handle, &next) != SQLITE_OK)
+        error = sqlite3_errmsg(mHandle);
     }
     // A piece of blanks and comments gives no statement.
     if (handle) {

@@ -10,10 +10,17 @@ std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, c
   sqlite3_stmt* statement = nullptr;
   const unsigned int flags = isKept ? SQLITE_PREPARE_PERSISTENT : 0;
   const int bytes = length > INT_MAX ? INT_MAX : static_cast<int>(length);
-  if (sqlite3_prepare_v3(handle, text, bytes, flags, &statement, nullptr) != SQLITE_OK || !statement) {
-    return nullptr;
-  }
+  if (Prepare(handle, text, bytes, flags, &statement, nullptr) != SQLITE_OK || !statement) return nullptr;
   return std::unique_ptr<PreparedStatement>(new PreparedStatement(statement));
+}
+
+int PreparedStatement::Prepare(sqlite3* handle, const char* text, int length, unsigned int flags,
+                               sqlite3_stmt** statement, const char** behind) {
+  const int code = sqlite3_prepare_v3(handle, text, length, flags, statement, behind);
+  // A statement that needs the full-text index may be the first to find that another connection has changed
+  // the schema. SQLite 3.40 then reads the schema anew in the midst of the statement, and knows none of its
+  // tables. The next try finds them.
+  return code == SQLITE_ERROR ? sqlite3_prepare_v3(handle, text, length, flags, statement, behind) : code;
 }
 
 PreparedStatement::PreparedStatement(sqlite3_stmt* statement)

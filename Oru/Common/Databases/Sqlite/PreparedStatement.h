@@ -20,6 +20,10 @@ class PreparedStatement {
   /// @param isKept  whether the statement will be used many times
   static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, const char* text, std::size_t length,
                                                     bool isKept);
+  /// The same in SQLite's own terms.
+  /// @param behind  set to where the next statement begins, unless null
+  static int Prepare(sqlite3* handle, const char* text, int length, unsigned int flags,
+                     sqlite3_stmt** statement, const char** behind);
 
   PreparedStatement(const PreparedStatement&) = delete;
   PreparedStatement& operator=(const PreparedStatement&) = delete;
