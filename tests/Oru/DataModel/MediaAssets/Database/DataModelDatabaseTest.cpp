@@ -169,4 +169,11 @@ TEST_F(DataModelDatabaseTest, AccessorsReachTheTablesOfTheAssetTable) {
   EXPECT_EQ(database.GetAudioEssenceTable().GetTableName(), "AudioEssence");
 }
 
+TEST_F(DataModelDatabaseTest, TheFirstStatementMayBeADeletionWhoeverElseHasOpenedTheFile) {
+  DataModelDatabase first(path, log.Stream()), second(path, log.Stream());
+  first.Open();
+  second.Open();
+  EXPECT_TRUE(first.ExecuteStatement("DELETE FROM MediaAsset WHERE id = 'clip'")) << log.Text();
+}
+
 }  // namespace Oru::DataModel::MediaAssets::Database
