@@ -10,7 +10,9 @@ set(ORU_SOVERSION 0)
 # The include root in the build tree for generated export headers.
 set(ORU_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
 
-# Warnings and sanitizers, the same for libraries, tests, examples and benchmarks.
+option(ORU_COVERAGE "Count the lines and branches that run, for gcov" OFF)
+
+# Warnings, sanitizers and coverage, the same for libraries, tests, examples and benchmarks.
 function(oru_compile_options target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
   if(ORU_WARNINGS_AS_ERRORS)
@@ -24,6 +26,10 @@ function(oru_compile_options target)
       target_compile_options(${target} PRIVATE -Wno-maybe-uninitialized)
     endif()
     target_link_options(${target} PRIVATE -fsanitize=${ORU_SANITIZE})
+  endif()
+  if(ORU_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+    target_link_options(${target} PRIVATE --coverage)
   endif()
 endfunction()
 
