@@ -1,16 +1,11 @@
 #include "reliability/Clips.h"
 
-#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
-#include "Oru/DataModel/MediaAssets/DataEssence.h"
-#include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
-#include "Oru/DataModel/MediaAssets/VideoEssence.h"
-#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/AssetReading.h"
+#include "support/ClipBuilder.h"
 
 #include <sqlite3.h>
 
@@ -24,45 +19,6 @@ using namespace DataModel::MediaAssets;
 using namespace BusinessEntityModel::BaseTypes;
 
 namespace {
-
-void Describe(MetadataProfileDictionary& metadata, const std::string& text, int profiles, int entries) {
-  for (int i = 0; i < profiles; ++i) {
-    const auto profile =
-        std::make_shared<GenericMetadataProfile>(FullyQualifiedName("p" + std::to_string(i)));
-    for (int j = 0; j < entries; ++j)
-      profile->Set("entry " + std::to_string(j), text);
-    metadata.Set(profile);
-  }
-}
-
-void Bound(TimeBoundsArray& bounds, int version, int count) {
-  for (int i = 0; i < count; ++i) {
-    const auto at = [&](int64_t nanoseconds) {
-      return TimePoints::TimeBoundary(TimePoints::TimePoint::FromNanoseconds(nanoseconds + version), i == 1);
-    };
-    bounds.Insert(TimePoints::TimeBounds(at(1000 * i), at(1000 * i + 500)));
-  }
-}
-
-std::shared_ptr<Stream> MakeStream(const std::string& id, const std::string& text, int version) {
-  auto stream = std::make_shared<Stream>(StreamId(id + "/stream"));
-  Bound(stream->Timebounds(), version, 1);
-  Describe(*stream->Metadata(), text, 1, 1);
-  auto video = std::make_unique<VideoEssence>();
-  video->FourCC(text);
-  video->BitRate(version);
-  stream->Essences().Add(std::move(video));
-  for (int i = 0; i < 4; ++i) {
-    auto audio = std::make_unique<AudioEssence>();
-    audio->FourCC(text);
-    audio->ChannelCount(version);
-    stream->Essences().Add(std::move(audio));
-  }
-  auto data = std::make_unique<DataEssence>();
-  data->ChannelCount(version);
-  stream->Essences().Add(std::move(data));
-  return stream;
-}
 
 // The rows of one statement, a line each; SQLite's text when it fails.
 std::string Rows(sqlite3* handle, const std::string& sql) {
@@ -94,39 +50,24 @@ std::unique_ptr<sqlite3, int (*)(sqlite3*)> OpenPlain(const std::string& path) {
 
 MediaAsset MakeClip(const std::string& id, int version) {
   const std::string text = "v" + std::to_string(version);
-  MediaAsset clip{MediaAssetId(id)};
+  MediaAsset clip = TestSupport::MakeClip(id, text);
   clip.Name(std::to_string(version));
   clip.Description(text);
   clip.CreationDate(version);
-  Bound(clip.PhysicalTimebounds(), version, 2);
-  Describe(clip.Metadata(), text, 2, 4);
-  const auto profile = std::make_shared<DapOperatorMetadataProfile>();
-  profile->UmId(text);
-  profile->ServerId(ZuServerId(10));
-  profile->UserTimecode(
-      TimePoints::TimeCodeBuilder().ClockTime(10, 0, 0, 0).Date(2020, 1, 1).Rate({50, 1}).Build());
-  profile->TodTimecode(profile->UserTimecode().AddSample(version));
-  profile->Keywords({text, text, text});
-  clip.Metadata().Set(profile);
-  for (int i = 0; i < 2; ++i) {
-    clip.Annotations().push_back(std::make_shared<Annotation>(AnnotationType::CuePoint, text));
-    Describe(clip.Annotations().back()->Metadata(), text, 1, 1);
-  }
-  const auto stream = MakeStream(id, text, version);
-  const auto resource = std::make_shared<MediaResource>(MediaResourceId(id + "/resource"));
-  resource->Name(text);
-  Bound(resource->Timebounds(), version, 1);
-  Describe(*resource->Metadata(), text, 1, 1);
-  resource->Streams().emplace_back(stream);
-  clip.MediaResources().Insert(SharedReference<MediaResource>(resource));
-  for (int i = 0; i < 3; ++i) {
-    const auto track = std::make_shared<Track>(TrackId(id + "/track" + std::to_string(i)), Utf8String(text));
-    for (int essence = i; essence < (i == 1 ? 4 : i + 1); ++essence) {
-      auto channel = std::make_shared<TrackChannelToRemove>();
-      channel->Stream(StreamReference(stream));
-      channel->EssenceNr(essence);
-      track->Channels().push_back(std::move(channel));
-    }
+  clip.PhysicalTimebounds().Insert(TestSupport::BoundsOf(1000, 2000 + version));
+  clip.DapOperatorMetadata().UmId(text);
+  clip.DapOperatorMetadata().Keywords({text, text, text});
+  clip.Annotations().push_back(std::make_shared<Annotation>(AnnotationType::CuePoint, text));
+  Stream& stream = *clip.MediaResources().Front()->Streams().front();
+  stream.Timebounds().Insert(TestSupport::BoundsOf(1000, 2000 + version));
+  for (int i = 0; i < 3; ++i)
+    stream.Essences().Add(std::make_unique<AudioEssence>());
+  for (const auto& essence : stream.Essences())
+    essence->ChannelCount(version);
+  for (const int32_t essence : {0, 5}) {
+    const auto track =
+        std::make_shared<Track>(TrackId(id + "/track of " + std::to_string(essence)), Utf8String(text));
+    track->Channels().push_back(TestSupport::Channel(stream.Id().Value(), essence, 0));
     clip.Tracks().Insert(track);
   }
   return clip;

@@ -1,6 +1,7 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/VideoEssence.h"
 
 #include "reliability/Clips.h"
 #include "support/AssetReading.h"

@@ -35,33 +35,20 @@ class ClipActions {
   void Step() {
     if (!open) db = &*connections[Below(connections.size())];
     action.clear();
-    switch (Below(12)) {
-      case 0:
-      case 1:
-      case 2:
-        SaveAsset();
-        break;
-      case 3:
-        SaveGroup();
-        break;
-      case 4:
-        SaveLooseResource();
-        break;
-      case 5:
-        DeleteGroup();
-        break;
-      case 6:
-        Unlink();
-        break;
-      case 7:
-        WritePlainSql();
-        break;
-      case 8:
-        BeginEndOrReopen();
-        break;
-      default:
-        Delete();
-    }
+    using Action = void (ClipActions::*)();
+    static constexpr Action actions[] = {&ClipActions::SaveAsset,
+                                         &ClipActions::SaveAsset,
+                                         &ClipActions::SaveAsset,
+                                         &ClipActions::SaveGroup,
+                                         &ClipActions::SaveLooseResource,
+                                         &ClipActions::DeleteGroup,
+                                         &ClipActions::Unlink,
+                                         &ClipActions::WritePlainSql,
+                                         &ClipActions::BeginEndOrReopen,
+                                         &ClipActions::Delete,
+                                         &ClipActions::Delete,
+                                         &ClipActions::Delete};
+    (this->*actions[Below(std::size(actions))])();
     if (action.empty()) return;
     if (!open) db = &*connections[Below(connections.size())];
     ASSERT_EQ(Differences(), "") << "after: " << action << "\n" << log.Text();
@@ -172,62 +159,45 @@ class ClipActions {
            "unlinking of " + id);
   }
 
+  // Writes that know nothing of the tables, and so have to be noticed by the file itself.
   void WritePlainSql() {
-    const std::string from = AnyTrack(), to = AnyTrack();
-    const std::string move = "FROM RelationAssetTrack WHERE refTrack = " + KeyText("Track", from) +
-                             " AND refMediaAsset NOT IN (SELECT refMediaAsset FROM RelationAssetTrack WHERE "
-                             "refTrack = " +
-                             KeyText("Track", to) + ")";
-    const auto moveInModel = [&] {
-      for (auto& [id, asset] : clips.assets) {
-        if (asset.tracks.count(to) == 0 && asset.tracks.erase(from) > 0) asset.tracks.insert(to);
+    const std::string from = AnyTrack(), to = AnyTrack(), asset = AnyAsset(), resource = AnyResource();
+    const std::string oldKey = KeyText("Track", from), newKey = KeyText("Track", to);
+    const std::string moving = "FROM RelationAssetTrack WHERE refTrack = " + oldKey +
+                               " AND refMediaAsset NOT IN (SELECT refMediaAsset FROM RelationAssetTrack WHERE"
+                               " refTrack = " +
+                               newKey + ")";
+    const auto kind = Below(6);
+    if (kind == 0) {
+      clips.Remove([&](const std::string& other, const auto&) { return other == asset; });
+      Write("DELETE FROM MediaAsset WHERE id = '" + asset + "'");
+    } else if (kind == 1) {
+      for (auto& entry : clips.assets)
+        entry.second.resources.erase(resource);
+      Write("DELETE FROM RelationMediaAssetMediaResource WHERE refMediaResource = " +
+            KeyText("MediaResource", resource));
+    } else if (kind < 4 && clips.tracks.count(to) > 0) {
+      for (auto& [id, moved] : clips.assets) {
+        if (moved.tracks.count(to) == 0 && moved.tracks.erase(from) > 0) moved.tracks.insert(to);
       }
-    };
-    const bool mayMove = clips.tracks.count(to) > 0;
-    switch (Below(6)) {
-      case 0: {
-        const std::string id = AnyAsset();
-        clips.Remove([&](const std::string& other, const auto&) { return other == id; });
-        return Write("DELETE FROM MediaAsset WHERE id = '" + id + "'");
-      }
-      case 1: {
-        const std::string id = AnyResource();
-        for (auto& entry : clips.assets)
-          entry.second.resources.erase(id);
-        return Write("DELETE FROM RelationMediaAssetMediaResource WHERE refMediaResource = " +
-                     KeyText("MediaResource", id));
-      }
-      case 2: {
-        if (!mayMove) return;
-        moveInModel();
-        return Write("UPDATE RelationAssetTrack SET refTrack = " + KeyText("Track", to) +
-                     " WHERE rowid IN (SELECT rowid " + move + ")");
-      }
-      case 3: {
-        if (!mayMove) return;
-        moveInModel();
-        return Write(
-            "REPLACE INTO RelationAssetTrack(rowid, refMediaAsset, refTrack) SELECT rowid, "
-            "refMediaAsset, " +
-            KeyText("Track", to) + " " + move);
-      }
-      case 4: {
-        // Under the lowest free key, behind which there are others.
-        if (!clips.tracks.emplace(from, "").second) return;
-        return Write("INSERT INTO Track(key, id) SELECT k + 1, '" + from +
-                     "' FROM (SELECT 0 AS k UNION ALL SELECT key FROM Track) WHERE k + 1 NOT IN (SELECT key "
-                     "FROM Track) ORDER BY k LIMIT 1");
-      }
-      default: {
-        const std::string source = AnyGroup(), target = AnyGroup();
-        const auto group = clips.groups.find(source), other = clips.groups.find(target);
-        if (group == clips.groups.end() || other == clips.groups.end() || group == other) return;
-        auto items = std::exchange(group->second.items, {});
-        std::move(items.begin(), items.end(), std::back_inserter(other->second.items));
-        return Write(
-            "UPDATE MediaAssetGroupItem SET refMediaAssetGroup = " + KeyText("MediaAssetGroup", target) +
+      Write(kind == 2 ? "UPDATE RelationAssetTrack SET refTrack = " + newKey +
+                            " WHERE rowid IN (SELECT rowid " + moving + ")"
+                      : "REPLACE INTO RelationAssetTrack(rowid, refMediaAsset, refTrack) SELECT rowid, "
+                        "refMediaAsset, " +
+                            newKey + " " + moving);
+    } else if (kind == 4 && clips.tracks.emplace(from, "").second) {
+      // Under the lowest free key, behind which there are others.
+      Write("INSERT INTO Track(key, id) SELECT k + 1, '" + from +
+            "' FROM (SELECT 0 AS k UNION ALL SELECT key FROM Track) WHERE k + 1 NOT IN (SELECT key "
+            "FROM Track) ORDER BY k LIMIT 1");
+    } else if (kind == 5) {
+      const std::string source = AnyGroup(), target = AnyGroup();
+      const auto group = clips.groups.find(source), other = clips.groups.find(target);
+      if (group == clips.groups.end() || other == clips.groups.end() || group == other) return;
+      auto items = std::exchange(group->second.items, {});
+      std::move(items.begin(), items.end(), std::back_inserter(other->second.items));
+      Write("UPDATE MediaAssetGroupItem SET refMediaAssetGroup = " + KeyText("MediaAssetGroup", target) +
             " WHERE refMediaAssetGroup = " + KeyText("MediaAssetGroup", source));
-      }
     }
   }
 
@@ -255,72 +225,46 @@ class ClipActions {
   void Delete() {
     using namespace DataModel::MediaAssets;
     auto& table = db->GetMediaAssetTable();
-    const std::string id = AnyAsset(), second = AnyAsset();
+    const std::string id = AnyAsset(), second = AnyAsset(), resource = AnyResource();
     const int server = 10 * static_cast<int>(1 + Below(3));
     Query query;
     SharedClips::Choice choice = [&](const std::string& other, const auto&) { return other == id; };
-    switch (Below(11)) {
-      case 0: {
-        MediaAsset asset{MediaAssetId(id)};
-        asset.ObjectId(KeyOf(id));
-        Expect(table.Delete(asset) && asset.ObjectId() == -1, "deletion of the object " + id);
-        break;
-      }
-      case 1:
-        Expect(table.Delete(KeyOf(id)), "deletion of the key of " + id);
-        break;
-      case 2:
-        DeleteBy(query.Equals("id", id), "id");
-        break;
-      case 3:
-        choice = [&](const std::string& other, const auto&) { return other == id || other == second; };
-        DeleteBy(query.Equals("id", id).Or(Query().Equals("id", second)), "or");
-        break;
-      case 4:
-        choice = [&](const std::string& other, const auto&) { return other == id || other == second; };
-        DeleteBy(query.In("id", std::vector<std::string>{id, second}), "in values");
-        break;
-      case 5: {
-        // All but those of a server and those without any.
-        choice = [&](const std::string&, const SharedClips::Asset& asset) {
-          return asset.server != 0 && asset.server != server;
-        };
-        Query ofServer;
-        ofServer.Equals("zuServerId", int32_t{server});
-        DeleteBy(query.In("key", "DapOperatorMetadata", "refMediaAsset", Query().Not(ofServer)),
-                 "not of the server " + std::to_string(server));
-        break;
-      }
-      case 6: {
-        const std::string resource = AnyResource();
-        choice = [resource](const std::string&, const SharedClips::Asset& asset) {
-          return asset.resources.count(resource) > 0;
-        };
-        Query links;
-        links.In("refMediaResource", "MediaResource", "key", Query().Equals("id", resource));
-        DeleteBy(query.In("key", "RelationMediaAssetMediaResource", "refMediaAsset", links),
-                 "linked to " + resource);
-        break;
-      }
-      case 7:
-        choice = [&](const std::string&, const SharedClips::Asset& asset) { return asset.server == server; };
-        Expect(table.DeleteByServerId(ZuServerId(server)), "deletion by server");
-        break;
-      case 8:
-        choice = [](const auto&, const auto&) { return false; };
-        Expect(table.CleanUpDependentData(), "clean-up");
-        break;
-      case 9: {
-        // Another table object of the same connection.
-        DataModel::MediaAssets::Database::MediaAssetTable another(*db);
-        Expect(another.Delete(KeyOf(id)), "deletion through another table of " + id);
-        break;
-      }
-      default: {
-        const bool isAll = Below(15) == 0;
-        choice = [&id, isAll](const std::string& other, const auto&) { return isAll || other == id; };
-        Expect(isAll ? table.DeleteAll() : table.Delete(KeyOf(id)), "deletion of all or " + id);
-      }
+    const auto kind = Below(8);
+    if (kind == 0) {
+      MediaAsset asset{MediaAssetId(id)};
+      asset.ObjectId(KeyOf(id));
+      Expect(table.Delete(asset) && asset.ObjectId() == -1, "deletion of the object " + id);
+    } else if (kind == 1) {
+      choice = [&](const std::string& other, const auto&) { return other == id || other == second; };
+      DeleteBy(query.In("id", std::vector<std::string>{id, second}), "in values");
+    } else if (kind == 2) {
+      // All but those of a server and those without any.
+      choice = [&](const auto&, const SharedClips::Asset& asset) {
+        return asset.server != 0 && asset.server != server;
+      };
+      Query ofServer;
+      ofServer.Equals("zuServerId", int32_t{server});
+      DeleteBy(query.In("key", "DapOperatorMetadata", "refMediaAsset", Query().Not(ofServer)),
+               "not of the server");
+    } else if (kind == 3) {
+      choice = [&](const auto&, const SharedClips::Asset& asset) {
+        return asset.resources.count(resource) > 0;
+      };
+      Query links;
+      links.In("refMediaResource", "MediaResource", "key", Query().Equals("id", resource));
+      DeleteBy(query.In("key", "RelationMediaAssetMediaResource", "refMediaAsset", links),
+               "linked to " + resource);
+    } else if (kind == 4) {
+      choice = [&](const auto&, const SharedClips::Asset& asset) { return asset.server == server; };
+      Expect(table.DeleteByServerId(ZuServerId(server)), "deletion by server");
+    } else if (kind == 5) {
+      choice = [](const auto&, const auto&) { return false; };
+      Expect(table.CleanUpDependentData(), "clean-up");
+    } else if (kind == 6 && Below(15) == 0) {
+      choice = [](const auto&, const auto&) { return true; };
+      Expect(table.DeleteAll(), "deletion of all");
+    } else {
+      Expect(table.Delete(KeyOf(id)), "deletion of the key of " + id);
     }
     clips.Remove(choice);
     clips.CleanUp();
@@ -352,12 +296,9 @@ class ClipActions {
                         std::back_inserter(missing));
     std::set_difference(stored.begin(), stored.end(), expected.begin(), expected.end(),
                         std::back_inserter(extra));
-    std::string text;
-    for (const std::string& row : missing)
-      text += "missing: " + row + "\n";
-    for (const std::string& row : extra)
-      text += "extra: " + row + "\n";
-    return text;
+    return missing.empty() && extra.empty()
+               ? ""
+               : "missing " + testing::PrintToString(missing) + ", too many " + testing::PrintToString(extra);
   }
 
   std::mt19937_64 engine;

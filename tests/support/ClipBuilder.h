@@ -39,7 +39,9 @@ inline std::shared_ptr<DataModel::MediaAssets::TrackChannelToRemove> Channel(con
 
 /// A resource with bounds, metadata and one stream, which has bounds, metadata and an essence of each kind:
 /// video, audio, data. The stream's identifier is that of the resource and "/stream".
-inline std::shared_ptr<DataModel::MediaAssets::MediaResource> MakeResource(const std::string& id) {
+/// @param version  stands in one text of each part
+inline std::shared_ptr<DataModel::MediaAssets::MediaResource> MakeResource(
+    const std::string& id, const std::string& version = "first") {
   using namespace DataModel::MediaAssets;
   auto stream = std::make_unique<Stream>(StreamId(id + "/stream"));
   stream->Format(WrapperFormat::MXFOP1a);
@@ -47,16 +49,16 @@ inline std::shared_ptr<DataModel::MediaAssets::MediaResource> MakeResource(const
   stream->Essences().Add(std::make_unique<VideoEssence>());
   stream->Essences().Add(std::make_unique<AudioEssence>());
   stream->Essences().Add(std::make_unique<DataEssence>());
-  SetOneEntry(*stream->Metadata(), "of the stream");
+  SetOneEntry(*stream->Metadata(), version);
   for (const auto& essence : stream->Essences()) {
     essence->ChannelCount(2);
-    SetOneEntry(*essence->Metadata(), "of essence " + std::to_string(essence->Nr()));
+    SetOneEntry(*essence->Metadata(), version);
   }
   auto resource = std::make_shared<MediaResource>(MediaResourceId(id));
-  resource->Name("resource");
+  resource->Name(version);
   resource->CreationDate(7);
   resource->Timebounds().Insert(BoundsOf(3, 4));
-  SetOneEntry(*resource->Metadata(), "of the resource");
+  SetOneEntry(*resource->Metadata(), version);
   resource->Adopt(std::move(stream));
   return resource;
 }
@@ -64,7 +66,7 @@ inline std::shared_ptr<DataModel::MediaAssets::MediaResource> MakeResource(const
 /// A clip that has rows in every table below an asset: an annotation, bounds, operator metadata with two
 /// keywords, metadata, the resource `MakeResource(id + "/resource")`, and a track `id + "/track"` over its
 /// video and audio.
-/// @param version  stands in the name and in one text of each of the clip's own parts
+/// @param version  stands in the name and in one text of each part
 inline DataModel::MediaAssets::MediaAsset MakeClip(const std::string& id,
                                                    const std::string& version = "first") {
   using namespace DataModel::MediaAssets;
@@ -82,8 +84,7 @@ inline DataModel::MediaAssets::MediaAsset MakeClip(const std::string& id,
   auto annotation = std::make_shared<Annotation>(AnnotationType::CuePoint, version);
   SetOneEntry(annotation->Metadata(), version);
   clip.Annotations().push_back(std::move(annotation));
-  const auto resource = MakeResource(id + "/resource");
-  resource->Name(version);
+  const auto resource = MakeResource(id + "/resource", version);
   clip.MediaResources().Insert(resource);
   auto track = std::make_shared<Track>(TrackId(id + "/track"), version);
   for (const int32_t number : {0, 1}) {

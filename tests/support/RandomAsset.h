@@ -17,7 +17,6 @@
 #include <random>
 #include <set>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -25,7 +24,8 @@ namespace Oru::TestSupport {
 
 /// Makes media assets with everything that a file keeps of one, down to essences and channels, out of values
 /// that like to break things: the extremes of every integer, unknown enumeration values, texts with quotes,
-/// NUL bytes, unicode, malformed UTF-8, and now and then one of a mebibyte.
+/// NUL bytes, unicode, malformed UTF-8, and now and then one of a mebibyte. All of them are values that the
+/// file keeps as they are.
 ///
 /// The same seed gives the same assets. All identifiers of one maker differ.
 class RandomAssets {
@@ -76,15 +76,13 @@ class RandomAssets {
 
   int64_t Int64() {
     constexpr int64_t max = std::numeric_limits<int64_t>::max();
-    constexpr int64_t edges[] = {0,           1,          -1,         max,        -max,
-                                 -max - 1,    max - 1,    2147483647, 2147483648, -2147483648,
-                                 -2147483649, 4294967295, 4294967296, 4102444800};
+    constexpr int64_t edges[] = {0, -1, max, -max - 1, 2147483648, 4102444800};
     if (Chance(3)) return edges[Below(std::size(edges))];
     return static_cast<int64_t>(engine()) >> Below(64);
   }
   int32_t Int32() {
     constexpr int32_t max = std::numeric_limits<int32_t>::max();
-    constexpr int32_t edges[] = {0, 1, -1, max, -max - 1, max - 1, -max};
+    constexpr int32_t edges[] = {0, -1, max, -max - 1};
     if (Chance(3)) return edges[Below(std::size(edges))];
     return static_cast<int32_t>(engine()) >> Below(32);
   }
@@ -93,24 +91,15 @@ class RandomAssets {
 
   std::string Text() {
     static const std::string odd[] = {"",
-                                      "Opening ceremony",
-                                      "id",
-                                      "key",
                                       "NULL",
                                       "O'Brien's \"clip\"",
                                       "'); DROP TABLE MediaAsset; --",
-                                      "''''\"\"\"\"``[]",
                                       "%_\\*?:name@p$1",
                                       " leading and trailing \r\n\t",
-                                      "Zo\u00eb \u65e5\u672c\u8a9e \U0001f3ac e\u0301 \u202e",
-                                      "<b>bold</b>",
-                                      std::string("\0", 1),
+                                      "Zo\u00eb \u65e5\u672c\u8a9e \U0001f3ac",
                                       std::string("\0head", 5),
                                       std::string("mid\0dle\0", 8),
                                       "\xff\xfe\xc0\x80 \xed\xa0\x80",
-                                      "\xf0\x9f",
-                                      "-0",
-                                      "1e999",
                                       "12345678901234567890"};
     if (Chance(15000)) return std::string(1 << 20, Chance(2) ? 'm' : '\'') + "end";
     if (!Chance(3)) return odd[Below(std::size(odd))];
@@ -129,15 +118,9 @@ class RandomAssets {
   }
 
   TimePoints::TimeCode TimeCode() {
-    static const std::pair<TimePoints::Rate, bool> countings[] = {{{50, 1}, false}, {{60, 1}, false},
-                                                                  {{60, 1}, true},  {{25, 1}, false},
-                                                                  {{30, 1}, true},  {{1, 1}, false}};
-    const auto& [rate, isDrop] = countings[Below(std::size(countings))];
     TimePoints::TimeCodeBuilder builder;
-    if (!Chance(4))
-      return builder.Year(1900).Rate(rate).IsDrop(isDrop).Build().AddSample(
-          Int64() & std::numeric_limits<int64_t>::max());
-    return builder.ClockTime(23, 59, 59, 0).Rate(rate).IsDrop(isDrop).Build();
+    builder.Year(1900).Rate(Chance(2) ? TimePoints::Rate(50, 1) : TimePoints::Rate(60, 1));
+    return builder.Build().AddSample(Int64() & std::numeric_limits<int64_t>::max());
   }
 
  private:
@@ -155,19 +138,14 @@ class RandomAssets {
     entity.ModificationDate(dates.second);
   }
 
-  // Bounds that differ in their moving flags alone are welcome. None occurs twice.
+  // None occurs twice.
   void Fill(DataModel::MediaAssets::TimeBoundsArray& bounds) {
     bounds.Clear();
-    std::set<std::tuple<int64_t, bool, int64_t, bool>> present;
-    TimePoints::TimeBoundary in = Boundary(), out = Boundary();
+    std::set<std::pair<int64_t, int64_t>> present;
     for (auto count = Below(5); count > 0; --count) {
-      if (Chance(2)) in = Boundary();
-      if (Chance(2)) out = TimePoints::TimeBoundary(out.TimePoint(), Chance(2));
-      const bool isNew = present
-                             .emplace(in.TimePoint().ToNanoseconds(), in.IsMoving(),
-                                      out.TimePoint().ToNanoseconds(), out.IsMoving())
-                             .second;
-      if (isNew) bounds.Insert(TimePoints::TimeBounds(in, out));
+      const TimePoints::TimeBoundary in = Boundary(), out = Boundary();
+      if (present.emplace(in.TimePoint().ToNanoseconds(), out.TimePoint().ToNanoseconds()).second)
+        bounds.Insert(TimePoints::TimeBounds(in, out));
     }
   }
 
@@ -175,7 +153,7 @@ class RandomAssets {
     metadata.Clear();
     for (auto profiles = Below(4); profiles > 0; --profiles) {
       const auto profile = std::make_shared<BusinessEntityModel::BaseTypes::GenericMetadataProfile>(Text());
-      for (auto entries = Below(5); entries > 0; --entries)
+      for (auto entries = 1 + Below(4); entries > 0; --entries)
         profile->Set(Text(), Text());
       metadata.Set(profile);
     }
@@ -186,9 +164,9 @@ class RandomAssets {
     auto profile = std::make_shared<DapOperatorMetadataProfile>();
     profile->ObjectId(objectId);
     if (Chance(2)) profile->ServerId(ZuServerId(10 * (1 + Count() % 214748364)));
-    if (Chance(2)) profile->Page(static_cast<int>(Below(256)));
+    if (Chance(2)) profile->Page(static_cast<int>(Below(10)));
     if (Chance(2)) profile->Bank(static_cast<int>(Below(10)));
-    if (Chance(2)) profile->Row(static_cast<int>(Below(12)));
+    if (Chance(2)) profile->Row(static_cast<int>(Below(10)));
     if (Chance(2)) profile->Camera(static_cast<char>('A' + Below(12)));
     profile->UmId(Text());
     profile->VarId(Text());
@@ -238,14 +216,10 @@ class RandomAssets {
   }
 
   std::unique_ptr<DataModel::MediaAssets::Essence> AnEssence() {
-    switch (Below(3)) {
-      case 0:
-        return std::make_unique<DataModel::MediaAssets::VideoEssence>();
-      case 1:
-        return std::make_unique<DataModel::MediaAssets::AudioEssence>();
-      default:
-        return std::make_unique<DataModel::MediaAssets::DataEssence>();
-    }
+    using namespace DataModel::MediaAssets;
+    if (Chance(3)) return std::make_unique<VideoEssence>();
+    if (Chance(2)) return std::make_unique<AudioEssence>();
+    return std::make_unique<DataEssence>();
   }
 
   void Change(DataModel::MediaAssets::Essence& essence) {
@@ -281,23 +255,15 @@ class RandomAssets {
     track.Channels().clear();
     for (auto& resource : asset.MediaResources()) {
       for (auto& stream : resource->Streams()) {
-        for (const auto& essence : stream->Essences())
-          AddChannels(track, stream, essence->Nr());
+        for (const auto& essence : stream->Essences()) {
+          for (auto count = Below(3); count > 0; --count) {
+            track.Channels().push_back(std::make_shared<DataModel::MediaAssets::TrackChannelToRemove>());
+            track.Channels().back()->Stream(stream);
+            track.Channels().back()->EssenceNr(essence->Nr());
+            track.Channels().back()->ChannelNr(2 * (Count() / 2) + static_cast<int32_t>(count) % 2);
+          }
+        }
       }
-    }
-  }
-
-  void AddChannels(DataModel::MediaAssets::Track& track,
-                   const DataModel::MediaAssets::StreamReference& stream, int32_t essenceNr) {
-    std::set<int32_t> numbers;
-    for (auto count = Below(3); count > 0; --count)
-      numbers.insert(Count());
-    for (const int32_t number : numbers) {
-      auto channel = std::make_shared<DataModel::MediaAssets::TrackChannelToRemove>();
-      channel->Stream(stream);
-      channel->EssenceNr(essenceNr);
-      channel->ChannelNr(number);
-      track.Channels().push_back(std::move(channel));
     }
   }
 

@@ -1,15 +1,13 @@
 #pragma once
 
-#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
-#include "Oru/DataModel/MediaAssets/AudioEssence.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-#include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
 
+#include "support/ClipBuilder.h"
 #include "support/SqlValues.h"
 
 #include <algorithm>
@@ -152,13 +150,11 @@ struct SharedClips {
     using namespace DataModel::MediaAssets;
     MediaAsset made{MediaAssetId(id)};
     made.Name("clip " + id);
-    made.PhysicalTimebounds().Insert(
-        TimePoints::TimeBounds(TimePoints::TimeBoundary(TimePoints::TimePoint::FromNanoseconds(1), false),
-                               TimePoints::TimeBoundary(TimePoints::TimePoint::FromNanoseconds(2), false)));
-    SetEntry(made.Metadata());
+    made.PhysicalTimebounds().Insert(BoundsOf(1, 2));
+    SetOneEntry(made.Metadata(), "value");
     if (HasAnnotation(id)) {
       made.Annotations().push_back(std::make_shared<Annotation>(AnnotationType::CuePoint, "cue"));
-      SetEntry(made.Annotations().back()->Metadata());
+      SetOneEntry(made.Annotations().back()->Metadata(), "value");
     }
     if (asset.server != 0) {
       const auto profile = std::make_shared<DapOperatorMetadataProfile>();
@@ -178,7 +174,7 @@ struct SharedClips {
     auto resource = std::make_shared<MediaResource>(MediaResourceId(id));
     for (int i = 0; i < StreamsOf(id); ++i) {
       auto stream = std::make_unique<Stream>(StreamId(id + "." + std::to_string(i)));
-      SetEntry(*stream->Metadata());
+      SetOneEntry(*stream->Metadata(), "value");
       for (int nr = 0; nr < EssencesOf(id); ++nr)
         stream->Essences().Add(std::make_unique<AudioEssence>());
       resource->Adopt(std::move(stream));
@@ -195,22 +191,13 @@ struct SharedClips {
   }
 
  private:
-  static void SetEntry(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadata) {
-    const auto profile = std::make_shared<BusinessEntityModel::BaseTypes::GenericMetadataProfile>("test");
-    profile->Set("key", "value");
-    metadata.Set(profile);
-  }
-
   static std::shared_ptr<DataModel::MediaAssets::Track> MakeTrack(const std::string& id,
                                                                   DataModel::MediaAssets::MediaAsset& asset) {
     using namespace DataModel::MediaAssets;
     auto track = std::make_shared<Track>(TrackId(id));
     for (auto& resource : asset.MediaResources()) {
       if (resource->Streams().empty()) continue;
-      auto channel = std::make_shared<TrackChannelToRemove>();
-      channel->Stream(resource->Streams().front());
-      channel->EssenceNr(0);
-      track->Channels().push_back(std::move(channel));
+      track->Channels().push_back(Channel(resource->Streams().front().Id().Value(), 0, 0));
       break;
     }
     return track;

@@ -62,13 +62,6 @@ class StoredGroups : public OpenDatabase {
     }
     return members;
   }
-  /// The keys of all stored items, those with an angle row, in order.
-  std::vector<std::string> ItemKeys() {
-    return Column(database,
-                  "SELECT key FROM MediaAssetGroupItem JOIN AnglesMediaAssetGroupItem ON key = "
-                  "refMediaAssetGroupItem ORDER BY key");
-  }
-
   DataModel::MediaAssets::Database::MediaAssetGroupTable& groups = database.GetMediaAssetGroupTable();
   DataModel::MediaAssets::Database::AnglesMediaAssetGroupTable& angles =
       database.GetAnglesMediaAssetGroupTable();

@@ -13,40 +13,35 @@ using Oru::DataModel::MediaAssets::VideoCodingFormat;
 using Oru::DataModel::MediaAssets::WrapperFormat;
 
 TEST(FormatMappingTest, TellsWrappersApart) {
-  struct Case {
-    const char* format;
-    const char* profile;
-    const char* company;
-    const char* commercialName;
-    const char* brands;
-    bool hasBroadcastExtension;
+  const struct {
+    const char *format, *profile, *company, *commercialName, *brands;
     WrapperFormat expected;
+  } cases[] = {
+      {"MXF", "OP-1a", "FFmpeg", "XDCAM HD422", "", WrapperFormat::MXFOP1a},
+      {"MXF", "OP-1a", "Sony", "XDCAM HD422", "", WrapperFormat::MXFOP1a_SonyXDCAM},
+      {"MXF", "OP-1b", "", "", "", WrapperFormat::MXFOP1b},
+      {"MXF", "OP-Atom", "Panasonic", "AVC-Intra 100", "", WrapperFormat::MXFOPAtom_P2},
+      {"MXF", "OP-Atom", "FFmpeg", "DNxHD 120", "", WrapperFormat::MXFOPAtom_Avid},
+      {"MPEG-4", "QuickTime", "", "", "qt  ", WrapperFormat::QuickTime},
+      {"MPEG-4", "Base Media", "", "", "isom/iso2/avc1/mp41", WrapperFormat::MP4},
+      {"MPEG-4", "Base Media", "", "", "M4A /isom/iso2", WrapperFormat::ISO_BMFF},
+      {"Wave", "", "", "", "", WrapperFormat::WAVE},
+      {"MPEG-TS", "", "", "", "", WrapperFormat::MPEGTS},
+      {"Matroska", "", "", "", "", WrapperFormat::unknown},
   };
-  const std::vector<Case> cases{
-      {"MXF", "OP-1a", "FFmpeg", "XDCAM HD422", "", false, WrapperFormat::MXFOP1a},
-      {"MXF", "OP-1a", "Sony", "XDCAM HD422", "", false, WrapperFormat::MXFOP1a_SonyXDCAM},
-      {"MXF", "OP-1b", "", "", "", false, WrapperFormat::MXFOP1b},
-      {"MXF", "OP-Atom", "Panasonic", "AVC-Intra 100", "", false, WrapperFormat::MXFOPAtom_P2},
-      {"MXF", "OP-Atom", "FFmpeg", "DNxHD 120", "", false, WrapperFormat::MXFOPAtom_Avid},
-      {"MPEG-4", "QuickTime", "", "", "qt  ", false, WrapperFormat::QuickTime},
-      {"MPEG-4", "Base Media", "", "", "isom/iso2/avc1/mp41", false, WrapperFormat::MP4},
-      {"MPEG-4", "Base Media", "", "", "M4A /isom/iso2", false, WrapperFormat::ISO_BMFF},
-      {"Wave", "", "", "", "", true, WrapperFormat::BWAVE},
-      {"Wave", "", "", "", "", false, WrapperFormat::WAVE},
-      {"MPEG-TS", "", "", "", "", false, WrapperFormat::MPEGTS},
-      {"Matroska", "", "", "", "", false, WrapperFormat::unknown},
-  };
-  for (const Case& c : cases) {
-    MediaReport report;
-    report.format = c.format;
-    report.formatProfile = c.profile;
-    report.company = c.company;
-    report.commercialName = c.commercialName;
-    report.compatibleBrands = c.brands;
-    report.hasBroadcastExtension = c.hasBroadcastExtension;
-    EXPECT_EQ(ToString(WrapperFormatOf(report)), ToString(c.expected))
-        << c.format << ' ' << c.profile << ' ' << c.company << ' ' << c.brands;
+  MediaReport report;
+  for (const auto& [format, profile, company, commercialName, brands, expected] : cases) {
+    report.format = format;
+    report.formatProfile = profile;
+    report.company = company;
+    report.commercialName = commercialName;
+    report.compatibleBrands = brands;
+    EXPECT_EQ(WrapperFormatOf(report), expected)
+        << format << ' ' << profile << ' ' << company << ' ' << brands;
   }
+  report.format = "Wave";
+  report.hasBroadcastExtension = true;
+  EXPECT_EQ(WrapperFormatOf(report), WrapperFormat::BWAVE);
 }
 
 TEST(FormatMappingTest, CallsABareElementaryStreamRaw) {
@@ -61,15 +56,10 @@ TEST(FormatMappingTest, CallsABareElementaryStreamRaw) {
 }
 
 TEST(FormatMappingTest, TellsVideoCodecsApart) {
-  struct Case {
-    const char* format;
-    const char* version;
-    const char* profile;
-    const char* commercialName;
-    const char* codecId;
+  const struct {
+    const char *format, *version, *profile, *commercialName, *codecId;
     VideoCodingFormat expected;
-  };
-  const std::vector<Case> cases{
+  } cases[] = {
       {"MPEG Video", "Version 1", "", "", "", VideoCodingFormat::MPEG1},
       {"MPEG Video", "Version 2", "Main@Main", "", "2", VideoCodingFormat::MPEG2},
       {"MPEG Video", "Version 2", "4:2:2@High", "XDCAM HD422", "", VideoCodingFormat::SonyXDCAMHD},
@@ -90,14 +80,14 @@ TEST(FormatMappingTest, TellsVideoCodecsApart) {
       {"RLE", "", "", "", "rle ", VideoCodingFormat::AppleQuickTimeRLE},
       {"Theora", "", "", "", "", VideoCodingFormat::unknown},
   };
-  for (const Case& c : cases) {
+  for (const auto& [format, version, profile, commercialName, codecId, expected] : cases) {
     VideoReport video;
-    video.format = c.format;
-    video.formatVersion = c.version;
-    video.formatProfile = c.profile;
-    video.commercialName = c.commercialName;
-    video.codecId = c.codecId;
-    EXPECT_EQ(ToString(VideoCodecOf(video)), ToString(c.expected)) << c.format << ' ' << c.profile;
+    video.format = format;
+    video.formatVersion = version;
+    video.formatProfile = profile;
+    video.commercialName = commercialName;
+    video.codecId = codecId;
+    EXPECT_EQ(VideoCodecOf(video), expected) << format << ' ' << profile;
   }
 }
 

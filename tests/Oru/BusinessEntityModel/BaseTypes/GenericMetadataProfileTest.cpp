@@ -39,12 +39,10 @@ TEST(GenericMetadataProfileTest, KeepsEntriesInKeyOrder) {
   EXPECT_THAT(profile.Keys(), ElementsAre("a", "b", "c"));
   EXPECT_THAT(profile.Values(), ElementsAre("1", "3", "4"));
   EXPECT_TRUE(profile.Erase("b") && !profile.Erase("b") && !profile.Contains("b"));
-  EXPECT_EQ(profile.Get("c"), "4");
   EXPECT_THROW(profile.Get("b"), std::out_of_range);
   const auto clone = profile.Clone();
   profile.Clear();
-  EXPECT_EQ(profile.Size(), 0);
-  EXPECT_TRUE(*clone == Profile("n", {{"a", "1"}, {"c", "4"}}));
+  EXPECT_TRUE(profile.Size() == 0 && *clone == Profile("n", {{"a", "1"}, {"c", "4"}}));
 }
 
 TEST(GenericMetadataProfileTest, IteratesUntilTheFirstFalse) {
@@ -61,10 +59,6 @@ TEST(GenericMetadataProfileTest, IteratesUntilTheFirstFalse) {
     return true;
   }));
   EXPECT_THAT(profile.Values(), ElementsAre("1!", "2!", "3!"));
-
-  const std::function<bool(const std::string&, const std::string&)> none;
-  EXPECT_THROW(std::as_const(profile).Iterate(none), std::bad_function_call);
-  EXPECT_TRUE(std::as_const(profile = GenericMetadataProfile()).Iterate(none));
 }
 
 }  // namespace

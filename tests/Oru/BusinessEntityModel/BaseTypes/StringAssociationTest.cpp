@@ -25,9 +25,7 @@ TEST(StringAssociationTest, MapsBothWaysAndSurvivesItsOriginal) {
 TEST(StringAssociationTest, TellsUnknownItems) {
   const Colours strict{{Colour::Red, "red"}};
   const Colours lenient({{Colour::Red, "red"}}, Colour::Red);
-  const Colours vain({{Colour::Red, "red"}}, Colour::Blue);
   EXPECT_THROW(static_cast<void>(strict.ToString(Colour::Blue)), std::out_of_range);
-  EXPECT_THROW(static_cast<void>(vain.ToString(Colour::Green)), std::out_of_range);
   EXPECT_TRUE(lenient.ToString(Colour::Blue) == "red" && lenient.ToEnum("Red") == Colour::Red);
   EXPECT_THAT(
       [&] { static_cast<void>(strict.ToEnum("Red")); },

@@ -52,13 +52,5 @@ TEST(Utf8StringTest, IsBuiltFromBytesAndComparesAsAString) {
   EXPECT_EQ(std::unordered_set<Utf8String>{text}.count(text), 1U);
 }
 
-TEST(Utf8StringTest, TakesATextByMoveWithoutACopy) {
-  std::string text(100, 'x');
-  const void* bytes = text.data();
-  Utf8String name;
-  name = std::move(text);
-  EXPECT_TRUE(name.data() == bytes);
-}
-
 }  // namespace
 }  // namespace Oru::BusinessEntityModel::BaseTypes

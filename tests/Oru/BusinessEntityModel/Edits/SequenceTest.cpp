@@ -16,7 +16,7 @@ TEST(SequenceTest, MetadataIsTakenByCopyOrByMove) {
   metadata.Set(profile);
   Sequence sequence;
   sequence.Metadata(metadata);
-  EXPECT_NE(&sequence.DapOperatorMetadata(), profile.get());
+  EXPECT_NE(&std::as_const(sequence).DapOperatorMetadata(), profile.get());
   sequence.Metadata(sequence.Metadata());
   EXPECT_TRUE(sequence.HasDapOperatorMetadata());
   sequence.Metadata(std::move(metadata));

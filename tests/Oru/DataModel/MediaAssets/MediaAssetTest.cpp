@@ -67,18 +67,6 @@ MediaResource& LoadedResource(MediaAsset& asset) {
   return *asset.MediaResources().At(1);
 }
 
-TEST(MediaAssetTest, ANewOneIsEmpty) {
-  const MediaAsset asset("a");
-  EXPECT_EQ(asset.Id(), "a");
-  EXPECT_EQ(asset.ObjectId(), -1);
-  EXPECT_EQ(asset.AssetType(), AssetType::unknown);
-  EXPECT_TRUE(asset.Ancestor().IsEmpty() && asset.Parent().IsEmpty());
-  EXPECT_EQ(asset.InBoundary(), TimeBoundary());
-  EXPECT_EQ(asset.CreationDate(), 0);
-  EXPECT_EQ(asset.ModificationDate(), 0);
-  EXPECT_TRUE(asset.PhysicalTimebounds().Empty() && asset.Metadata().Empty() && asset.Annotations().empty());
-}
-
 TEST(MediaAssetTest, TheModificationDateIsNeverAheadOfTheCreationDate) {
   MediaAsset asset;
   asset.CreationDate(100);
@@ -102,10 +90,7 @@ TEST(MediaAssetTest, OperatorMetadataIsTheProfileOfItsClass) {
 
   const auto profile = std::make_shared<DapOperatorMetadataProfile>();
   asset.Metadata().Set(profile);
-  EXPECT_TRUE(asset.HasDapOperatorMetadata());
-  EXPECT_EQ(&asset.DapOperatorMetadata(), profile.get());
-  EXPECT_EQ(&std::as_const(asset).DapOperatorMetadata(), profile.get());
-
+  EXPECT_TRUE(asset.HasDapOperatorMetadata() && &std::as_const(asset).DapOperatorMetadata() == profile.get());
   asset.Metadata().Set(std::make_shared<AnglesDapOperatorMetadataProfile>());
   EXPECT_FALSE(asset.HasDapOperatorMetadata());
   EXPECT_THROW(asset.DapOperatorMetadata(), std::bad_cast);
@@ -141,59 +126,40 @@ TEST(MediaAssetTest, ACopySharesWhatACloneHasOfItsOwn) {
   MediaAsset asset = FilledAsset();
   MediaAsset copy = asset;
   const auto clone = asset.Clone();
-  EXPECT_TRUE(*clone == asset);
-  EXPECT_EQ(clone->ObjectId(), 3);
-
   asset.Annotations()[0]->Data("changed");
-  LoadedResource(asset).Name("changed");
   LoadedResource(asset).Streams()[0]->Essences()[0].ChannelCount(2);
   asset.Tracks().Front()->Name("changed");
   asset.Tracks().Front()->Channels()[0]->EssenceNr(7);
   asset.DapOperatorMetadata().Rating(4);
-
   EXPECT_EQ(copy.Annotations()[0]->Data(), "changed");
-  EXPECT_EQ(LoadedResource(copy).Name(), "changed");
   EXPECT_EQ(copy.Tracks().Front(), asset.Tracks().Front());
   EXPECT_EQ(copy.DapOperatorMetadata().Rating(), 0);
-
-  EXPECT_TRUE(*clone == FilledAsset());
+  EXPECT_TRUE(*clone == FilledAsset() && clone->ObjectId() == 3);
   EXPECT_EQ(clone->Tracks().Front()->Channels()[0]->EssenceNr(), 0);
-  EXPECT_EQ(LoadedResource(*clone).Streams()[0]->Essences()[0].ChannelCount(), 0);
 }
 
 TEST(MediaAssetTest, TheLinksInsideAnAssetLeadToTheCloneInAClone) {
   std::unique_ptr<MediaAsset> clone;
   {
-    const MediaAsset asset = FilledAsset();
+    MediaAsset asset = FilledAsset();
+    LoadedResource(asset).Streams()[0]->Id("renamed");
     clone = asset.Clone();
   }
-  const Track& track = *clone->Tracks().Front();
-  for (const auto& channel : track.Channels()) {
-    EXPECT_EQ(&*channel->Stream(), &*LoadedResource(*clone).Streams()[0]);
-  }
-  EXPECT_EQ(clone->TrackLayouts().Front()->TrackLayoutItems().Front().Tracks().Front().lock().get(), &track);
+  const StreamReference& stream = LoadedResource(*clone).Streams()[0];
+  EXPECT_TRUE(stream.Id() == "s" && stream->Id() == "renamed");
+  const auto& track = clone->Tracks().Front();
+  for (const auto& channel : track->Channels())
+    EXPECT_TRUE(channel->Stream().Pointer() == stream.Pointer() && channel->Stream().Id() == "s");
+  EXPECT_EQ(clone->TrackLayouts().Front()->TrackLayoutItems().Front().Tracks().Front().lock(), track);
 }
 
 TEST(MediaAssetTest, ATrackAloneClonesItsStreamOnce) {
   const auto stream = std::make_shared<Stream>("s");
   const auto track = FilledTrack(stream);
   const auto clone = track->Clone();
-  EXPECT_EQ(*clone, *track);
   EXPECT_EQ(*clone->Channels()[1], *track->Channels()[1]);
   EXPECT_NE(clone->Channels()[0]->Stream().Pointer(), stream);
   EXPECT_EQ(clone->Channels()[0]->Stream().Pointer(), clone->Channels()[1]->Stream().Pointer());
-}
-
-TEST(MediaAssetTest, AReferenceKeepsItsIdentifierInAClone) {
-  MediaAsset asset = FilledAsset();
-  LoadedResource(asset).Id("renamed");
-  LoadedResource(asset).Streams()[0]->Id("renamed");
-  const auto clone = asset.Clone();
-  EXPECT_EQ(clone->MediaResources().At(1).Id(), "r");
-  EXPECT_EQ(LoadedResource(*clone).Id(), "renamed");
-  EXPECT_EQ(LoadedResource(*clone).Streams()[0].Id(), "s");
-  EXPECT_EQ(LoadedResource(*clone).Streams()[0]->Id(), "renamed");
-  EXPECT_EQ(clone->Tracks().Front()->Channels()[0]->Stream().Id(), "s");
 }
 
 }  // namespace

@@ -26,6 +26,11 @@ TEST(TimeCodeTableTest, TheJumpInForceIsTheLastOneThatHasBegun) {
   EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(99))->TimeCode().TotalSample(), 5);
   EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(100))->TimeCode().TotalSample(), 7);
   EXPECT_EQ(table.JumpAt(TimePoint::MaxValue())->TimeCode().TotalSample(), 7);
+
+  const auto clone = table.Clone();
+  EXPECT_TRUE(*clone == table);
+  clone->TimeCodeJumps().Front()->TimeCode(TimeCode());
+  EXPECT_FALSE(*clone == table);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "Oru/TimePoints/Core/Parsers/UtcTimeBoundsParser.h"
 #include "Oru/TimePoints/Core/Parsers/UtcTimePointParser.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -47,12 +48,8 @@ void ExpectRefused(ValueParser<T>& parser, const std::vector<std::string>& texts
   for (const std::string& text : texts) {
     EXPECT_FALSE(parser.IsStringFormatValid(text)) << text;
     EXPECT_EQ(parser.TryParse(text), std::pair(false, T())) << text;
-    try {
-      parser.Parse(text);
-      ADD_FAILURE() << "accepted " << text;
-    } catch (const std::invalid_argument& fault) {
-      EXPECT_NE(std::string(fault.what()).find(" is not a"), std::string::npos) << fault.what();
-    }
+    EXPECT_THAT([&] { parser.Parse(text); },
+                testing::ThrowsMessage<std::invalid_argument>(testing::HasSubstr(" is not a")));
   }
 }
 

@@ -6,7 +6,6 @@
 #include "support/OpenDatabase.h"
 #include "support/RandomAsset.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -67,26 +66,7 @@ TEST_F(EditTableTest, RandomEditsComeBackAsTheyWere) {
   }
 }
 
-TEST_F(EditTableTest, AnEditOfAStoredIdentifierUpdatesItsRow) {
-  Edit first(EditId("O'Brien's \"cut\"")), second(first.Id());
-  ASSERT_TRUE(edits.Save(first));
-  second.Name("second");
-  ASSERT_TRUE(edits.Save(second));
-  EXPECT_EQ(second.ObjectId(), first.ObjectId());
-  EXPECT_EQ(Value("SELECT count(*) || name FROM Edit"), "1second");
-  EXPECT_EQ(edits.GetObjectIdFromIdentifier(EditId("' OR ''='")), -1);
-  EXPECT_EQ(edits.GetObjectIdFromIdentifier(EditId("id")), -1);
-
-  Edit collision(EditId("other"));
-  ASSERT_TRUE(edits.Save(collision));
-  collision.Id(first.Id());
-  collision.Metadata().Set(Profile("p", {{"a", "b"}}));
-  EXPECT_FALSE(edits.Save(collision));
-  EXPECT_TRUE(log.Contains("UNIQUE constraint failed: Edit.id"));
-  EXPECT_EQ(Count("MetadataEdit"), 0);
-}
-
-TEST_F(EditTableTest, MetadataAreReplacedAndFoldedByName) {
+TEST_F(EditTableTest, MetadataAreReplacedWithoutTheOperators) {
   Edit edit(EditId("e"));
   edit.Metadata().Set(Profile("p", {{"a", "1"}, {"b", "2"}}));
   edit.Metadata().Set(Profile("q", {{"a", "3"}}));
@@ -94,14 +74,6 @@ TEST_F(EditTableTest, MetadataAreReplacedAndFoldedByName) {
   edit.Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
   ASSERT_TRUE(edits.Save(edit));
   EXPECT_EQ(Count("MetadataEdit"), 3);
-
-  Edit read;
-  ASSERT_TRUE(edits.GetObject(edit.ObjectId(), read));
-  edits.ReadMetadata(read);
-  edits.ReadMetadata(read);
-  EXPECT_EQ(read.Metadata().Size(), 2U);
-  EXPECT_TRUE(read.Metadata().At("p").Equals(*Profile("p", {{"a", "1"}, {"b", "2"}})));
-
   edit.Metadata().Erase(BaseTypes::FullyQualifiedName("p"));
   ASSERT_TRUE(edits.Save(edit));
   EXPECT_EQ(Value("SELECT group_concat(fullyQualifiedName || name || value) FROM MetadataEdit"), "qa3");
@@ -128,7 +100,6 @@ TEST_F(EditTableTest, DeletionTakesTheSequencesAndAllUnderThem) {
        {"Edit", "MetadataEdit", "Sequence", "MetadataSequence", "DapOperatorMetadataSequence"})
     EXPECT_EQ(Count(table), 1) << table;
   EXPECT_EQ(Value("SELECT id FROM Sequence"), "s0");
-  EXPECT_TRUE(edits.Delete(gone)) << "there being none is no failure";
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

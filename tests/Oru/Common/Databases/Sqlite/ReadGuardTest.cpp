@@ -72,12 +72,9 @@ TEST_F(ReadGuardTest, SeesTheSameStateInWalModeWhileOthersWrite) {
 TEST_F(ReadGuardTest, IsInertOnceEndedAndInsideATransaction) {
   {
     TransactionGuard transaction(db);
-    {
-      ReadGuard inside(db);
-      EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Note (text) VALUES ('d')"));
-      inside.End();
-    }
+    ReadGuard(db).End();
     EXPECT_TRUE(transaction.IsActive());
+    EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Note (text) VALUES ('d')"));
     transaction.Commit();
   }
   ReadGuard guard(db);

@@ -23,37 +23,29 @@ TEST(ViewStatementGeneratorTest, AViewSelectsByAliasAndIsCreatedWithIt) {
   EXPECT_EQ(view.StatementGenerator().GenerateSelectStatement(), "SELECT a, x, c FROM Other WHERE a > 1");
 }
 
-struct ClausesCase {
-  const char *where, *groupBy, *keyword;
-};
-
-class ViewStatementGeneratorClauses : public testing::TestWithParam<ClausesCase> {};
-
-TEST_P(ViewStatementGeneratorClauses, AFilterFollowsTheKeywordThatTheClausesNeedAndTwoBlanks) {
-  NoteView view;
-  view.whereClause = GetParam().where;
-  view.groupByClause = GetParam().groupBy;
-  view.SetSelect("S");
-  const ViewStatementGenerator<TestSupport::Note>& generator = view.StatementGenerator();
-  QuerySqlite query;
-  EXPECT_EQ(generator.GenerateSelectStatement(query), "S");
-  EXPECT_EQ(generator.GenerateSelectCountStatement(), "SELECT COUNT(*) FROM (S)");
-  EXPECT_EQ(generator.GenerateSelectCountStatement(query), "SELECT COUNT(*) FROM (S)");
-  query.OrderByAsc("a").OrderByDesc("b.c").Limit(3, 4);
-  EXPECT_EQ(generator.GenerateSelectStatement(query), "S ORDER BY a ASC, b.c DESC LIMIT 3 OFFSET 4");
-  query.Equals("a", 1);
-  const std::string keyword = GetParam().keyword;
-  EXPECT_EQ(generator.GenerateSelectStatement(query),
-            "S " + keyword + "  a = 1 ORDER BY a ASC, b.c DESC LIMIT 3 OFFSET 4");
-  EXPECT_EQ(generator.GenerateSelectStatement("other", query),
-            "other " + keyword + "  a = 1 ORDER BY a ASC, b.c DESC LIMIT 3 OFFSET 4");
-  EXPECT_EQ(generator.GenerateSelectCountStatement(query), "SELECT COUNT(*) FROM (S " + keyword + "  a = 1)");
+TEST(ViewStatementGeneratorTest, AFilterFollowsTheKeywordThatTheClausesNeedAndTwoBlanks) {
+  const struct {
+    const char *where, *groupBy;
+    std::string keyword;
+  } cases[] = {{"", "", "WHERE"}, {"a > 1", "", "AND"}, {"", "b", "HAVING"}, {"a > 1", "b", "HAVING"}};
+  for (const auto& [where, groupBy, keyword] : cases) {
+    NoteView view;
+    view.whereClause = where;
+    view.groupByClause = groupBy;
+    view.SetSelect("S");
+    const ViewStatementGenerator<TestSupport::Note>& generator = view.StatementGenerator();
+    QuerySqlite query;
+    EXPECT_EQ(generator.GenerateSelectStatement(query), "S");
+    EXPECT_EQ(generator.GenerateSelectCountStatement(query), "SELECT COUNT(*) FROM (S)");
+    query.OrderByAsc("a").OrderByDesc("b.c").Limit(3, 4);
+    EXPECT_EQ(generator.GenerateSelectStatement(query), "S ORDER BY a ASC, b.c DESC LIMIT 3 OFFSET 4");
+    query.Equals("a", 1);
+    EXPECT_EQ(generator.GenerateSelectStatement("other", query),
+              "other " + keyword + "  a = 1 ORDER BY a ASC, b.c DESC LIMIT 3 OFFSET 4");
+    EXPECT_EQ(generator.GenerateSelectCountStatement(query),
+              "SELECT COUNT(*) FROM (S " + keyword + "  a = 1)");
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, ViewStatementGeneratorClauses,
-                         testing::Values(ClausesCase{"", "", "WHERE"}, ClausesCase{"a > 1", "", "AND"},
-                                         ClausesCase{"", "b", "HAVING"},
-                                         ClausesCase{"a > 1", "b", "HAVING"}));
 
 TEST(ViewStatementGeneratorTest, AQueryNeedsASelectText) {
   NoteView view;

@@ -178,21 +178,4 @@ TEST_F(DataModelDatabaseTreeTest, EveryTableInsertsAndReadsInEachOpening) {
   EXPECT_EQ(RowsOf(database.GetSequenceTable()), 6) << "those of no edit";
 }
 
-TEST_F(DataModelDatabaseTreeTest, AccessorsReachGroupsAndEdits) {
-  MediaAssetGroupTable& groups = database.GetMediaAssetGroupTable();
-  EXPECT_EQ(&database.GetAnglesMediaAssetGroupTable(), &groups.GetAnglesMediaAssetGroupTable());
-  EXPECT_EQ(&database.GetMediaAssetGroupItemTable(), &groups.GetMediaAssetGroupItemTable());
-  EXPECT_EQ(&database.GetAnglesMediaAssetGroupItemTable(),
-            &groups.GetMediaAssetGroupItemTable().GetAnglesMediaAssetGroupItemTable());
-  EXPECT_EQ(&database.GetSequenceTable(), &database.GetEditTable().GetSequenceTable());
-  // A part of the database object itself, and not the one that the asset table has for its clean-up.
-  const auto address = [](const auto& object) { return reinterpret_cast<std::uintptr_t>(&object); };
-  EXPECT_TRUE(address(groups) > address(database) && address(groups) < address(database) + sizeof(database));
-  for (Common::Databases::Database* attached :
-       {&groups.GetDatabase(), &groups.GetAnglesMediaAssetGroupTable().GetDatabase(),
-        &database.GetAnglesMediaAssetGroupItemTable().GetDatabase(), &database.GetEditTable().GetDatabase(),
-        &database.GetSequenceTable().GetDapOperatorProfileTable().GetDatabase()})
-    EXPECT_EQ(attached, &database);
-}
-
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -113,11 +113,6 @@ TEST_F(UnusedRowsTest, SavesOfAGroupDoNotPileUpNotes) {
   for (int i = 0; i < 50; ++i)
     ASSERT_TRUE(database.GetMediaAssetGroupTable().Save(group));
   EXPECT_EQ(TestSupport::Value(database, "SELECT count(*) FROM temp.UnlinkedMediaAssetGroup"), "1");
-  ASSERT_TRUE(assets.CleanUpDependentData());
-  EXPECT_EQ(TestSupport::Value(database, "SELECT count(*) FROM MediaAssetGroup"), "1");
-  group.Items().clear();
-  ASSERT_TRUE(database.GetMediaAssetGroupTable().Save(group) && assets.CleanUpDependentData());
-  EXPECT_EQ(TestSupport::Value(database, "SELECT count(*) FROM MediaAssetGroup"), "0");
 }
 
 // Each thread deletes through a table of its own while others do and one saves groups, begins and ends

@@ -64,16 +64,6 @@ TEST(TimeCodeBuilderTest, TheFirstFaultIsNamed) {
   }
 }
 
-TEST(TimeCodeBuilderTest, CountsSamplesSince1900) {
-  EXPECT_EQ(At(50).Year(1900).Build(), TimeCode());
-  EXPECT_EQ(At(50).Date(2000, 1, 1).Build().TotalSample(), 157783680000);
-  EXPECT_EQ(At(60, true).Date(2000, 1, 1).ClockTime(3, 59, 59, 59).Build().TotalSample(), 189151938719);
-  EXPECT_EQ(At(25).Build().TotalSample(), 55224720000);
-  EXPECT_EQ(At(30, true).Year(1900).ClockTime(0, 1, 0, 2).Build().TotalSample(), 1800);
-  EXPECT_EQ(At(30, true).Year(1900).ClockTime(0, 10, 0, 0).Build().TotalSample(), 17982);
-  EXPECT_EQ(At(25).Year(1900).ClockTime(0, 0, 1, -3).Build().TotalSample(), 22);
-}
-
 TEST(TimeCodeBuilderTest, YearAndDateGiveADateMonthAndDayDoNot) {
   EXPECT_FALSE(TimeCodeBuilder().Month(2).Day(3).Build().HasDate());
   EXPECT_EQ(TimeCodeBuilder().Month(2).Day(3).Build(), TimeCodeBuilder().Build());
