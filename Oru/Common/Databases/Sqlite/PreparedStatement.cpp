@@ -18,9 +18,10 @@ int PreparedStatement::Prepare(sqlite3* handle, const char* text, int length, un
                                sqlite3_stmt** statement, const char** behind) {
   const int code = sqlite3_prepare_v3(handle, text, length, flags, statement, behind);
   // A statement that needs the full-text index may be the first to find that another connection has changed
-  // the schema. SQLite 3.40 then reads the schema anew in the midst of the statement, and knows none of its
-  // tables. The next try finds them.
-  return code == SQLITE_ERROR ? sqlite3_prepare_v3(handle, text, length, flags, statement, behind) : code;
+  // the schema. Taking up the index then reads the schema anew in the midst of the statement, which knows
+  // none of its tables any more, and SQLite 3.40 gives up at the second such try. The next one finds them.
+  return (code & 0xFF) == SQLITE_SCHEMA ? sqlite3_prepare_v3(handle, text, length, flags, statement, behind)
+                                        : code;
 }
 
 PreparedStatement::PreparedStatement(sqlite3_stmt* statement)

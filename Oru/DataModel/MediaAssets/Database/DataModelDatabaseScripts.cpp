@@ -394,10 +394,6 @@ const std::string DataModelDatabase::viewStatements = "\n\n";
 
 // Without these, every read by owner, every cascade and every clean-up would walk whole tables. Owners that
 // lead a primary key or a unique constraint need none.
-//
-// At the end the full-text index, which the reading anew has let go, is taken up again. SQLite 3.40 fails
-// with "no such table: MediaAsset" when a deletion is the first to need it and another opening has set the
-// version.
 const std::string DataModelDatabase::lookupIndexStatements = R"sql(
 BEGIN IMMEDIATE TRANSACTION lookup;
 PRAGMA writable_schema = RESET;
@@ -414,7 +410,6 @@ CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataZuServerId ON DapOperatorMet
 CREATE INDEX IF NOT EXISTS LookupAnnotationRefMediaAsset ON Annotation(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupSequenceEditRef ON Sequence(editRef);
 CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataSequenceZuServerId ON DapOperatorMetadataSequence(zuServerId);
-SELECT rowid FROM MediaAssetFts LIMIT 0;
 COMMIT TRANSACTION lookup;
 )sql";
 
