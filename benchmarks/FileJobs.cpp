@@ -159,6 +159,10 @@ void MeasureConnections(const std::string& folder, std::ostream& out) {
       constexpr int size = 1000;
       int count = 0;
       FillUpTo(site, count, size);
+      std::vector<MediaAsset> bare = MakeClips(count, 20);
+      count += 20;
+      const double saveBare =
+          Median(ElapsedSeconds, 20, [&](int i) { site.Jobs().Save(bare[static_cast<std::size_t>(i)]); });
       const double saveAlone = NewClips(count, 100, 1).CostOfOne(site, ElapsedSeconds);
       const double saveTogether = NewClips(count, 7, 100).CostOfOne(site, ElapsedSeconds);
       const auto ids = SomeIds(size);
@@ -168,8 +172,9 @@ void MeasureConnections(const std::string& folder, std::ostream& out) {
       const double guarded =
           Median(ElapsedSeconds, 500, [&](int i) { ReadDeep(site, ids[static_cast<std::size_t>(i)]); });
       out << separator << "  {\"journal\": \"" << journal << "\", \"synchronous\": \"" << synchronous
-          << "\", \"save_alone\": " << saveAlone << ", \"save_in_100\": " << saveTogether
-          << ", \"deep_unguarded\": " << unguarded << ", \"deep_guarded\": " << guarded << "}";
+          << "\", \"save_bare\": " << saveBare << ", \"save_alone\": " << saveAlone
+          << ", \"save_in_100\": " << saveTogether << ", \"deep_unguarded\": " << unguarded
+          << ", \"deep_guarded\": " << guarded << "}";
       separator = ",\n";
     }
   }

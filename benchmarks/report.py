@@ -60,10 +60,11 @@ def growth(path):
 
 
 def connections(path):
-    print(f"{'journal':<9}{'synchronous':<13}{'save alone us':>14}{'save in 100 us':>16}"
+    # A save without a transaction, in one of its own, as one of a hundred in one.
+    print(f"{'journal':<9}{'synchronous':<13}{'bare save us':>13}{'save alone us':>15}{'save in 100 us':>16}"
           f"{'deep us':>10}{'deep guarded us':>17}")
     for row in load(path):
-        print(f"{row['journal']:<9}{row['synchronous']:<13}{row['save_alone']:>14.0f}{row['save_in_100']:>16.0f}"
+        print(f"{row['journal']:<9}{row['synchronous']:<13}{row['save_bare']:>13.0f}{row['save_alone']:>15.0f}{row['save_in_100']:>16.0f}"
               f"{row['deep_unguarded']:>10.0f}{row['deep_guarded']:>17.0f}")
 
 
