@@ -1,0 +1,343 @@
+// A file that somebody has damaged or changed may be refused, or read and written in part: by exceptions and
+// log entries, without a crash, a hang or a look beyond its memory.
+//
+// An input is a list of changes to a sound file, one a line. The bytes of a file would be a poor input: most
+// of them are text or blanks, where a change comes to nothing, and SQLite refuses almost every other change
+// before a line of the libraries has run. Changes to single values, by a plain connection, get past that: to
+// rows that are well-formed and hold what the libraries would never have written.
+#include "Oru/Common/Databases/Sqlite/ObjectCursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
+
+#include "reliability/Clips.h"
+#include "support/AssetFields.h"
+#include "support/AssetReading.h"
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <sqlite3.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+using namespace Oru;
+using namespace Oru::Common::Databases::Sqlite;
+using DataModel::MediaAssets::MediaAsset;
+using DataModel::MediaAssets::Database::DataModelDatabase;
+
+namespace {
+
+using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
+
+void Run(sqlite3* handle, const std::string& sql) {
+  sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr);
+}
+
+struct ColumnName {
+  std::string table, column;
+};
+
+// The sound file: two clips, a group of both, an edit and its sequence, a property.
+class SoundFile {
+ public:
+  SoundFile() {
+    const std::string path = mDirectory.File("sound.db");
+    DataModelDatabase db(path, nullptr);
+    db.Open();
+    for (const char* id : {"a", "b"}) {
+      MediaAsset clip = Reliability::MakeClip(id, 1);
+      db.GetMediaAssetTable().Save(clip);
+    }
+    auto group = Reliability::MakeGroup("g", 1, {"a", "b"});
+    db.GetAnglesMediaAssetGroupTable().Save(group);
+    db.ExecuteStatement(
+        "INSERT INTO Edit VALUES (1, 'e', 'edit', 1, 'x', 2, 'y');"
+        "INSERT INTO MetadataEdit VALUES (1, 'p', 'n', 'v');"
+        "INSERT INTO Sequence VALUES (1, 's', 'sequence', 1, 5, 1, 0, 1, 'x', 2, 'y', 1);"
+        "INSERT INTO MetadataSequence VALUES (1, 'p', 'n', 'v');"
+        "INSERT INTO DapOperatorMetadataSequence VALUES (1, 10, 1, 1, 1, 'u', 'v', 1, 1, 1, 1, 1, 1, 1, 1);"
+        "INSERT INTO Props VALUES (1, 'p', 'v', 1);"
+        // Others' files may lack what keeps odd values out; small pages make for more structure.
+        "PRAGMA writable_schema = ON;"
+        "UPDATE sqlite_schema SET sql = replace(sql, ' not null', '') WHERE type = 'table';"
+        "PRAGMA writable_schema = RESET; PRAGMA page_size = 1024; VACUUM");
+    for (CursorSqlite cursor(
+             db,
+             "SELECT m.name, c.name FROM sqlite_schema m, pragma_table_info(m.name) c"
+             " WHERE m.type = 'table' AND m.sql NOT LIKE 'CREATE VIRTUAL%'"
+             " UNION ALL SELECT 'sqlite_schema', name FROM pragma_table_info('sqlite_schema')");
+         cursor.Step();) {
+      mColumns.push_back({cursor.GetString(0), cursor.GetString(1)});
+    }
+    db.Close();
+    mContent = TestSupport::FileContent(path);
+    if (mColumns.size() < 150 || mContent.empty()) abort();
+  }
+
+  const std::string& Content() const { return mContent; }
+  const ColumnName& Column(unsigned number) const { return mColumns[number % mColumns.size()]; }
+  std::string DamagedPath() const { return mDirectory.File("damaged.db"); }
+
+ private:
+  const TestSupport::TemporaryDirectory mDirectory;
+  std::string mContent;
+  std::vector<ColumnName> mColumns;
+};
+
+const SoundFile& Sound() {
+  static const SoundFile file;
+  return file;
+}
+
+// One line of an input: a letter, three numbers and a text, each empty where the line is too short.
+struct Change {
+  explicit Change(const std::string& line) : text(line.size() > 4 ? line.substr(4) : "") {
+    for (std::size_t i = 0; i < 4 && i < line.size(); ++i)
+      head[i] = static_cast<unsigned char>(line[i]);
+  }
+  unsigned head[4] = {};
+  std::string text;
+
+  enum Kind { Drop, Cut, Bytes, Value };
+  /// By the letters v (value), b (bytes), d (drop) and c (cut), and others as they come.
+  Kind WhichKind() const {
+    switch (head[0] % 8) {
+      case 'c' % 8:
+        return Cut;
+      case 'd' % 8:
+        return Drop;
+      case 'b' % 8:
+        return Bytes;
+      default:
+        return Value;
+    }
+  }
+};
+
+// Gives one column of one row, or of all rows, a value of any type.
+void SetValue(sqlite3* handle, const Change& change) {
+  const auto& [table, column] = Sound().Column(change.head[1]);
+  const std::string sql =
+      "UPDATE OR IGNORE \"" + table + "\" SET \"" + column + "\" = ?1" +
+      (change.head[2] % 2 ? " WHERE rowid = " + std::to_string(change.head[2] / 2 % 16) : std::string());
+  sqlite3_stmt* statement = nullptr;
+  if (sqlite3_prepare_v2(handle, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) return;
+  const std::string& text = change.text;
+  const int size = static_cast<int>(text.size());
+  constexpr int64_t edges[] = {std::numeric_limits<int64_t>::min(),
+                               std::numeric_limits<int64_t>::max(),
+                               std::numeric_limits<int32_t>::min(),
+                               std::numeric_limits<int32_t>::max(),
+                               std::numeric_limits<uint32_t>::max(),
+                               -1,
+                               0,
+                               1};
+  switch (change.head[3] % 8) {
+    case 'i' % 8:
+      sqlite3_bind_int64(statement, 1, std::atoll(text.c_str()));
+      break;
+    case 'e' % 8:
+      sqlite3_bind_int64(statement, 1, edges[text.empty() ? 0 : text[0] & 7]);
+      break;
+    case 'r' % 8:
+      sqlite3_bind_double(statement, 1, std::atof(text.c_str()));
+      break;
+    case 't' % 8:
+      sqlite3_bind_text(statement, 1, text.c_str(), size, SQLITE_STATIC);
+      break;
+    case 'n' % 8:
+      break;
+    case 'x' % 8:
+      sqlite3_bind_blob(statement, 1, text.c_str(), size, SQLITE_STATIC);
+      break;
+    default: {
+      int64_t number = 0;
+      std::memcpy(&number, text.data(), std::min(text.size(), sizeof number));
+      sqlite3_bind_int64(statement, 1, number);
+    }
+  }
+  sqlite3_step(statement);
+  sqlite3_finalize(statement);
+}
+
+void ChangeSchema(sqlite3* handle, const Change& change) {
+  const auto& [table, column] = Sound().Column(change.head[1]);
+  switch (change.head[2] % 4) {
+    case 0:
+      Run(handle, "ALTER TABLE \"" + table + "\" DROP COLUMN \"" + column + "\"");
+      break;
+    case 1:
+      Run(handle, "DROP TABLE \"" + table + "\"");
+      break;
+    case 2:
+      Run(handle, "ALTER TABLE \"" + table + "\" RENAME TO Other; CREATE VIEW \"" + table +
+                      "\" AS SELECT * FROM Other UNION ALL SELECT * FROM Other");
+      break;
+    default:
+      Run(handle, "DELETE FROM \"" + table + "\"");
+  }
+}
+
+void SetBytes(std::string& content, const Change& change) {
+  // The structure of a page is at its head.
+  constexpr std::size_t pageSize = 1024;
+  const std::size_t page = (change.head[1] + 256 * (change.head[2] % 2)) * pageSize,
+                    place = change.head[2] % 4 < 2 ? change.head[3] : change.head[3] * 4;
+  for (std::size_t i = 0; i < change.text.size() && !content.empty(); ++i)
+    content[(page + place + i) % content.size()] = change.text[i];
+}
+
+std::string Damaged(const std::string& input) {
+  std::vector<Change> changes;
+  std::istringstream lines(input);
+  for (std::string line; std::getline(lines, line) && changes.size() < 16;)
+    changes.emplace_back(line);
+
+  // The rows first: behind damaged bytes SQLite would refuse to change any.
+  std::string content = Sound().Content();
+  sqlite3* opened = nullptr;
+  sqlite3_open(":memory:", &opened);
+  const Handle handle(opened, sqlite3_close);
+  auto* copy = static_cast<unsigned char*>(sqlite3_malloc64(content.size()));
+  std::memcpy(copy, content.data(), content.size());
+  const auto size = static_cast<sqlite3_int64>(content.size());
+  sqlite3_deserialize(opened, "main", copy, size, size,
+                      SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE);
+  Run(opened, "PRAGMA ignore_check_constraints = ON; PRAGMA writable_schema = ON");
+  for (const Change& change : changes) {
+    if (change.WhichKind() == Change::Value) SetValue(opened, change);
+    if (change.WhichKind() == Change::Drop) ChangeSchema(opened, change);
+  }
+  sqlite3_int64 length = 0;
+  const std::unique_ptr<unsigned char, void (*)(void*)> image(sqlite3_serialize(opened, "main", &length, 0),
+                                                              sqlite3_free);
+  if (image) content.assign(reinterpret_cast<const char*>(image.get()), static_cast<std::size_t>(length));
+
+  for (const Change& change : changes) {
+    if (change.WhichKind() == Change::Bytes) SetBytes(content, change);
+    if (change.WhichKind() == Change::Cut) content.resize(content.size() * (change.head[1] % 128) / 128);
+  }
+  return content;
+}
+
+template <class Action>
+void Try(const Action& action) {
+  try {
+    action();
+  } catch (const std::exception&) {
+  }
+}
+
+// What a walk gives, up to its end, an exception or enough.
+template <class Entity, class Table>
+std::vector<std::shared_ptr<Entity>> Walk(Table& table) {
+  std::vector<std::shared_ptr<Entity>> found;
+  Try([&] {
+    QuerySqlite all;
+    ObjectCursorSqlite<Entity, Entity> cursor;
+    table.OpenObjectCursor(cursor, all);
+    for (auto entity = std::make_shared<Entity>(); found.size() < 8 && cursor.Next(*entity);
+         entity = std::make_shared<Entity>()) {
+      found.push_back(entity);
+    }
+  });
+  return found;
+}
+
+void UseClips(DataModelDatabase& db) {
+  auto& assets = db.GetMediaAssetTable();
+  for (const auto& clip : Walk<MediaAsset>(assets)) {
+    Try([&] { assets.ReadTimebounds(*clip); });
+    Try([&] { assets.ReadMetadata(*clip); });
+    Try([&] { assets.ReadDapOperatorMetadata(*clip); });
+    Try([&] { assets.ReadAnnotations(*clip); });
+    Try([&] { assets.ReadMediaResources(*clip); });
+    Try([&] { assets.ReadTrack(*clip); });
+    for (const auto& resource : clip->MediaResources()) {
+      for (const auto& stream : resource->Streams()) {
+        for (const auto& essence : stream->Essences())
+          Try([&] { db.GetEssenceTable().ReadMetadata(*essence); });
+      }
+    }
+    Try([&] { TestSupport::ReadLazy(db, clip->ObjectId()); });
+    // Whatever was read is a whole object.
+    using TestSupport::AssetFields;
+    const auto clone = clip->Clone();
+    if (!AssetFields::Of(*clip).FirstDifference(AssetFields::Of(*clone)).empty() || !(*clip == *clone))
+      abort();
+    Try([&] { clip->DapOperatorMetadata().UserTimecode().ToString(TimePoints::ClockTimeCodeFormatter()); });
+    Try([&] { assets.Save(*clip); });
+  }
+}
+
+void UseGroupsAndEdits(DataModelDatabase& db) {
+  using namespace BusinessEntityModel::Edits;
+  auto& groups = db.GetMediaAssetGroupTable();
+  for (const bool lazy : {true, false}) {
+    for (const auto& group :
+         Walk<DataModel::MediaAssets::AnglesMediaAssetGroup>(db.GetAnglesMediaAssetGroupTable())) {
+      Try([&] { groups.ReadAnglesMediaAssetGroupItems(*group, lazy); });
+      Try([&] { db.GetAnglesMediaAssetGroupTable().ReadDapOperatorProfileTable(*group); });
+      Try([&] { db.GetAnglesMediaAssetGroupTable().Save(*group); });
+    }
+  }
+  for (const auto& edit : Walk<Edit>(db.GetEditTable())) {
+    Try([&] { db.GetEditTable().ReadMetadata(*edit); });
+    Try([&] { db.GetEditTable().Save(*edit); });
+  }
+  auto& sequences = db.GetSequenceTable();
+  for (const auto& sequence : Walk<Sequence>(sequences)) {
+    Try([&] { sequences.ReadMetadata(*sequence); });
+    Try([&] { sequences.ReadDapOperatorProfileTable(*sequence); });
+    Try([&] { sequences.Save(*sequence); });
+  }
+  Walk<Common::Databases::Property>(db.GetProperties());
+}
+
+void Use(DataModelDatabase& db) {
+  UseClips(db);
+  UseGroupsAndEdits(db);
+  Try([&] { TestSupport::Column(db, "SELECT * FROM MediaAssetFts WHERE MediaAssetFts MATCH 'v1'"); });
+  auto& assets = db.GetMediaAssetTable();
+  MediaAsset clip = Reliability::MakeClip("b", 2), fresh = Reliability::MakeClip("c", 1);
+  Try([&] { assets.Save(clip); });
+  Try([&] { assets.Save(fresh); });
+  Try([&] { assets.DeleteByServerId(DataModel::MediaAssets::ZuServerId(10)); });
+  Try([&] { assets.Delete(clip); });
+  Try([&] { assets.CleanUpDependentData(); });
+}
+
+}  // namespace
+
+// SQLite allocates and frees so much that a long memory of it all would take half the time.
+extern "C" const char* __asan_default_options() {
+  return "quarantine_size_mb=8:malloc_context_size=4";
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  const std::string path = Sound().DamagedPath();
+  Reliability::Restore(path, "");
+  std::ofstream(path, std::ios::binary) << Damaged({reinterpret_cast<const char*>(data), size});
+  TestSupport::CapturedLog log;
+  DataModelDatabase db("file:" + path + "?_busy_timeout=0&_synchronous=off&_journal_mode=memory",
+                       log.Stream());
+  Try([&] { db.Open(); });
+  if (!db.IsOpen()) return 0;
+  // Half of the inputs in a transaction, which is faster; the other half see what each statement leaves
+  // behind.
+  std::optional<TransactionGuard> transaction;
+  if (size % 2 == 1) Try([&] { transaction.emplace(db); });
+  Use(db);
+  if (transaction) Try([&] { transaction->Commit(); });
+  return 0;
+}
