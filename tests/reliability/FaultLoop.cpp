@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <memory>
 
 namespace Oru::Reliability {
@@ -228,7 +229,10 @@ int RunFaultLoop(const FaultJob& job, const FaultSource& source) {
     if (job.isWhole) {
       EXPECT_EQ(Dump(path), newDump);
     }
-    if (testing::Test::HasFailure() || (n > 0 && failed == 0)) return failures;
+    const bool isPastTheLast = n > 0 && failed == 0;
+    if (isPastTheLast && IsLong())
+      std::cout << job.name << '?' << source.options << ": " << n - 1 << " steps\n";
+    if (testing::Test::HasFailure() || isPastTheLast) return failures;
   }
 }
 
