@@ -107,6 +107,7 @@ int CursorSqlite::StepOnce() {
   } else if (code == SQLITE_DONE) {
     mPosition = Position::BehindRows;
   } else {
+    GetDatabase().NoteFailure(code);
     // The next step starts over.
     mPosition = Position::AheadOfRows;
     mHasFailed = true;

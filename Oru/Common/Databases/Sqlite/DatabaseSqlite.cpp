@@ -97,6 +97,7 @@ void DatabaseSqlite::Close() {
   mStatements = std::make_unique<StatementCache>();
   mInTransaction = false;
   mIsReading = false;
+  mHasLackedMemory = false;
   // What is left are statements that somebody made on the handle itself. The connection goes for good once
   // they are finalised; until then the file stays in use, and that must not go unnoticed.
   if (sqlite3_close(mHandle) != SQLITE_OK) {
@@ -117,6 +118,7 @@ void DatabaseSqlite::BeginTransaction() {
   std::string error = "the database is not open";
   if (IsOpen()) {
     const HandleLock lock(mHandle);
+    RecoverFromShortMemory();
     if (HasLostTransaction()) {
       error = LostTransactionText;
     } else if (sqlite3_db_readonly(mHandle, "main") == 1) {
@@ -207,7 +209,20 @@ bool DatabaseSqlite::HasLostTransaction() const {
   return mInTransaction && sqlite3_get_autocommit(mHandle) != 0;
 }
 
-const char* DatabaseSqlite::Refusal(bool isReadOnly) const {
+void DatabaseSqlite::NoteFailure(int code) {
+  if ((code & 0xFF) == SQLITE_NOMEM) mHasLackedMemory = true;
+}
+
+// The full-text index keeps the sums of its texts in memory. SQLite 3.40 leaves them wrong when it lacks
+// memory while it reads them, and stores them wrong with the next text. Reading the schema anew makes it drop
+// them.
+void DatabaseSqlite::RecoverFromShortMemory() {
+  if (!mHasLackedMemory || IsInTransaction()) return;
+  if (RunPlain("PRAGMA writable_schema = RESET")) mHasLackedMemory = false;
+}
+
+const char* DatabaseSqlite::Refusal(bool isReadOnly) {
+  RecoverFromShortMemory();
   return isReadOnly || !HasLostTransaction() ? nullptr : LostTransactionText;
 }
 
@@ -273,14 +288,19 @@ std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
   do
     code = sqlite3_step(statement);
   while (code == SQLITE_ROW);
-  if (code != SQLITE_DONE) return sqlite3_errmsg(mHandle);
+  if (code != SQLITE_DONE) {
+    NoteFailure(code);
+    return sqlite3_errmsg(mHandle);
+  }
   // A statement that succeeds and leaves no transaction behind is itself the end of the one there was.
   if (wasInTransaction && !IsInTransaction()) mInTransaction = mIsReading = false;
   return {};
 }
 
 bool DatabaseSqlite::RunPlain(const char* statement) {
-  return sqlite3_exec(mHandle, statement, nullptr, nullptr, nullptr) == SQLITE_OK;
+  const int code = sqlite3_exec(mHandle, statement, nullptr, nullptr, nullptr);
+  NoteFailure(code);
+  return code == SQLITE_OK;
 }
 
 void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {

@@ -116,8 +116,12 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // Whether SQLite rolled back the transaction that the caller still believes open. Writing on would store
   // one by one what was meant to be stored together.
   bool HasLostTransaction() const;
-  // Why a statement must not be stepped now, null if it may. To be asked with the handle locked.
-  const char* Refusal(bool isReadOnly) const;
+  // Why a statement must not be stepped now, null if it may. To be asked with the handle locked, ahead of the
+  // first step of each run.
+  const char* Refusal(bool isReadOnly);
+  // To be told SQLite's code of each step that failed, with the handle locked.
+  void NoteFailure(int code);
+  void RecoverFromShortMemory();
 
   std::string mLogSource;
   std::shared_ptr<std::ostream> mLog;
@@ -132,6 +136,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   uint64_t mTransactionNumber = 0;
   int64_t mChangesAtBegin = 0;
   uint64_t mReadingNumber = 0;
+  bool mHasLackedMemory = false;
   bool mIsReading = false;
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
