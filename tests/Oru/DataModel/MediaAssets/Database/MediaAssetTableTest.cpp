@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -120,17 +121,12 @@ TEST_F(MediaAssetTableTest, QueriesAndRawRowsReachTheColumnsOfTheSelectAlone) {
 TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
   const int64_t key = SavedClip();
   MediaAsset asset = TestSupport::ReadDeep(database, key);
-  using Reading = void (MediaAssetTable::*)(MediaAsset&);
-  for (const Reading read : {&MediaAssetTable::ReadTimebounds, &MediaAssetTable::ReadMediaResources,
-                             &MediaAssetTable::ReadMediaResourcesLazy, &MediaAssetTable::ReadTrack,
-                             &MediaAssetTable::ReadTrackLazy}) {
-    try {
-      (assets.*read)(asset);
-      ADD_FAILURE() << "elements were read twice";
-    } catch (const std::runtime_error& refusal) {
-      EXPECT_STREQ(refusal.what(), doublesMessage);
-    }
-  }
+  const std::function<void()> readings[] = {
+      [&] { assets.ReadTimebounds(asset); }, [&] { assets.ReadMediaResources(asset); },
+      [&] { assets.ReadMediaResourcesLazy(asset); }, [&] { assets.ReadTrack(asset); },
+      [&] { assets.ReadTrackLazy(asset); }};
+  for (const auto& read : readings)
+    EXPECT_THAT(read, testing::ThrowsMessage<std::runtime_error>(doublesMessage));
   assets.ReadMetadata(asset);
   assets.ReadDapOperatorMetadata(asset);
   EXPECT_TRUE(TestSupport::IsStored(database, asset));
