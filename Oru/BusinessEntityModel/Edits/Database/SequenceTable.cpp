@@ -1,7 +1,6 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
 #include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
 #include "Oru/Common/Databases/Sqlite/ReadRows.h"
 
 #include <memory>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/OwnedRows.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
@@ -29,12 +30,17 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   int32_t GetColumnsCount() const override { return static_cast<int32_t>(Derived::columnNames.size()); }
   const std::string& GetObjectIdColumnName() const override { return Derived::columnNames[0]; }
 
-  /// The text that selects the rows of one owner, whose key is its parameter; for tables with an owner.
+  /// The text that selects the rows of one owner, whose key is its parameter; empty for a table whose rows
+  /// have no owner.
   const std::string& GetOwnedSelectStatement() const { return ownedSelectStatement; }
-  /// Deletes the rows of the owner with that key; for tables with an owner. That there are none is no
-  /// failure.
+  /// Deletes the rows of the owner with that key. That there are none is no failure.
   /// @return false, with a log entry, when the database refuses
-  bool DeleteOwned(int64_t ownerKey) { return ownedDeletion->Run(this->AttachedDatabase(), ownerKey); }
+  /// @throws InvalidOperationException for a table whose rows have no owner
+  bool DeleteOwned(int64_t ownerKey) {
+    DatabaseSqlite& db = this->AttachedDatabase();
+    if (!ownedDeletion) throw InvalidOperationException();
+    return ownedDeletion->Run(db, ownerKey);
+  }
 
  protected:
   /// Says in which column the key of a row's owner stands. For constructors, behind `GenerateStatements`.

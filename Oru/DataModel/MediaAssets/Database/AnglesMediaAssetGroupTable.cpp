@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 
 #include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
 #include "Oru/Common/Databases/Sqlite/ReadRows.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 
