@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 
 namespace Oru::Benchmarks {
 
@@ -27,6 +28,7 @@ class ScratchFile {
   ~ScratchFile() { Remove(); }
 
   std::string Uri(const std::string& options) const { return "file:" + path + "?" + options; }
+  const std::string& Path() const { return path; }
 
  private:
   void Remove() const {
@@ -62,11 +64,12 @@ void SaveTogether(Jobs& jobs, std::vector<MediaAsset>& clips) {
   jobs.Commit();
 }
 
-// Identifiers all over a file of that many clips.
-std::vector<DataModel::MediaAssets::MediaAssetId> SomeIds(int size) {
+// Identifiers all over a file of that many clips; others for another offset, so that no reader finds what the
+// one ahead of it has brought in.
+std::vector<DataModel::MediaAssets::MediaAssetId> SomeIds(int size, int offset = 0) {
   std::vector<DataModel::MediaAssets::MediaAssetId> ids;
   for (int i = 0; i < 1000; ++i)
-    ids.push_back(ClipId(static_cast<int>(int64_t{i} * 7919 % size)));
+    ids.push_back(ClipId(static_cast<int>((int64_t{i} * 7919 + offset) % size)));
   return ids;
 }
 
@@ -81,10 +84,27 @@ void DropLookupIndexes(sqlite3* handle) {
     Connection::Execute(handle, "DROP INDEX " + name);
 }
 
-void ReadDeep(LibrarySite& site, const DataModel::MediaAssets::MediaAssetId& id) {
+template <class Jobs>
+void ReadDeep(Jobs& jobs, const DataModel::MediaAssets::MediaAssetId& id) {
   MediaAsset clip;
-  site.Jobs().ReadDeep(site.Jobs().FindKey(id), clip);
+  jobs.ReadDeep(jobs.FindKey(id), clip);
 }
+
+/// One state of the file for several reads, by either side.
+class Reading {
+ public:
+  explicit Reading(LibrarySite& site) : guard(std::make_unique<ReadGuard>(site.Database())) {}
+  explicit Reading(RivalSite& site) : handle(site.Handle()) { Connection::Execute(handle, "BEGIN"); }
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+  ~Reading() {
+    if (handle) sqlite3_exec(handle, "COMMIT", nullptr, nullptr, nullptr);
+  }
+
+ private:
+  std::unique_ptr<ReadGuard> guard;
+  sqlite3* handle = nullptr;
+};
 
 /// Saves clips that no file of this program holds yet, in batches of one transaction each.
 class NewClips {
@@ -94,7 +114,8 @@ class NewClips {
       batches.push_back(MakeClips(storedCount, batchSize));
   }
 
-  double CostOfOne(LibrarySite& site, double (*seconds)()) {
+  template <class Site>
+  double CostOfOne(Site& site, double (*seconds)()) {
     const double median = Median(seconds, static_cast<int>(batches.size()), [&](int i) {
       SaveTogether(site.Jobs(), batches[static_cast<std::size_t>(i)]);
     });
@@ -113,18 +134,40 @@ void FillUpTo(LibrarySite& site, int& count, int size) {
   }
 }
 
+// How many pages the connection has had to ask the system for since the last call.
+int PagesRead(sqlite3* handle) {
+  int count = 0;
+  int highest = 0;
+  sqlite3_db_status(handle, SQLITE_DBSTATUS_CACHE_MISS, &count, &highest, 1);
+  return count;
+}
+
 // As a JSON object; the file holds a few clips more afterwards.
-void MeasureAtSize(LibrarySite& site, int size, bool hasIndexes, int& nextNumber, std::ostream& out) {
-  const auto ids = SomeIds(size);
+template <class Site>
+void MeasureAtSize(Site& site, const std::string& side, int size, bool hasIndexes, int& nextNumber,
+                   std::ostream& out) {
+  const auto ids = SomeIds(size, side == "library" ? 0 : size / 2);
   const auto id = [&](int i) { return ids[static_cast<std::size_t>(i)]; };
   const double find = Median(ThreadSeconds, 1000, [&](int i) { site.Jobs().FindKey(id(i)); });
+  int deepReads = 0;
+  PagesRead(site.Handle());
   const double deep = Median(ThreadSeconds, 300, [&](int i) {
-    const ReadGuard reading(site.Database());
-    ReadDeep(site, id(i));
+    const Reading reading(site);
+    ReadDeep(site.Jobs(), id(i));
+    ++deepReads;
   });
+  const double pages = static_cast<double>(PagesRead(site.Handle())) / deepReads;
   const double save = NewClips(nextNumber, 5, hasIndexes ? 100 : 10).CostOfOne(site, ThreadSeconds);
-  out << "  {\"clips\": " << size << ", \"indexes\": " << (hasIndexes ? "true" : "false")
-      << ", \"find\": " << find << ", \"save\": " << save << ", \"read_deep\": " << deep << "}";
+  out << "  {\"clips\": " << size << ", \"side\": \"" << side
+      << "\", \"indexes\": " << (hasIndexes ? "true" : "false") << ", \"find\": " << find
+      << ", \"save\": " << save << ", \"read_deep\": " << deep << ", \"pages_of_deep\": " << pages << "}";
+}
+
+// By hand and with the connection that a program without options gets.
+void MeasureByHand(const ScratchFile& file, int size, int& nextNumber, std::ostream& out) {
+  RivalSite site(file.Path());
+  Connection::Execute(site.Handle(), "PRAGMA synchronous = NORMAL");
+  MeasureAtSize(site, "rival", size, true, nextNumber, out);
 }
 
 }  // namespace
@@ -137,12 +180,14 @@ void MeasureGrowth(const std::string& folder, const std::vector<int>& sizes, int
   for (const int size : sizes) {
     FillUpTo(site, count, size);
     out << separator;
-    MeasureAtSize(site, size, true, count, out);
     separator = ",\n";
+    MeasureAtSize(site, "library", size, true, count, out);
+    out << separator;
+    MeasureByHand(file, size, count, out);
     if (size <= largest) {
       DropLookupIndexes(site.Handle());
       out << separator;
-      MeasureAtSize(site, size, false, count, out);
+      MeasureAtSize(site, "library", size, false, count, out);
       site.Database().Create();
     }
     out.flush();
@@ -166,11 +211,11 @@ void MeasureConnections(const std::string& folder, std::ostream& out) {
       const double saveAlone = NewClips(count, 100, 1).CostOfOne(site, ElapsedSeconds);
       const double saveTogether = NewClips(count, 7, 100).CostOfOne(site, ElapsedSeconds);
       const auto ids = SomeIds(size);
-      const double unguarded =
-          Median(ElapsedSeconds, 500, [&](int i) { ReadDeep(site, ids[static_cast<std::size_t>(i)]); });
+      const double unguarded = Median(
+          ElapsedSeconds, 500, [&](int i) { ReadDeep(site.Jobs(), ids[static_cast<std::size_t>(i)]); });
       const ReadGuard reading(site.Database());
-      const double guarded =
-          Median(ElapsedSeconds, 500, [&](int i) { ReadDeep(site, ids[static_cast<std::size_t>(i)]); });
+      const double guarded = Median(ElapsedSeconds, 500,
+                                    [&](int i) { ReadDeep(site.Jobs(), ids[static_cast<std::size_t>(i)]); });
       out << separator << "  {\"journal\": \"" << journal << "\", \"synchronous\": \"" << synchronous
           << "\", \"save_bare\": " << saveBare << ", \"save_alone\": " << saveAlone
           << ", \"save_in_100\": " << saveTogether << ", \"deep_unguarded\": " << unguarded

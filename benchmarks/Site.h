@@ -28,15 +28,19 @@ class LibrarySite {
   Library side;
 };
 
-/// The same tables in a file on a connection of its own, and the rival's side of the jobs on it.
+/// A plain connection to a file with the library's tables, and the rival's side of the jobs on it.
 class RivalSite {
  public:
   using Side = Rival;
 
+  /// On tables of its own, in memory.
   RivalSite() : connection(":memory:") {
     CopyTables(LibrarySite().Handle(), connection);
     side = std::make_unique<Rival>(connection.Handle());
   }
+  /// On a file that has the tables.
+  explicit RivalSite(const std::string& file)
+      : connection(file), side(std::make_unique<Rival>(connection.Handle())) {}
 
   Rival& Jobs() { return *side; }
   sqlite3* Handle() const { return connection.Handle(); }

@@ -53,10 +53,13 @@ def ratios(path, result_path):
 
 
 def growth(path):
-    print(f"{'clips':>9} {'look-up indexes':<16}{'find us':>10}{'save us':>10}{'read deep us':>14}")
+    print(f"{'clips':>9} {'by':<9}{'look-up indexes':<16}{'find us':>10}{'save us':>10}{'read deep us':>14}"
+          f"{'pages of it':>13}")
     for row in load(path):
         indexes = "with" if row["indexes"] else "without"
-        print(f"{row['clips']:>9} {indexes:<16}{row['find']:>10.1f}{row['save']:>10.1f}{row['read_deep']:>14.1f}")
+        side = "library" if row["side"] == "library" else "hand"
+        print(f"{row['clips']:>9} {side:<9}{indexes:<16}{row['find']:>10.1f}{row['save']:>10.1f}{row['read_deep']:>14.1f}"
+              f"{row['pages_of_deep']:>13.1f}")
 
 
 def connections(path):
@@ -85,7 +88,7 @@ SERIES = [("find", "find a key", "#1b7f4b"), ("save", "save new", "#b3541e"), ("
 
 
 def chart(path, svg_path):
-    rows = load(path)
+    rows = [row for row in load(path) if row["side"] == "library"]
     clips = [row["clips"] for row in rows]
     costs = [row[key] for row in rows for key, _, _ in SERIES]
     powers_x = range(math.floor(math.log10(min(clips))), math.ceil(math.log10(max(clips))) + 1)
