@@ -98,7 +98,7 @@ void CursorSqlite::Reset(DatabaseSqlite& db, const std::string& select, const st
 
 int CursorSqlite::StepOnce() {
   const int code = sqlite3_step(mStatement);
-  if (mPosition == Position::AheadOfRows) {
+  if (mPosition != Position::OnRow) {
     mPrepared->NoticeNewPreparation();
     mLastColumn = 0;
   }
@@ -108,8 +108,7 @@ int CursorSqlite::StepOnce() {
     mPosition = Position::BehindRows;
   } else {
     GetDatabase().NoteFailure(code);
-    // The next step starts over.
-    mPosition = Position::AheadOfRows;
+    mPosition = Position::Failed;
     mHasFailed = true;
   }
   return code;
@@ -391,8 +390,10 @@ bool CursorSqlite::Bind(int32_t number, bool value) {
 }
 
 bool CursorSqlite::Bind(int32_t number, const std::string& value) {
-  return MayBind(number) && IsBound(sqlite3_bind_text64(mStatement, number, value.data(), value.size(),
-                                                        SQLITE_TRANSIENT, SQLITE_UTF8));
+  if (!MayBind(number)) return false;
+  // A statement that has been stepped still looks at the values that it has, and takes no other.
+  if (!mPrepared || mPosition != Position::AheadOfRows) return IsBound(SQLITE_MISUSE);
+  return IsBound(mPrepared->BindText(number, value));
 }
 
 bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {

@@ -120,7 +120,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
  private:
   friend class OpenCursors;
 
-  enum class Position : uint8_t { AheadOfRows, OnRow, BehindRows };
+  // Behind a failure the next step starts over.
+  enum class Position : uint8_t { AheadOfRows, OnRow, BehindRows, Failed };
 
   void Prepare(const std::string& select);
   int StepOnce();

@@ -5,6 +5,13 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
+namespace {
+
+// What a statement may hold on to for each parameter while it waits for its next use.
+constexpr std::size_t LongestKeptText = 256;
+
+}  // namespace
+
 std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, const char* text,
                                                               std::size_t length, bool isKept) {
   sqlite3_stmt* statement = nullptr;
@@ -54,6 +61,18 @@ void PreparedStatement::NoticeNewPreparation() {
   if (preparations == mPreparations) return;
   mPreparations = preparations;
   ReadColumns();
+}
+
+int PreparedStatement::BindText(int number, const std::string& text) {
+  const auto place = static_cast<std::size_t>(number) - 1;
+  // A number that isn't one of the parameters is SQLite's to refuse.
+  if (text.size() > LongestKeptText || place >= mParameters.Size()) {
+    return sqlite3_bind_text64(mStatement, number, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+  }
+  if (mTexts.empty()) mTexts.resize(mParameters.Size());
+  std::string& kept = mTexts[place];
+  kept = text;
+  return sqlite3_bind_text64(mStatement, number, kept.data(), kept.size(), SQLITE_STATIC, SQLITE_UTF8);
 }
 
 void PreparedStatement::Rewind() {

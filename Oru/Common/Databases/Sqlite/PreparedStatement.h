@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -42,6 +44,13 @@ class PreparedStatement {
   /// has changed. To be called behind the first step of a run.
   void NoticeNewPreparation();
 
+  /// Binds a text, of which the statement keeps a copy. The copy takes the place of that parameter's last
+  /// one, so that a row written again and again needs no new memory. Only for a statement that is rewound and
+  /// waits for its values.
+  /// @param number  the parameter, from 1
+  /// @return SQLite's result code
+  int BindText(int number, const std::string& text);
+
   /// Rewinds; also clears the bindings, unless they are the values of a text whose literals were lifted.
   void Rewind();
   /// Rewinds and clears, to serve the next user.
@@ -62,6 +71,8 @@ class PreparedStatement {
   int mPreparations = 0;
   NameIndex mColumns;
   NameIndex mParameters;
+  // The texts that are bound, by parameter.
+  std::vector<std::string> mTexts;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite
