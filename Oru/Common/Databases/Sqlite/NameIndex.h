@@ -28,21 +28,15 @@ class NameIndex {
   /// The place of a name, from 0; of the first when several are the same, -1 when there is none.
   /// @param last  the place behind the name that was found before, 0 at first; set to that behind this one
   int Find(const std::string& name, std::size_t& last) {
-    std::size_t& follower = mFollowers[last];
-    if (follower < mNames.size() && mNames[follower] == name) return Found(follower, last);
-    for (std::size_t place = 0; place < mNames.size(); ++place) {
-      if (mNames[place] != name) continue;
-      follower = place;
-      return Found(place, last);
-    }
-    return -1;
-  }
-
- private:
-  static int Found(std::size_t place, std::size_t& last) {
+    const std::size_t place = mFollowers[last];
+    if (place >= mNames.size() || mNames[place] != name) return Search(name, last);
     last = place + 1;
     return static_cast<int>(place);
   }
+
+ private:
+  // The same as `Find` by a walk through all names, whose result is learned.
+  int Search(const std::string& name, std::size_t& last);
 
   std::vector<std::string> mNames;
   // What was looked up behind each place, and at first.
