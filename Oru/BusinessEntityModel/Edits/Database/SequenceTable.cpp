@@ -67,7 +67,7 @@ void SequenceTable::ReadMetadata(Sequence& sequence) {
 }
 
 void SequenceTable::ReadDapOperatorProfileTable(Sequence& sequence) {
-  const std::string& select = dapOperatorProfileTable.GetOwnedSelectStatement();
+  auto& select = dapOperatorProfileTable.OwnedSelect();
   using Profile = DapOperatorMetadataProfile;
   const auto name = DapOperatorMetadataProfile::StaticFullyQualifiedName();
   if (sequence.Metadata().Contains(name)) {

@@ -44,6 +44,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   std::string GetColumnName(int32_t index) const override;
   int32_t GetColumnIndex(const std::string& name) const override;
   bool IsOpened() const override { return mStatement != nullptr; }
+  /// Whether the cursor is open on that database.
+  bool IsOpenedOn(const DatabaseSqlite& db) const { return IsOpened() && &GetDatabase() == &db; }
 
   bool IsNull(const std::string& name) const override;
   bool Get(const std::string& name, int64_t& out) const override;

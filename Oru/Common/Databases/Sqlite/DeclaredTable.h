@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
 #include "Oru/Common/Databases/Sqlite/OwnedRows.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
@@ -30,9 +31,9 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   int32_t GetColumnsCount() const override { return static_cast<int32_t>(Derived::columnNames.size()); }
   const std::string& GetObjectIdColumnName() const override { return Derived::columnNames[0]; }
 
-  /// The text that selects the rows of one owner, whose key is its parameter; empty for a table whose rows
+  /// What selects the rows of one owner, whose key is its parameter; without a text for a table whose rows
   /// have no owner.
-  const std::string& GetOwnedSelectStatement() const { return ownedSelectStatement; }
+  KeptSelect<T>& OwnedSelect() { return ownedSelect; }
   /// Deletes the rows of the owner with that key. That there are none is no failure.
   /// @return false, with a log entry, when the database refuses
   /// @throws InvalidOperationException for a table whose rows have no owner
@@ -46,12 +47,12 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   /// Says in which column the key of a row's owner stands. For constructors, behind `GenerateStatements`.
   void OwnerStandsIn(const std::string& column) {
     QuerySqlite owned = OwnedBy(column);
-    ownedSelectStatement = this->StatementGenerator().GenerateSelectStatement(owned);
+    ownedSelect = KeptSelect<T>(this->StatementGenerator().GenerateSelectStatement(owned));
     ownedDeletion = std::make_unique<OwnedRowsDeletion>(GetTableName(), column);
   }
 
  private:
-  std::string ownedSelectStatement;
+  KeptSelect<T> ownedSelect;
   std::unique_ptr<OwnedRowsDeletion> ownedDeletion;
 };
 

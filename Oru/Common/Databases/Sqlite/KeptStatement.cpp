@@ -10,8 +10,7 @@ KeptStatement::KeptStatement(std::string text) : mText(std::move(text)) {}
 
 KeptStatement::Run::Run(KeptStatement& statement, DatabaseSqlite& db)
     : mLock(db), mCursor(statement.mCursor) {
-  const bool isReady = mCursor.IsOpened() && &mCursor.GetDatabase() == &db;
-  if (!isReady) mCursor.Reset(db, statement.mText, std::string());
+  if (!mCursor.IsOpenedOn(db)) mCursor.Reset(db, statement.mText, std::string());
 }
 
 KeptStatement::Run::~Run() {

@@ -57,6 +57,8 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
   std::string GetColumnName(int32_t index) const override { return cursorSqlite.GetColumnName(index); }
   int32_t GetColumnIndex(const std::string& name) const override { return cursorSqlite.GetColumnIndex(name); }
   bool IsOpened() const override { return cursorSqlite.IsOpened(); }
+  /// Whether the cursor is open on that database.
+  bool IsOpenedOn(const DatabaseSqlite& db) const { return cursorSqlite.IsOpenedOn(db); }
   bool IsNull(const std::string& name) const override { return cursorSqlite.IsNull(name); }
   bool Get(const std::string& name, int64_t& out) const override { return cursorSqlite.Get(name, out); }
   bool Get(const std::string& name, uint64_t& out) const override { return cursorSqlite.Get(name, out); }

@@ -51,7 +51,7 @@ bool AnglesMediaAssetGroupTable::Delete(const Identifier& groupId) {
 
 void AnglesMediaAssetGroupTable::ReadDapOperatorProfileTable(AnglesMediaAssetGroup& obj) {
   using Profile = AnglesDapOperatorMetadataProfile;
-  const std::string& select = dapOperatorProfileTable.GetOwnedSelectStatement();
+  auto& select = dapOperatorProfileTable.OwnedSelect();
   if (obj.Metadata().Contains(Profile::StaticFullyQualifiedName())) {
     auto& held = dynamic_cast<Profile&>(obj.Metadata().At(Profile::StaticFullyQualifiedName()));
     Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, obj.ObjectId(), held);

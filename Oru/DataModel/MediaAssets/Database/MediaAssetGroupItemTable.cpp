@@ -25,13 +25,16 @@ const std::array<std::string, 3> MediaAssetGroupItemTable::columnNames = {"key",
                                                                           "refMediaAsset"};
 
 MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
-    : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(assets.GetDatabase())), mediaAssetTable(assets) {
+    : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(assets.GetDatabase())),
+      mediaAssetTable(assets),
+      lazyAsset(lazyMediaAssetQuery) {
   GenerateStatements();
   OwnerStandsIn(columnNames[1]);
   anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
-  Sqlite::QuerySqlite assetOfItem;
-  assetOfItem.In("key", tableName, columnNames[2], Sqlite::OwnedBy(columnNames[0]));
-  assetOfItemStatement = mediaAssetTable.StatementGenerator().GenerateSelectStatement(assetOfItem);
+  Sqlite::QuerySqlite query;
+  query.In("key", tableName, columnNames[2], Sqlite::OwnedBy(columnNames[0]));
+  assetOfItem =
+      Sqlite::KeptSelect<MediaAsset>(mediaAssetTable.StatementGenerator().GenerateSelectStatement(query));
 }
 
 MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
@@ -49,7 +52,8 @@ bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int6
 }
 
 void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem) {
-  Sqlite::CursorSqlite cursor(AttachedDatabase(), lazyMediaAssetQuery);
+  Sqlite::KeptStatement::Run run(lazyAsset, AttachedDatabase());
+  Sqlite::CursorSqlite& cursor = run.Cursor();
   Sqlite::BindValues(cursor, groupItem.ObjectId());
   const Identifier id(cursor.Step() ? cursor.GetString(0) : std::string());
   groupItem.MediaAsset(MediaAssetReference(id));
@@ -57,7 +61,7 @@ void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem
 
 void MediaAssetGroupItemTable::ReadMediaAsset(MediaAssetGroupItem& groupItem) {
   auto asset = std::make_shared<MediaAsset>(Identifier::Empty());
-  Sqlite::ReadFirst<MediaAsset>(mediaAssetTable, assetOfItemStatement, groupItem.ObjectId(), *asset);
+  Sqlite::ReadFirst<MediaAsset>(mediaAssetTable, assetOfItem, groupItem.ObjectId(), *asset);
   groupItem.MediaAsset(MediaAssetReference(std::move(asset)));
 }
 

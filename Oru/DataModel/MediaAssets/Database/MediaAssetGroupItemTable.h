@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/GroupItemEncapsulated.h"
@@ -61,7 +63,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
  private:
   MediaAssetTable& mediaAssetTable;
   std::unique_ptr<AnglesMediaAssetGroupItemTable> anglesMediaAssetGroupItemTable;
-  std::string assetOfItemStatement;
+  Common::Databases::Sqlite::KeptSelect<MediaAsset> assetOfItem;
+  Common::Databases::Sqlite::KeptStatement lazyAsset;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

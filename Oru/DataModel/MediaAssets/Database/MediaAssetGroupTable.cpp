@@ -28,9 +28,9 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
   mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);
   Sqlite::QuerySqlite items = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1]);
   items.OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
-  itemsStatement = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable()
-                       .StatementGenerator()
-                       .GenerateSelectStatement(items);
+  AnglesMediaAssetGroupItemTable& angles = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable();
+  itemsOfGroup = Sqlite::KeptSelect<AnglesMediaAssetGroupItem>(
+      angles.StatementGenerator().GenerateSelectStatement(items));
 }
 
 MediaAssetGroupTable::~MediaAssetGroupTable() = default;
@@ -46,7 +46,7 @@ bool MediaAssetGroupTable::Save(MediaAssetGroup& obj, bool lazy) {
 
 void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, bool lazy) {
   Sqlite::ReadEachNew(
-      mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable(), itemsStatement, obj.ObjectId(),
+      mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable(), itemsOfGroup, obj.ObjectId(),
       [] { return std::make_shared<AnglesMediaAssetGroupItem>(); },
       [&](std::shared_ptr<AnglesMediaAssetGroupItem> item) {
         if (lazy) {

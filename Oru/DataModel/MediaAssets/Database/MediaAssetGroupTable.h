@@ -2,8 +2,10 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
+#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
 #include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/MediaAssetGroup.h"
@@ -66,7 +68,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
  private:
   std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;
   std::unique_ptr<MediaAssetGroupItemTable> mediaAssetGroupItemTable;
-  std::string itemsStatement;
+  Common::Databases::Sqlite::KeptSelect<AnglesMediaAssetGroupItem> itemsOfGroup;
   mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 

@@ -58,13 +58,13 @@ const std::string lazyMediaResourceQuery =
     "SELECT id FROM MediaResource WHERE key IN(SELECT refMediaResource FROM RelationMediaAssetMediaResource "
     "WHERE refMediaAsset = ?);";
 
-// The select text of the rows of a table that a link table ties to an asset, whose key is its parameter.
+// What selects the rows of a table that a link table ties to an asset, whose key is its parameter.
 template <class T>
-std::string SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
-                         const std::string& linkColumn) {
+Sqlite::KeptSelect<T> SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
+                                   const std::string& linkColumn) {
   Sqlite::QuerySqlite query;
   query.In("key", linkTable, linkColumn, Sqlite::OwnedBy("refMediaAsset"));
-  return table.StatementGenerator().GenerateSelectStatement(query);
+  return Sqlite::KeptSelect<T>(table.StatementGenerator().GenerateSelectStatement(query));
 }
 
 // Deletes the rows of a table that no link refers to.
@@ -98,18 +98,20 @@ const std::array<std::string, 13> MediaAssetTable::columnNames = {"key",
                                                                   "creationDate"};
 
 MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db)
-    : DeclaredTable(db), keyByIdentifier("SELECT key FROM MediaAsset WHERE id = :id") {
+    : DeclaredTable(db),
+      lazyResources(lazyMediaResourceQuery),
+      keyByIdentifier("SELECT key FROM MediaAsset WHERE id = :id") {
   GenerateStatements();
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
-  linkedResourcesStatement = SelectLinked<MediaResource>(*mediaResouceTable, RelationMediasTable::tableName,
-                                                         RelationMediasTable::columnNames[1]);
+  linkedResources = SelectLinked<MediaResource>(*mediaResouceTable, RelationMediasTable::tableName,
+                                                RelationMediasTable::columnNames[1]);
   relationMediasTable = std::make_unique<RelationMediasTable>(db);
   dapOperatorMetadataTable = std::make_unique<DapOperatorMetadataTable>(db);
   metadataTable = std::make_unique<MetadataTable>("MetadataMediaAsset", db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaAsset", db);
   trackTable = std::make_unique<TrackTable>(db);
-  linkedTracksStatement = SelectLinked<Track>(*trackTable, RelationAssetTrackTable::tableName,
-                                              RelationAssetTrackTable::columnNames[1]);
+  linkedTracks = SelectLinked<Track>(*trackTable, RelationAssetTrackTable::tableName,
+                                     RelationAssetTrackTable::columnNames[1]);
   relationAssetTrackTable = std::make_unique<RelationAssetTrackTable>(db);
   annotationTable = std::make_unique<AnnotationTable>(db);
   // Last: it is given this table, which must be whole by then.
@@ -229,9 +231,8 @@ std::shared_ptr<DapOperatorMetadataProfile> MediaAssetTable::OperatorProfile(Med
 void MediaAssetTable::ReadDapOperatorMetadata(MediaAsset& mediaAsset) {
   const auto held = OperatorProfile(mediaAsset);
   const auto profile = held ? held : std::make_shared<DapOperatorMetadataProfile>();
-  Sqlite::ReadFirst<DapOperatorMetadataProfile>(*dapOperatorMetadataTable,
-                                                dapOperatorMetadataTable->GetOwnedSelectStatement(),
-                                                mediaAsset.ObjectId(), *profile);
+  Sqlite::ReadFirst<DapOperatorMetadataProfile>(
+      *dapOperatorMetadataTable, dapOperatorMetadataTable->OwnedSelect(), mediaAsset.ObjectId(), *profile);
   if (!held) mediaAsset.Metadata().Set(profile);
   ReadDapOperatorKeyword(mediaAsset);
 }
@@ -243,7 +244,7 @@ void MediaAssetTable::ReadDapOperatorKeyword(MediaAsset& mediaAsset) {
     mediaAsset.Metadata().Set(profile);
   }
   DapOperatorKeywordsTable& keywords = GetDapOperatorKeywordsTable();
-  Sqlite::ReadEach(keywords, keywords.GetOwnedSelectStatement(), mediaAsset.ObjectId(),
+  Sqlite::ReadEach(keywords, keywords.OwnedSelect(), mediaAsset.ObjectId(),
                    [&](const KeywordEncapsulated& row) {
                      profile->Keyword(static_cast<unsigned int>(row.nr), row.value);
                    });
@@ -251,7 +252,7 @@ void MediaAssetTable::ReadDapOperatorKeyword(MediaAsset& mediaAsset) {
 
 void MediaAssetTable::ReadAnnotations(MediaAsset& mediaAsset) {
   Sqlite::ReadEachNew(
-      *annotationTable, annotationTable->GetOwnedSelectStatement(), mediaAsset.ObjectId(),
+      *annotationTable, annotationTable->OwnedSelect(), mediaAsset.ObjectId(),
       [] { return std::make_shared<Annotation>(); },
       [&](std::shared_ptr<Annotation> annotation) {
         ReadMetadata(annotation->ObjectId(), *annotation);
@@ -265,7 +266,7 @@ void MediaAssetTable::ReadMetadata(int64_t id, Annotation& annotation) {
 
 void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
   Sqlite::ReadEachNew(
-      *mediaResouceTable, linkedResourcesStatement, mediaAsset.ObjectId(),
+      *mediaResouceTable, linkedResources, mediaAsset.ObjectId(),
       [] { return std::make_shared<MediaResource>(Identifier::Empty()); },
       [&](std::shared_ptr<MediaResource> resource) {
         mediaResouceTable->ReadMetadata(*resource);
@@ -276,7 +277,8 @@ void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
 }
 
 void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
-  Sqlite::CursorSqlite cursor(AttachedDatabase(), lazyMediaResourceQuery);
+  Sqlite::KeptStatement::Run run(lazyResources, AttachedDatabase());
+  Sqlite::CursorSqlite& cursor = run.Cursor();
   Sqlite::BindValues(cursor, mediaAsset.ObjectId());
   while (cursor.Step()) {
     mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(Identifier(cursor.GetString(0))));
@@ -286,7 +288,7 @@ void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
 template <class ReadChannels>
 void MediaAssetTable::ReadTracks(MediaAsset& mediaAsset, ReadChannels readChannels) {
   Sqlite::ReadEachNew(
-      *trackTable, linkedTracksStatement, mediaAsset.ObjectId(), [] { return std::make_shared<Track>(); },
+      *trackTable, linkedTracks, mediaAsset.ObjectId(), [] { return std::make_shared<Track>(); },
       [&](const std::shared_ptr<Track>& track) {
         readChannels(*track);
         mediaAsset.Tracks().Insert(track);

@@ -59,7 +59,7 @@ void MediaResourceTable::ReadStreamsLazy(MediaResource& mediaResource) {
 void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) {
   Sqlite::ViewSqlite<PersistentObject>& streams = *streamTable;
   Sqlite::ReadEachNew(
-      streams, streamTable->GetOwnedSelectStatement(), mediaResource.ObjectId(),
+      streams, streamTable->OwnedSelect(), mediaResource.ObjectId(),
       [] { return std::make_unique<Stream>(); },
       [&](std::unique_ptr<Stream> stream) {
         streamTable->ReadTimebounds(*stream);

@@ -57,8 +57,7 @@ bool MetadataTable::DeleteOnKey(int64_t key) {
 }
 
 void MetadataTable::Read(int64_t fk, MetadataProfileDictionary& metadataDictionary) {
-  Sqlite::ReadEach(*this, GetOwnedSelectStatement(), fk,
-                   [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
+  Sqlite::ReadEach(*this, OwnedSelect(), fk, [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
 }
 
 void MetadataTable::Fold(MetadataProfileDictionary& metadataDictionary, const MetadataRow& row) {

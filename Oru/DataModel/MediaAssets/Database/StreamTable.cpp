@@ -32,7 +32,7 @@ void ReadEssencesOfKind(KindTable& kindTable, int64_t streamKey,
                         std::vector<std::unique_ptr<Essence>>& essences) {
   Sqlite::ViewSqlite<PersistentObject>& rows = kindTable;
   Sqlite::ReadEachNew(
-      rows, kindTable.GetOwnedSelectStatement(), streamKey, [] { return std::make_unique<Kind>(); },
+      rows, kindTable.OwnedSelect(), streamKey, [] { return std::make_unique<Kind>(); },
       [&](std::unique_ptr<Kind> essence) { essences.push_back(std::move(essence)); });
 }
 

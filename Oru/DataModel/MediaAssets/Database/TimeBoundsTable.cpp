@@ -35,8 +35,7 @@ bool TimeBoundsTable::DeleteOnKey(int64_t key) {
 }
 
 void TimeBoundsTable::Read(int64_t fk, TimeBoundsArray& timeBounds) {
-  Sqlite::ReadEach(*this, GetOwnedSelectStatement(), fk,
-                   [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
+  Sqlite::ReadEach(*this, OwnedSelect(), fk, [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
 }
 
 bool TimeBoundsTable::BindToCursor(Cursor& cursor, TimeBoundsEncapsulated& obj) {

@@ -26,13 +26,16 @@ const std::string TrackTable::tableName = "Track";
 const std::array<std::string, 3> TrackTable::columnNames = {"key", "id", "name"};
 
 TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
-    : DeclaredTable(db), keyByIdentifier("SELECT key FROM Track WHERE id = :id") {
+    : DeclaredTable(db),
+      keyByIdentifier("SELECT key FROM Track WHERE id = :id"),
+      lazyChannels(lazyTrackChannelQuery) {
   GenerateStatements();
   trackChannelTable = std::make_unique<TrackChannelTable>(db);
   streamTable = std::make_unique<StreamTable>(db);
   Sqlite::QuerySqlite byId;
   byId.EqualsParameter(StreamTable::columnNames[1]);
-  streamByIdStatement = streamTable->StatementGenerator().GenerateSelectStatement(byId);
+  streamById =
+      Sqlite::KeptSelect<PersistentObject>(streamTable->StatementGenerator().GenerateSelectStatement(byId));
 }
 
 TrackTable::~TrackTable() = default;
@@ -47,7 +50,8 @@ bool TrackTable::Save(Track& obj, bool lazy) {
 }
 
 void TrackTable::ReadTrackChannelLazy(Track& track) {
-  Sqlite::CursorSqlite cursor(AttachedDatabase(), lazyTrackChannelQuery);
+  Sqlite::KeptStatement::Run run(lazyChannels, AttachedDatabase());
+  Sqlite::CursorSqlite& cursor = run.Cursor();
   Sqlite::BindValues(cursor, track.ObjectId());
   while (cursor.Step()) {
     auto channel = std::make_shared<TrackChannelToRemove>();
@@ -63,7 +67,7 @@ void TrackTable::ReadTrackChannel(Track& track) {
   for (const std::shared_ptr<TrackChannelToRemove>& channel : track.Channels()) {
     auto stream = std::make_shared<Stream>();
     const std::string& streamId = channel->Stream().Id().Value();
-    if (!Sqlite::ReadFirst<PersistentObject>(*streamTable, streamByIdStatement, streamId, *stream)) continue;
+    if (!Sqlite::ReadFirst<PersistentObject>(*streamTable, streamById, streamId, *stream)) continue;
     streamTable->ReadEssences(*stream);
     channel->Stream(StreamReference(std::move(stream)));
   }

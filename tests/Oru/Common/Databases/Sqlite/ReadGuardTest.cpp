@@ -116,7 +116,7 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
   Property property;
   QuerySqlite all;
   all.GreaterThan("key", 0);
-  const std::string later = table.GetSelectStatement() + " WHERE key > ?";
+  KeptSelect<Note> later(table.GetSelectStatement() + " WHERE key > ?");
   KeptStatement keyByText("SELECT key FROM Note WHERE text = ?");
   const std::pair<const char*, std::function<void()>> reads[] = {
       {"GetObject", [&] { EXPECT_TRUE(table.GetObject(1, note)); }},
