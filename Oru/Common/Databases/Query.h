@@ -112,6 +112,21 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   /// Whether the query holds no condition. Order and limit don't count.
   virtual bool IsEmpty() const = 0;
 
+  /// Rows that a full-text index finds: `Match("MediaAssetFts", expression)` in a query for media assets.
+  ///
+  /// Several matches, and conditions of other kinds, combine by AND as ever.
+  /// `OrderByAsc("MediaAssetFts.rank")` puts the best first. The view must read through the index; under `Or`
+  /// and `Not`, and in what a table deletes, SQLite takes a match in a selection of its own only: `In("key",
+  /// "MediaAssetFts", "rowid", matching)`.
+  ///
+  /// SQLite reads the expression when the statement runs. Where it refuses it, or the place of the match, the
+  /// cursor's first step and its total throw InvalidOperationException, with a log entry of SQLite's text.
+  /// @param table       the index
+  /// @param expression  in the language of the index, https://sqlite.org/fts5.html#full_text_query_syntax;
+  ///                    what a person has typed goes through FullTextExpression first
+  /// @throws ArgumentException  for a name as above, and for an expression with a NUL byte
+  virtual Query& Match(const std::string& table, const std::string& expression) = 0;
+
   // What a literal of the language would otherwise choose badly or not at all: text for a C string (not
   // bool), 64 bits for long long.
   Query& Equals(const std::string& column, const char* value) { return Equals(column, std::string(value)); }

@@ -32,7 +32,7 @@ std::string Literals(const std::vector<std::string>& values) {
   return list;
 }
 
-// LIKE reads a pattern up to its first NUL byte only.
+// LIKE reads a pattern up to its first NUL byte only, and so does MATCH its expression.
 bool HasNul(const std::string& text) {
   return text.find('\0') != std::string::npos;
 }
@@ -320,6 +320,11 @@ Query& QuerySqlite::OrderByDesc(const std::string& column) {
 Query& QuerySqlite::Limit(int32_t count, int32_t offset) {
   mLimit = "LIMIT " + Literal(int64_t{count}) + " OFFSET " + Literal(int64_t{offset});
   return *this;
+}
+
+Query& QuerySqlite::Match(const std::string& table, const std::string& expression) {
+  if (HasNul(expression)) throw ArgumentException();
+  return Compare(table, " MATCH ", Literal(expression));
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -86,6 +86,7 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   Query& OrderByDesc(const std::string& column) override;
   Query& Limit(int32_t count, int32_t offset) override;
   bool IsEmpty() const override { return mFilter.empty(); }
+  Query& Match(const std::string& table, const std::string& expression) override;
 
   /// Compares a column with a parameter, which whoever runs the statement binds by its place in the text,
   /// from 1.

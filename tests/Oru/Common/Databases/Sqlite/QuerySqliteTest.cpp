@@ -285,12 +285,14 @@ TEST_F(QuerySqliteTest, RefusesNamesThatAreNoNamesAndChangesNothing) {
     EXPECT_THROW(query.In("a", name, "b"), ArgumentException) << name;
     EXPECT_THROW(query.In("a", "b", name), ArgumentException) << name;
     EXPECT_THROW(query.OrderByAsc(name), ArgumentException) << name;
+    EXPECT_THROW(query.Match(name, "x"), ArgumentException) << name;
     EXPECT_TRUE(query.IsEmpty() && query.GetOrderBySQL().empty());
   }
   QuerySqlite query;
   const uint8_t byte = 1;
   EXPECT_THROW(query.Equals("a", &byte, -1), ArgumentException);
   EXPECT_THROW(query.BeginWith("a", &byte, -1), ArgumentException);
+  EXPECT_THROW(query.Match("a", WithNul), ArgumentException);
   EXPECT_NO_THROW(query.IsNULL("_a1.B_2.c"));
 }
 
