@@ -1,5 +1,9 @@
 // The parsers of identifiers and time codes: whatever one takes, it writes and reads back; the rest it
-// refuses.
+// refuses. And searches: the full-text index takes what is made of any text.
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/DataModel/MediaAssets/Utils/DapId.h"
 #include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
 #include "Oru/TimePoints/Core/Formatters/ClockDurationFormatter.h"
@@ -40,6 +44,26 @@ void RoundTrip(const std::string& text, Parser parser, const Formatter& formatte
       [&](const Value& value) { return value.ToString(formatter); });
 }
 
+// A database with a full-text index of one row.
+struct Index {
+  Index() {
+    db.Open();
+    Require(
+        db.ExecuteStatement("CREATE VIRTUAL TABLE Found USING fts5(text);"
+                            "INSERT INTO Found VALUES ('one word')"));
+  }
+  Common::Databases::Sqlite::DatabaseSqlite db{":memory:", nullptr};
+};
+
+// A step throws where the index refuses the expression.
+void Search(const std::string& expression) {
+  static Index index;
+  Common::Databases::Sqlite::QuerySqlite query;
+  query.Match("Found", expression);
+  Common::Databases::Sqlite::CursorSqlite(index.db, "SELECT * FROM Found WHERE " + query.GetFilterSQL())
+      .Step();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
@@ -60,5 +84,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     RoundTrip<TimePoints::TimeCode>(text, TimePoints::ClockTimeCodeParser(rate),
                                     TimePoints::ClockTimeCodeFormatter());
   }
+  using Common::Databases::Sqlite::FullTextExpression;
+  Search(FullTextExpression::AllWords(text));
+  Search(FullTextExpression::AllWordsAsTyped(text));
+  Search(FullTextExpression::AnyWord(text));
+  Search(FullTextExpression::InColumn("text", FullTextExpression::Phrase(text)));
   return 0;
 }
