@@ -189,14 +189,44 @@ TEST_F(QueryPlanTest, NoQueryWalksATableWhereItCanSearchByKey) {
   EXPECT_GT(texts.size(), 100U);
 }
 
+TEST_F(QueryPlanTest, ASearchWalksWhatTheFullTextIndexFinds) {
+  FillUpTo(50);
+  texts.clear();
+  for (const char* order : {"MediaAssetFts.rank", "MediaAsset.name"}) {
+    const auto query = database.NewQuery();
+    query->Match("MediaAssetFts", "first").Equals("assetType", 0).OrderByAsc(order);
+    const auto cursor = assets.OpenObjectCursor(*query);
+    cursor->Next();
+    cursor->GetTotalItemsCount();
+  }
+  int searches = 0;
+  for (const std::string& text : texts) {
+    if (text.find(" MATCH ") == std::string::npos) continue;
+    ++searches;
+    const std::vector<std::string> scans = ScansOf(text);
+    ASSERT_EQ(scans.size(), 1U) << text;
+    EXPECT_TRUE(std::regex_match(scans[0], std::regex("SCAN MediaAssetFts VIRTUAL TABLE INDEX \\d+:M2")))
+        << scans[0] << "\n  in: " << text;
+  }
+  // The count is the same whatever the order.
+  EXPECT_EQ(searches, 3);
+}
+
 TEST_F(QueryPlanTest, TheStepsOfAJobDoNotGrowWithTheFile) {
   const auto stepsOfJobs = [this](int number) {
     std::vector<std::pair<std::string, int64_t>> jobs;
     const auto count = [&](const std::string& name, auto job) { jobs.emplace_back(name, StepsOf(job)); };
     MediaAsset clip = MakeClip("another");
+    clip.Name("sought");
     auto group = Group("another group", {{"another", "wide"}, {"a", "close"}});
     count("save new", [&] { EXPECT_TRUE(assets.Save(clip)); });
     count("save again", [&] { EXPECT_TRUE(assets.Save(clip)); });
+    count("search", [&] {
+      const auto query = database.NewQuery();
+      query->Match("MediaAssetFts", "sought").OrderByAsc("MediaAssetFts.rank");
+      const auto cursor = assets.OpenObjectCursor(*query);
+      EXPECT_TRUE(cursor->Next() && !cursor->Next() && cursor->GetTotalItemsCount() == 1);
+    });
     count("find", [&] { EXPECT_NE(assets.GetObjectIdFromIdentifier(clip.Id()), -1); });
     count("read deep", [&] { ReadDeep(database, clip.ObjectId()); });
     count("read lazily", [&] { ReadLazy(database, clip.ObjectId()); });

@@ -1,0 +1,191 @@
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
+#include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
+
+#include "support/OpenDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using Common::Databases::InvalidOperationException;
+using Common::Databases::Query;
+using Common::Databases::Sqlite::FullTextExpression;
+
+namespace {
+
+constexpr char Index[] = "MediaAssetFts";
+
+}  // namespace
+
+class MediaAssetSearchTest : public TestSupport::OpenDatabase {
+ protected:
+  MediaAssetSearchTest() {
+    Save("a", "MATCH_CAM-1", "Kick-off, and a goal after a long and rather dull first half");
+    Save("b", "Goal", "The goal");
+    Save("c", "MATCH_CAM-2", "A goal");
+    Save("d", "Interview", "");
+  }
+
+  void Save(const std::string& id, const std::string& name, const std::string& description) {
+    MediaAsset clip(id);
+    clip.Name(name);
+    clip.Description(description);
+    ASSERT_TRUE(assets.Save(clip)) << log.Text();
+  }
+
+  // The identifiers of the assets that a query finds, in its order. The total must agree.
+  std::string Found(Query& query, bool isLimited = false) {
+    std::string found;
+    const auto cursor = assets.OpenObjectCursor(query);
+    for (MediaAsset clip; cursor->Next(clip);)
+      found += clip.Id().Value();
+    EXPECT_TRUE(isLimited || cursor->GetTotalItemsCount() == static_cast<int>(found.size()));
+    return found;
+  }
+
+  std::unique_ptr<Query> Matching(const std::string& text) {
+    auto query = database.NewQuery();
+    query->Match(Index, FullTextExpression::AllWords(text));
+    return query;
+  }
+
+  // A match in a selection of its own.
+  std::unique_ptr<Query> Among(const std::string& text) {
+    auto query = database.NewQuery();
+    query->In("key", Index, "rowid", *Matching(text));
+    return query;
+  }
+};
+
+TEST_F(MediaAssetSearchTest, CombinesWithOtherConditionsOrdersAndLimits) {
+  EXPECT_EQ(Found(Matching("goal")->OrderByAsc("id")), "abc");
+  EXPECT_EQ(Found(Matching("goal")->OrderByAsc("MediaAssetFts.rank")), "bca");
+  EXPECT_EQ(Found(Matching("goal")->OrderByDesc("MediaAssetFts.rank")), "acb");
+  EXPECT_EQ(Found(Matching("goal")->OrderByAsc("MediaAssetFts.rank").Limit(1, 1), true), "c");
+  EXPECT_EQ(assets.OpenObjectCursor(Matching("goal")->Limit(1, 1))->GetTotalItemsCount(), 3);
+  EXPECT_EQ(Found(*Matching("MATCH_CAM-1")), "a");
+  EXPECT_EQ(Found(*Matching("match cam")), "ac");
+  EXPECT_EQ(Found(*Matching("")), "");
+
+  const auto isC = database.NewQuery();
+  isC->Equals("id", "c");
+  EXPECT_EQ(Found(Matching("goal")->Equals("id", "b")), "b");
+  EXPECT_EQ(Found(Matching("goal")->Match(Index, "match")), "ac");
+  EXPECT_EQ(Found(Matching("goal")->And(*Matching("match")).OrderByDesc("id")), "ca");
+  EXPECT_EQ(Found(Matching("goal")->And(*isC)), "c");
+  EXPECT_EQ(Found(Matching("goal")->Not(*isC).OrderByAsc("id")), "ab");
+  EXPECT_EQ(Found(Matching("goal")->In("id", std::vector<std::string>{"d", "b"})), "b");
+  EXPECT_EQ(Found(Matching("goal")->Contains("MediaAsset.name", "cam").OrderByAsc("id")), "ac");
+
+  EXPECT_EQ(Found(Among("match")->Or(*Among("interview")).OrderByAsc("id")), "acd");
+  EXPECT_EQ(Found(database.NewQuery()->Not(*Among("goal"))), "d");
+  EXPECT_EQ(Found(isC->Or(*Among("interview")).OrderByAsc("id")), "cd");
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(MediaAssetSearchTest, ARawCursorMarksWhatMatched) {
+  const auto marked = [this](const std::string& expression) {
+    std::string texts;
+    const auto query = database.NewQuery();
+    query->Match(Index, expression).OrderByAsc("id");
+    Common::Databases::Sqlite::RawReadSqlite row;
+    for (const auto cursor = assets.OpenRawCursor(*query); cursor->Next(row);)
+      texts +=
+          row.GetString("id") + ":" + row.GetString("nameFts") + ":" + row.GetString("descriptionFts") + ";";
+    return texts;
+  };
+  EXPECT_EQ(marked(FullTextExpression::AnyWord("THE interview")),
+            "b:Goal:<b>The</b> goal;d:<b>Interview</b>:;");
+  EXPECT_EQ(marked(FullTextExpression::AllWordsAsTyped("a goal cam-2")),
+            "c:MATCH_<b>CAM-2</b>:<b>A</b> <b>goal</b>;");
+  EXPECT_EQ(marked(FullTextExpression::InColumn("name", FullTextExpression::Phrase("goal"))),
+            "b:<b>Goal</b>:The goal;");
+}
+
+// SQLite reads an expression, and sees the place of a match, when the statement runs.
+TEST_F(MediaAssetSearchTest, WhatSqliteRefusesIsAnErrorOfTheFirstStepAndOfTheTotal) {
+  const auto match = [this](const std::string& expression) {
+    auto query = database.NewQuery();
+    query->Match(Index, expression);
+    return query;
+  };
+  const struct {
+    std::unique_ptr<Query> query;
+    std::string reason;
+  } cases[] = {
+      {match("\"goal"), "unterminated string"},
+      {match("goal AND"), "fts5: syntax error near"},
+      {match("MATCH_CAM-1"), "no such column: 1"},
+      {match(""), "fts5: syntax error near"},
+      {match("title:goal"), "no such column: title"},
+      {match("goal OR (*"), "fts5: syntax error near"},
+      {[&] {
+         auto query = match("goal");
+         query->Or(*match("match"));
+         return query;
+       }(),
+       "unable to use function MATCH in the requested context"},
+      {[&] {
+         auto query = database.NewQuery();
+         query->Not(*match("goal"));
+         return query;
+       }(),
+       "unable to use function MATCH in the requested context"},
+  };
+  for (const auto& [query, reason] : cases) {
+    const auto fails = [&, text = reason](const std::function<void()>& step) {
+      log.Clear();
+      EXPECT_THROW(step(), InvalidOperationException) << text;
+      EXPECT_TRUE(log.Contains(text)) << log.Text();
+    };
+    const auto cursor = assets.OpenObjectCursor(*query);
+    MediaAsset clip("untouched");
+    EXPECT_TRUE(cursor->IsOpened());
+    fails([&] { cursor->Next(clip); });
+    fails([&] { cursor->Next(); });
+    fails([&] { cursor->GetTotalItemsCount(); });
+    fails([&, query = query.get()] { assets.OpenRawCursor(*query)->Next(); });
+    EXPECT_EQ(clip.Id().Value(), "untouched");
+  }
+  // Nothing of it sticks to the statements that are kept.
+  EXPECT_EQ(Found(Matching("goal")->OrderByAsc("id")), "abc");
+}
+
+TEST_F(MediaAssetSearchTest, AnIndexThatIsNotThereLeavesTheCursorClosed) {
+  const auto query = database.NewQuery();
+  query->Match("NoSuchIndex", "goal");
+  const auto cursor = assets.OpenObjectCursor(*query);
+  EXPECT_FALSE(cursor->IsOpened());
+  EXPECT_THROW(cursor->Next(), Common::Databases::ObjectClosedException);
+  EXPECT_TRUE(log.Contains("no such column: NoSuchIndex")) << log.Text();
+}
+
+TEST_F(MediaAssetSearchTest, DeletesWhatASelectionFindsAndNothingByAMatchOfItsOwn) {
+  EXPECT_FALSE(assets.Delete(*Matching("goal")));
+  EXPECT_TRUE(log.Contains("no such column: MediaAssetFts")) << log.Text();
+  EXPECT_EQ(Count("MediaAsset"), 4);
+  EXPECT_TRUE(assets.Delete(*Among("match")));
+  EXPECT_EQ(Found(*Matching("match")), "");
+  EXPECT_EQ(Found(*Matching("goal")), "b");
+}
+
+TEST_F(MediaAssetSearchTest, ManySearchesLeaveTheStatementsOfEachText) {
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 600; ++i) {
+      const std::string word = i % 3 == 0   ? "goal"
+                               : i % 3 == 1 ? "match"
+                                            : "x = " + std::to_string(i) + " '?'";
+      const std::string expected = i % 3 == 0 ? "abc" : i % 3 == 1 ? "ac" : "";
+      ASSERT_EQ(Found(Matching(word)->Equals("assetType", 0).OrderByAsc("id")), expected) << word;
+    }
+  }
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database
