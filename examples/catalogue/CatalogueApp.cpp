@@ -35,6 +35,10 @@ std::string Count(size_t count, const std::string& noun) {
   return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
+std::string NameOf(const MediaAssets::MediaAsset& clip) {
+  return Printable(clip.Name());
+}
+
 bool IsProtected(const MediaAssets::MediaAsset& clip) {
   return clip.HasDapOperatorMetadata() && clip.DapOperatorMetadata().IsUserProtected();
 }
@@ -48,14 +52,14 @@ std::string AngleName(const MediaAssets::MediaAsset& clip, size_t index) {
 
 }  // namespace
 
-CatalogueApp::CatalogueApp(ClipStore& store, std::ostream& out, std::ostream& errors, bool isTerminal)
-    : mStore(store), mOut(out), mErrors(errors), mIsTerminal(isTerminal) {}
+CatalogueApp::CatalogueApp(ClipStore& store, std::ostream& out, std::ostream& errors, Terminals terminals)
+    : mStore(store), mOut(out), mErrors(errors), mTerminals(terminals) {}
 
 int CatalogueApp::Add(const std::vector<std::string>& files) {
   int status = 0;
   for (size_t n = 0; n < files.size(); ++n) {
-    if (mIsTerminal) {
-      mErrors << "Reading " << n + 1 << " of " << files.size() << ": " << files[n] << std::flush;
+    if (mTerminals.errors) {
+      mErrors << "Reading " << n + 1 << " of " << files.size() << ": " << Printable(files[n]) << std::flush;
     }
     const bool isAdded = AddFile(files[n]);
     if (!isAdded) status = 1;
@@ -65,15 +69,15 @@ int CatalogueApp::Add(const std::vector<std::string>& files) {
 
 bool CatalogueApp::AddFile(const std::string& file) {
   // Takes the line of progress back.
-  const char* const clearLine = mIsTerminal ? "\r\033[K" : "";
+  const char* const clearLine = mTerminals.errors ? "\r\033[K" : "";
   try {
     MediaAssets::MediaAsset clip = BuildAsset(ProbeMedia(file), std::time(nullptr));
     const bool isNew = mStore.Put(clip) == ClipStore::Outcome::Added;
     mErrors << clearLine << std::flush;
-    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << clip.Name() << '\n';
+    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << NameOf(clip) << '\n';
     return true;
   } catch (const NotMedia& reason) {
-    mErrors << clearLine << file << ": skipped, " << reason.what() << '\n';
+    mErrors << clearLine << Printable(file) << ": skipped, " << reason.what() << '\n';
     return false;
   }
 }
@@ -90,10 +94,32 @@ int CatalogueApp::List(const std::string& nameContains) {
   return 0;
 }
 
+int CatalogueApp::Search(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words)
+    text += word + ' ';
+  const std::vector<ClipStore::Hit> hits = mStore.Search(text);
+  for (const ClipStore::Hit& hit : hits) {
+    mOut << hit.id << "  " << Highlighted(hit.name, mTerminals.out) << '\n';
+    if (hit.description.empty()) continue;
+    mOut << std::string(hit.id.size() + 2, ' ') << Highlighted(hit.description, mTerminals.out) << '\n';
+  }
+  if (hits.empty()) mErrors << "no clip has these words in its name or description\n";
+  return hits.empty() ? 1 : 0;
+}
+
 int CatalogueApp::Show(const std::string& clip) {
   MediaAssets::MediaAsset asset = mStore.Find(clip);
   mStore.ReadAll(asset);
   PrintClip(mOut, asset);
+  return 0;
+}
+
+int CatalogueApp::Describe(const std::string& clip, const std::string& description) {
+  mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
+    asset.Description(description);
+    mOut << NameOf(asset) << " is described\n";
+  });
   return 0;
 }
 
@@ -105,7 +131,7 @@ int CatalogueApp::Place(const std::string& clip, const MediaAssets::DapId& place
     profile.Bank(place.Bank());
     profile.Row(place.Row());
     profile.Camera(place.Camera());
-    mOut << asset.Name() << " is at " << place.ToString() << '\n';
+    mOut << NameOf(asset) << " is at " << place.ToString() << '\n';
   });
   return 0;
 }
@@ -116,7 +142,7 @@ int CatalogueApp::Tag(const std::string& clip, const std::vector<std::string>& k
     for (const std::string& keyword : keywords) {
       profile.Keyword(static_cast<unsigned int>(profile.Keywords().size()), keyword);
     }
-    mOut << asset.Name() << " has " << Count(profile.Keywords().size(), "keyword") << '\n';
+    mOut << NameOf(asset) << " has " << Count(profile.Keywords().size(), "keyword") << '\n';
   });
   return 0;
 }
@@ -124,7 +150,7 @@ int CatalogueApp::Tag(const std::string& clip, const std::vector<std::string>& k
 int CatalogueApp::Protect(const std::string& clip, bool isProtected) {
   mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
     asset.DapOperatorMetadata().UserProtected(isProtected);
-    mOut << asset.Name() << (asset.DapOperatorMetadata().IsUserProtected() ? " is" : " is not")
+    mOut << NameOf(asset) << (asset.DapOperatorMetadata().IsUserProtected() ? " is" : " is not")
          << " protected\n";
   });
   return 0;
@@ -134,13 +160,13 @@ int CatalogueApp::Cue(const std::string& clip, double seconds, const std::string
   mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
     const double lastSecond = static_cast<double>(asset.GetInOutDuration().ToNanoseconds()) / 1e9;
     if (!(seconds >= 0 && seconds <= lastSecond)) {
-      throw std::invalid_argument(asset.Name() + " lasts " + DurationText(asset.GetInOutDuration()));
+      throw std::invalid_argument(NameOf(asset) + " lasts " + DurationText(asset.GetInOutDuration()));
     }
     const TimePoints::TimeBoundary place(TimePoints::TimePoint::FromNanoseconds(std::llround(seconds * 1e9)));
     auto cue = std::make_shared<MediaAssets::Annotation>(MediaAssets::AnnotationType::CuePoint, text);
     cue->TimeBounds(TimePoints::TimeBounds(place, place));
     asset.Annotations().push_back(std::move(cue));
-    mOut << asset.Name() << " has " << Count(asset.Annotations().size(), "cue") << '\n';
+    mOut << NameOf(asset) << " has " << Count(asset.Annotations().size(), "cue") << '\n';
   });
   return 0;
 }
@@ -180,9 +206,9 @@ int CatalogueApp::Remove(const std::vector<std::string>& clips) {
   for (const std::string& idOrName : clips) {
     MediaAssets::MediaAsset clip = mStore.Find(idOrName);
     mStore.ReadUsersPart(clip);
-    if (IsProtected(clip)) throw std::runtime_error(clip.Name() + " is protected");
+    if (IsProtected(clip)) throw std::runtime_error(NameOf(clip) + " is protected");
     mStore.Remove(clip);
-    mOut << "removed  " << clip.Id().Value() << "  " << clip.Name() << '\n';
+    mOut << "removed  " << clip.Id().Value() << "  " << NameOf(clip) << '\n';
   }
   return 0;
 }
@@ -191,7 +217,7 @@ int CatalogueApp::RemoveByServer(int server) {
   const MediaAssets::ZuServerId serverId(server);
   const std::vector<MediaAssets::MediaAsset> clips = mStore.ClipsOnServer(serverId);
   for (const MediaAssets::MediaAsset& clip : clips) {
-    if (IsProtected(clip)) throw std::runtime_error(clip.Name() + " is protected");
+    if (IsProtected(clip)) throw std::runtime_error(NameOf(clip) + " is protected");
   }
   mStore.RemoveByServer(serverId);
   mOut << "removed  " << Count(clips.size(), "clip") << " of server " << server << '\n';

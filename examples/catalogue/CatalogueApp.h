@@ -14,13 +14,25 @@ namespace Catalogue {
 /// throws `std::exception` if nothing could.
 class CatalogueApp {
  public:
-  /// @param isTerminal  whether someone watches `errors`, and wants to see how far a long command has come
-  CatalogueApp(ClipStore& store, std::ostream& out, std::ostream& errors, bool isTerminal);
+  /// Which streams are terminals that someone watches: what is found is shown in bold on `out`, and how far a
+  /// long command has come on `errors`.
+  struct Terminals {
+    bool out = false;
+    bool errors = false;
+  };
+
+  CatalogueApp(ClipStore& store, std::ostream& out, std::ostream& errors, Terminals terminals);
 
   /// Catalogues media files. One that is no media is named and passed over.
   int Add(const std::vector<std::string>& files);
   int List(const std::string& nameContains);
+  /// Shows the clips that hold all of the words in their names and descriptions, the best first; status 1 for
+  /// none.
+  int Search(const std::vector<std::string>& words);
   int Show(const std::string& clip);
+
+  /// Says of a clip what its file doesn't.
+  int Describe(const std::string& clip, const std::string& description);
 
   /// Puts a clip on a server's grid.
   int Place(const std::string& clip, const Oru::DataModel::MediaAssets::DapId& place);
@@ -47,7 +59,7 @@ class CatalogueApp {
   ClipStore& mStore;
   std::ostream& mOut;
   std::ostream& mErrors;
-  bool mIsTerminal;
+  Terminals mTerminals;
 };
 
 }  // namespace Catalogue

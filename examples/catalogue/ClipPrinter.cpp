@@ -28,16 +28,16 @@ class Sheet {
 
   /// A heading, under which lines stand one step deeper until `End`.
   void Begin(const std::string& heading) {
-    mOut << std::string(mDepth * 2, ' ') << heading << '\n';
+    mOut << std::string(mDepth * 2, ' ') << Printable(heading) << '\n';
     ++mDepth;
   }
   void End() { --mDepth; }
 
   void Line(const std::string& label, const std::string& value) {
     constexpr size_t labelWidth = 22;
-    std::string text = std::string(mDepth * 2, ' ') + label;
+    std::string text = std::string(mDepth * 2, ' ') + Printable(label);
     text.resize(std::max(text.size() + 1, labelWidth + mDepth * 2), ' ');
-    mOut << text << (value.empty() ? "-" : value) << '\n';
+    mOut << text << (value.empty() ? "-" : Printable(value)) << '\n';
   }
 
  private:

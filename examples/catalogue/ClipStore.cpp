@@ -6,6 +6,8 @@
 #include "Oru/BusinessEntityModel/Edits/Sequence.h"
 #include "Oru/Common/Databases/ObjectCursor.h"
 #include "Oru/Common/Databases/Query.h"
+#include "Oru/Common/Databases/RawCursor.h"
+#include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
@@ -14,6 +16,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
 #include "AssetBuilder.h"
+#include "TextForms.h"
 
 #include <algorithm>
 #include <ctime>
@@ -25,6 +28,7 @@ namespace {
 namespace Edits = Oru::BusinessEntityModel::Edits;
 namespace MediaAssets = Oru::DataModel::MediaAssets;
 using Oru::Common::Databases::Query;
+using Oru::Common::Databases::Sqlite::FullTextExpression;
 using Oru::Common::Databases::Sqlite::ReadGuard;
 using Oru::Common::Databases::Sqlite::TransactionGuard;
 
@@ -83,10 +87,22 @@ MediaAssets::MediaAsset ClipStore::Find(const std::string& idOrName) {
   if (found.size() > 1) {
     std::string message = "'" + idOrName + "' fits " + std::to_string(found.size()) + " clips:";
     for (const MediaAsset& clip : found)
-      message += "\n  " + clip.Id().Value() + "  " + clip.Name();
+      message += "\n  " + clip.Id().Value() + "  " + Printable(clip.Name());
     throw std::runtime_error(message);
   }
   return std::move(found.front());
+}
+
+std::vector<ClipStore::Hit> ClipStore::Search(const std::string& words) {
+  const auto query = mDatabase.NewQuery();
+  query->Match("MediaAssetFts", FullTextExpression::AllWordsAsTyped(words));
+  query->OrderByAsc("MediaAssetFts.rank").OrderByAsc("MediaAsset.name");
+  std::vector<Hit> hits;
+  for (const auto cursor = Assets().OpenRawCursor(*query); cursor->Next();) {
+    hits.push_back(
+        {cursor->GetString("id"), cursor->GetString("nameFts"), cursor->GetString("descriptionFts")});
+  }
+  return hits;
 }
 
 void ClipStore::ReadSummary(MediaAsset& clip) {

@@ -41,6 +41,16 @@ class ClipStore {
   /// The one clip whose identifier begins with the text, or whose name is the text.
   /// @throws std::runtime_error if there is none, or several
   MediaAsset Find(const std::string& idOrName);
+  /// What a search shows of a clip. In the name and the description, what matched stands between "<b>" and
+  /// "</b>".
+  struct Hit {
+    std::string id;
+    std::string name;
+    std::string description;
+  };
+  /// The clips that hold all of the words in their names and descriptions, the best first. The last word may
+  /// be the start of one.
+  std::vector<Hit> Search(const std::string& words);
   /// What the list shows of a clip: adds its metadata and resources.
   void ReadSummary(MediaAsset& clip);
   /// Adds what users can change of a clip: bounds, metadata, operator metadata and annotations.

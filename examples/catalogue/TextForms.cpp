@@ -46,7 +46,31 @@ const char* ScanLetter(MediaAssets::ScanMode mode) {
   return mode == MediaAssets::ScanMode::progressive ? "p" : "";
 }
 
+void ReplaceAll(std::string& text, const std::string& from, const std::string& to) {
+  for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+    text.replace(at, from.size(), to);
+}
+
 }  // namespace
+
+std::string Printable(const std::string& text) {
+  std::string printable = text;
+  for (size_t i = 0; i < printable.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(printable[i]);
+    if (byte < ' ' || byte == 0x7F) printable[i] = ' ';
+    // The control characters from U+0080 to U+009F are two bytes.
+    const auto next = static_cast<unsigned char>(i + 1 < printable.size() ? printable[i + 1] : 0);
+    if (byte == 0xC2 && next >= 0x80 && next < 0xA0) printable.replace(i, 2, 1, ' ');
+  }
+  return printable;
+}
+
+std::string Highlighted(const std::string& text, bool isTerminal) {
+  std::string highlighted = Printable(text);
+  ReplaceAll(highlighted, "<b>", isTerminal ? "\033[1m" : "[");
+  ReplaceAll(highlighted, "</b>", isTerminal ? "\033[0m" : "]");
+  return highlighted;
+}
 
 std::string DurationText(const TimePoints::Duration& duration) {
   const std::string nanoseconds = duration.ToString(TimePoints::ClockDurationFormatter());

@@ -13,6 +13,12 @@ namespace Catalogue {
 
 // How values are shown to a reader. "-" stands for what isn't set.
 
+/// Text that some file or user gave, without control characters: it could move a terminal's cursor, or worse.
+std::string Printable(const std::string& text);
+/// A text in which a search has put what matched between "<b>" and "</b>", likewise printable: in bold for a
+/// terminal, between brackets elsewhere.
+std::string Highlighted(const std::string& text, bool isTerminal);
+
 /// "00:00:02.002", to the millisecond.
 std::string DurationText(const Oru::TimePoints::Duration& duration);
 /// The same of a place on a clip's own time line.

@@ -1,6 +1,9 @@
 #include "TextTable.h"
 
+#include "TextForms.h"
+
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Catalogue {
@@ -18,8 +21,8 @@ TextTable::TextTable(std::vector<std::string> headings) {
   mRows.push_back(std::move(headings));
 }
 
-void TextTable::Row(std::vector<std::string> cells) {
-  mRows.push_back(std::move(cells));
+void TextTable::Row(const std::vector<std::string>& cells) {
+  std::transform(cells.begin(), cells.end(), std::back_inserter(mRows.emplace_back()), Printable);
 }
 
 void TextTable::Print(std::ostream& out) const {

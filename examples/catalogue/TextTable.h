@@ -7,13 +7,14 @@
 
 namespace Catalogue {
 
-/// Rows of text in columns that are as wide as their widest cell. Widths count characters of UTF-8 text.
+/// Rows of text in columns that are as wide as their widest cell. Widths count characters of UTF-8 text,
+/// control characters are left out.
 class TextTable {
  public:
   explicit TextTable(std::vector<std::string> headings);
 
   /// One cell per heading.
-  void Row(std::vector<std::string> cells);
+  void Row(const std::vector<std::string>& cells);
   void Print(std::ostream& out) const;
 
  private:

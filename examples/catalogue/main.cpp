@@ -87,8 +87,19 @@ int main(int argc, char** argv) {
       addCommand("list", "List the clips", [&](CatalogueApp& app) { return app.List(options.text); });
   list->add_option("text", options.text, "Only clips with this text in their names");
 
+  CLI::App* search = addCommand("search", "Find clips by words of their names and descriptions",
+                                [&](CatalogueApp& app) { return app.Search(options.values); });
+  search->add_option("words", options.values, "All of them, in any order; the last may be the start of one")
+      ->required();
+
   takesClip(addCommand("show", "Show all that is known of a clip",
                        [&](CatalogueApp& app) { return app.Show(options.clip); }));
+
+  CLI::App* describe = addCommand("describe", "Say what a clip shows", [&](CatalogueApp& app) {
+    return app.Describe(options.clip, options.text);
+  });
+  takesClip(describe);
+  describe->add_option("text", options.text)->required();
 
   CLI::App* place = addCommand("place", "Put a clip on a server's grid",
                                [&](CatalogueApp& app) { return app.Place(options.clip, PlaceOf(options)); });
@@ -148,7 +159,8 @@ int main(int argc, char** argv) {
     }
     const std::shared_ptr<std::ostream> log(&std::cerr, [](std::ostream*) {});
     Catalogue::ClipStore store(options.file, log);
-    CatalogueApp app(store, std::cout, std::cerr, ::isatty(STDERR_FILENO) != 0);
+    const CatalogueApp::Terminals terminals{::isatty(STDOUT_FILENO) != 0, ::isatty(STDERR_FILENO) != 0};
+    CatalogueApp app(store, std::cout, std::cerr, terminals);
     return command(app);
   } catch (const std::exception& reason) {
     std::cerr << "catalogue: " << reason.what() << '\n';
