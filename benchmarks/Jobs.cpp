@@ -190,6 +190,18 @@ void Search(benchmark::State& state) {
     });
 }
 
+// Another word at each call, the number that one clip is called by.
+template <class Site>
+void Match(benchmark::State& state) {
+  auto& catalogue = Catalogue<Site>::Shared();
+  for (auto _ : state)
+    Measure(state, 400, [&](int) {
+      const std::string name = catalogue.AnyClip().Name();
+      if (catalogue.Jobs().Match(name.substr(name.rfind(' ') + 1), 50).empty())
+        throw std::logic_error("the full-text index finds nothing");
+    });
+}
+
 template <class Site>
 void DeleteOne(benchmark::State& state) {
   constexpr int count = 10;
@@ -270,6 +282,7 @@ void RegisterJobs() {
   ORU_REGISTER("read_lazy", ReadLazy);
   ORU_REGISTER("walk_row", WalkRow);
   ORU_REGISTER("search", Search);
+  ORU_REGISTER("match", Match);
   ORU_REGISTER("delete_one", DeleteOne);
   ORU_REGISTER("save_group", SaveGroup);
   ORU_REGISTER("read_group", ReadGroup);

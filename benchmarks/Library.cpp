@@ -1,5 +1,6 @@
 #include "Library.h"
 
+#include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 #include "Oru/Common/Databases/Sqlite/ObjectCursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
@@ -9,6 +10,7 @@
 
 namespace Oru::Benchmarks {
 
+using Common::Databases::Sqlite::FullTextExpression;
 using Common::Databases::Sqlite::ObjectCursorSqlite;
 using Common::Databases::Sqlite::QuerySqlite;
 
@@ -54,9 +56,20 @@ int Library::Walk() {
 }
 
 std::vector<DataModel::MediaAssets::MediaAsset> Library::Search(const std::string& text, int limit) {
-  std::vector<MediaAsset> found;
   QuerySqlite query;
   query.Contains("MediaAsset.name", text).Limit(limit, 0);
+  return ReadAssets(query);
+}
+
+std::vector<DataModel::MediaAssets::MediaAsset> Library::Match(const std::string& word, int limit) {
+  QuerySqlite query;
+  query.Match("MediaAssetFts", FullTextExpression::AllWords(word));
+  query.OrderByAsc("MediaAssetFts.rank").Limit(limit, 0);
+  return ReadAssets(query);
+}
+
+std::vector<DataModel::MediaAssets::MediaAsset> Library::ReadAssets(Common::Databases::Query& query) {
+  std::vector<MediaAsset> found;
   const auto cursor = assets.OpenObjectCursor(query, true);
   for (MediaAsset asset; cursor->Next(asset); asset = MediaAsset())
     found.push_back(std::move(asset));

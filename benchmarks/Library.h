@@ -36,6 +36,7 @@ class Library {
   void ReadLazy(int64_t key, MediaAsset& asset);
   int Walk();
   std::vector<MediaAsset> Search(const std::string& text, int limit);
+  std::vector<MediaAsset> Match(const std::string& word, int limit);
   void Delete(MediaAsset& asset);
   void DeleteAbove(int64_t key);
 
@@ -45,6 +46,7 @@ class Library {
   void ReadSequence(const Identifier& id, Sequence& sequence);
 
  private:
+  std::vector<MediaAsset> ReadAssets(Common::Databases::Query& query);
   void ReadOwnParts(MediaAsset& asset);
 
   DataModel::MediaAssets::Database::DataModelDatabase& database;

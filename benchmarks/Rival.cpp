@@ -88,6 +88,7 @@ Rival::Rival(sqlite3* connection)
       selectAsset(handle, assetColumns + " WHERE MediaAsset.key = ?"),
       selectAllAssets(handle, assetColumns),
       searchAssets(handle, assetColumns + " WHERE MediaAsset.name LIKE ? ESCAPE '\\' LIMIT ?"),
+      matchAssets(handle, assetColumns + " WHERE MediaAssetFts MATCH ? ORDER BY MediaAssetFts.rank LIMIT ?"),
       deleteAsset(handle, "DELETE FROM MediaAsset WHERE key = ?"),
       deleteAssetsAbove(handle, "DELETE FROM MediaAsset WHERE key > ?"),
       deleteUnusedResources(handle,

@@ -48,6 +48,8 @@ class Rival {
   int Walk();
   /// Reads the first assets whose name holds a text without wildcards.
   std::vector<MediaAsset> Search(const std::string& text, int limit);
+  /// Reads the assets that the full-text index finds for a word, the best first.
+  std::vector<MediaAsset> Match(const std::string& word, int limit);
   void Delete(MediaAsset& asset);
   /// Deletes the assets with keys above one.
   void DeleteAbove(int64_t key);
@@ -91,6 +93,7 @@ class Rival {
   static int64_t Find(Statement& bound);
   int64_t Insert(Statement& bound);
   static void ReadAsset(const Rows& row, MediaAsset& asset);
+  static std::vector<MediaAsset> ReadAssets(Statement& bound);
 
   void SaveAssetRow(MediaAsset& asset);
   void WriteAnnotations(MediaAsset& asset);
@@ -114,7 +117,7 @@ class Rival {
 
   sqlite3* handle;
   Statement begin, commit;
-  Statement findAsset, insertAsset, updateAsset, selectAsset, selectAllAssets, searchAssets;
+  Statement findAsset, insertAsset, updateAsset, selectAsset, selectAllAssets, searchAssets, matchAssets;
   Statement deleteAsset, deleteAssetsAbove, deleteUnusedResources, deleteUnusedTracks, deleteEmptyGroups;
   BoundsTable assetBounds, resourceBounds, streamBounds;
   EntriesTable assetEntries, annotationEntries, resourceEntries, streamEntries, essenceEntries,

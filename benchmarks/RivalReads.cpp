@@ -122,9 +122,18 @@ int Rival::Walk() {
 }
 
 std::vector<MediaAsset> Rival::Search(const std::string& text, int limit) {
-  std::vector<MediaAsset> found;
   const std::string pattern = "%" + text + "%";
-  for (Rows row(searchAssets.With(pattern, limit)); row.Next();) {
+  return ReadAssets(searchAssets.With(pattern, limit));
+}
+
+std::vector<MediaAsset> Rival::Match(const std::string& word, int limit) {
+  const std::string expression = '"' + word + '"';
+  return ReadAssets(matchAssets.With(expression, limit));
+}
+
+std::vector<MediaAsset> Rival::ReadAssets(Statement& bound) {
+  std::vector<MediaAsset> found;
+  for (Rows row(bound); row.Next();) {
     MediaAsset asset;
     ReadAsset(row, asset);
     found.push_back(std::move(asset));

@@ -110,11 +110,14 @@ void CompareReads(LibrarySite& library, RivalSite& rival, const std::vector<Medi
     Require(AreSame(lazyOne, lazyOther) && lazyOne.MediaResources() == one.MediaResources(),
             "a clip read lazily, " + step);
   }
-  const auto found = library.Jobs().Search("take 1", 5);
-  const auto foundOther = rival.Jobs().Search("take 1", 5);
-  Require(found.size() == 5 &&
-              std::equal(found.begin(), found.end(), foundOther.begin(), foundOther.end(), AreSame),
+  const auto areSame = [](const std::vector<MediaAsset>& found, const std::vector<MediaAsset>& foundOther) {
+    return found.size() == 5 &&
+           std::equal(found.begin(), found.end(), foundOther.begin(), foundOther.end(), AreSame);
+  };
+  Require(areSame(library.Jobs().Search("take 1", 5), rival.Jobs().Search("take 1", 5)),
           "what a search finds, " + step);
+  Require(areSame(library.Jobs().Match("take", 5), rival.Jobs().Match("take", 5)),
+          "what a full-text search finds, " + step);
 }
 
 template <class Side>

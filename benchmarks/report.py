@@ -23,7 +23,7 @@ CEILINGS = {
     "walk_row": 1.1,
     "delete_one": 1.05,
 }
-OTHER_JOBS = ["save_having_deleted", "search", "save_group", "read_group", "save_sequence", "read_sequence"]
+OTHER_JOBS = ["save_having_deleted", "search", "match", "save_group", "read_group", "save_sequence", "read_sequence"]
 
 
 def load(path):
