@@ -114,17 +114,18 @@ class ORU_COMMON_DATABASE_EXPORT Query {
 
   /// Rows that a full-text index finds: `Match("MediaAssetFts", expression)` in a query for media assets.
   ///
-  /// Several matches, and conditions of other kinds, combine by AND as ever.
-  /// `OrderByAsc("MediaAssetFts.rank")` puts the best first. The view must read through the index; under `Or`
-  /// and `Not`, and in what a table deletes, SQLite takes a match in a selection of its own only: `In("key",
-  /// "MediaAssetFts", "rowid", matching)`.
+  /// A match combines with others, and with conditions of other kinds, by AND as ever. The best come first
+  /// with `OrderByAsc("MediaAssetFts.rank")`. Under `Or` and `Not`, in a view that doesn't read through the
+  /// index and in a query to delete by, SQLite takes a match in a selection of its own only:
+  /// `In("key", "MediaAssetFts", "rowid", matching)`.
   ///
-  /// SQLite reads the expression when the statement runs. Where it refuses it, or the place of the match, the
-  /// cursor's first step and its total throw InvalidOperationException, with a log entry of SQLite's text.
+  /// SQLite reads the expression when the statement runs. Where it refuses it, or finds it under `Or` or
+  /// `Not`, the first step of the cursor and its total throw InvalidOperationException. Without the index in
+  /// the view the cursor stays closed, and a deletion gives false. Each leaves a log entry of SQLite's text.
   /// @param table       the index
   /// @param expression  in the language of the index, https://sqlite.org/fts5.html#full_text_query_syntax;
   ///                    what a person has typed goes through FullTextExpression first
-  /// @throws ArgumentException  for a name as above, and for an expression with a NUL byte
+  /// @throws ArgumentException for a name that is none, as above, and for an expression with a NUL byte
   virtual Query& Match(const std::string& table, const std::string& expression) = 0;
 
   // What a literal of the language would otherwise choose badly or not at all: text for a C string (not

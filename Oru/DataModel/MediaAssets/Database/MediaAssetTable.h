@@ -42,8 +42,9 @@ class UnusedRows;
 /// walk.
 ///
 /// Every row comes through `MediaAssetFts`, the full-text index over name and description, which
-/// `Query::Match` searches. In a query these two are written `MediaAsset.name` and `MediaAsset.description`; a
-/// raw cursor also has the columns `nameFts` and `descriptionFts`, which mark matched terms with <b> and </b>.
+/// `Query::Match` searches. In a query these two are written `MediaAsset.name` and `MediaAsset.description`;
+/// a raw cursor also has the columns `nameFts` and `descriptionFts`, which mark matched terms with <b> and
+/// </b>.
 ///
 /// Threads: one table object serves one caller at a time; different table objects of one database may be used
 /// from different threads at once.
