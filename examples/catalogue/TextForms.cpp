@@ -69,6 +69,8 @@ std::string Highlighted(const std::string& text, bool isTerminal) {
   std::string highlighted = Printable(text);
   ReplaceAll(highlighted, "<b>", isTerminal ? "\033[1m" : "[");
   ReplaceAll(highlighted, "</b>", isTerminal ? "\033[0m" : "]");
+  // The text may hold a "<b>" of its own.
+  if (isTerminal) highlighted += "\033[0m";
   return highlighted;
 }
 

@@ -13,7 +13,7 @@ namespace Catalogue {
 
 // How values are shown to a reader. "-" stands for what isn't set.
 
-/// Text that some file or user gave, without control characters: it could move a terminal's cursor, or worse.
+/// Text that some file or user gave, with blanks for control characters, which a terminal would obey.
 std::string Printable(const std::string& text);
 /// A text in which a search has put what matched between "<b>" and "</b>", likewise printable: in bold for a
 /// terminal, between brackets elsewhere.

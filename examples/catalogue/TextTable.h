@@ -7,8 +7,8 @@
 
 namespace Catalogue {
 
-/// Rows of text in columns that are as wide as their widest cell. Widths count characters of UTF-8 text,
-/// control characters are left out.
+/// Rows of text in columns that are as wide as their widest cell. Widths count characters of UTF-8 text, and
+/// control characters are shown as blanks.
 class TextTable {
  public:
   explicit TextTable(std::vector<std::string> headings);

@@ -119,9 +119,10 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   /// index and in a query to delete by, SQLite takes a match in a selection of its own only:
   /// `In("key", "MediaAssetFts", "rowid", matching)`.
   ///
-  /// SQLite reads the expression when the statement runs. Where it refuses it, or finds it under `Or` or
-  /// `Not`, the first step of the cursor and its total throw InvalidOperationException. Without the index in
-  /// the view the cursor stays closed, and a deletion gives false. Each leaves a log entry of SQLite's text.
+  /// SQLite reads the expression when the statement runs, and not where other conditions leave no row to look
+  /// at. Where it refuses it, or finds it under `Or` or `Not`, the first step of the cursor and its total
+  /// throw InvalidOperationException. Without the index in the view the cursor stays closed, and a deletion
+  /// gives false. Each leaves a log entry of SQLite's text.
   /// @param table       the index
   /// @param expression  in the language of the index, https://sqlite.org/fts5.html#full_text_query_syntax;
   ///                    what a person has typed goes through FullTextExpression first
