@@ -8,6 +8,7 @@ namespace Oru::TimePoints {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct CalendarDate {
+  /// The year, which may be 0 or negative.
   int64_t year = 0;
   /// 1 to 12.
   int month = 1;

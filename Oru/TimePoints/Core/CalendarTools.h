@@ -22,6 +22,7 @@ namespace CalendarTools {
 /// The number of 1 January 1970.
 inline constexpr int64_t UnixEpochDay = 25567;
 
+/// Whether the year has a 29th of February by the rule of the Gregorian calendar.
 inline bool LeapYear(int year) {
   return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }

@@ -12,6 +12,7 @@ namespace Oru::TimePoints {
 /// Integer arithmetic of the time values: computed wide, and narrowed only if nothing is lost.
 namespace CheckedArithmetic {
 
+/// Whether the number fits 64 bits with a sign.
 inline bool FitsInt64(Int128 value) {
   return value >= std::numeric_limits<int64_t>::min() && value <= std::numeric_limits<int64_t>::max();
 }

@@ -29,6 +29,7 @@ class Duration {
   /// The longest span backwards, -2^63 nanoseconds.
   static Duration MinValue() { return Duration(std::numeric_limits<int64_t>::min()); }
 
+  /// The duration of so many units. Throws `std::overflow_error` where it doesn't fit 64 bits of nanoseconds:
   static Duration FromNanoseconds(int64_t count) { return Duration(count); }
   static Duration FromMilliseconds(int64_t count) { return FromUnits(count, 1000000); }
   static Duration FromSeconds(int64_t count) { return FromUnits(count, 1000000000); }
@@ -44,6 +45,7 @@ class Duration {
     return CheckedArithmetic::Compare(nanoseconds, other.nanoseconds);
   }
 
+  /// The sum, the difference and the product, exact:
   Duration Add(const Duration& other) const { return Narrow(Int128(nanoseconds) + other.nanoseconds); }
   Duration Substract(const Duration& other) const { return Narrow(Int128(nanoseconds) - other.nanoseconds); }
   Duration Multiply(int64_t factor) const { return Narrow(Int128(nanoseconds) * factor); }
@@ -54,6 +56,7 @@ class Duration {
     return Narrow(Int128(nanoseconds) / divisor);
   }
 
+  /// `Add`, `Substract`, `Multiply` and `Divide`.
   Duration operator+(const Duration& other) const { return Add(other); }
   Duration operator-(const Duration& other) const { return Substract(other); }
   Duration operator*(int64_t factor) const { return Multiply(factor); }
@@ -63,9 +66,11 @@ class Duration {
   Duration& operator*=(int64_t factor) { return *this = Multiply(factor); }
   Duration& operator/=(int64_t divisor) { return *this = Divide(divisor); }
 
+  /// Whether the two are of the same length.
   bool operator==(const Duration& other) const { return nanoseconds == other.nanoseconds; }
   bool operator!=(const Duration& other) const { return !(*this == other); }
 
+  /// The text that the formatter gives.
   std::string ToString(const DurationFormatter& formatter) const { return formatter.Format(*this); }
   /// Throws `std::invalid_argument` if the parser refuses the text.
   static Duration Parse(const std::string& text, DurationParser& parser) { return parser.Parse(text); }

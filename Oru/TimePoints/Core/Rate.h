@@ -27,7 +27,9 @@ class Rate {
   /// The rate 0/1, as a default rate.
   static Rate Empty() { return Rate(); }
 
+  /// Events in `Denominator()` seconds, as given.
   int64_t Numerator() const { return numerator; }
+  /// Seconds; negative or 0 if it was so given.
   int64_t Denominator() const { return denominator; }
 
   /// -1, 0 or 1 as this rate is slower than, as fast as or faster than `other`: the ratios are compared,

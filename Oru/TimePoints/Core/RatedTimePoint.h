@@ -46,9 +46,11 @@ class RatedTimePoint {
 
   /// The start of the sample.
   const TimePoints::TimePoint& TimePoint() const { return timePoint; }
+  /// The rate that samples are counted at.
   const TimePoints::Rate& Rate() const { return rate; }
   /// From the start of the sample to the instant that was aligned.
   const Duration& Delta() const { return delta; }
+  /// The number of the sample that is under way at the instant.
   int64_t SampleNumber() const { return timePoint.GetSampleNumber(rate); }
 
   /// The sample `count` further on, with the same remainder.
@@ -64,6 +66,7 @@ class RatedTimePoint {
     return CheckedArithmetic::ToInt64(Int128(SampleNumber()) - other.SampleNumber(), "Number of samples");
   }
 
+  /// `Add` and `Substract`; the count is one of samples.
   RatedTimePoint operator+(int64_t count) const { return Add(count); }
   RatedTimePoint operator-(int64_t count) const { return Substract(count); }
   int64_t operator-(const RatedTimePoint& other) const { return Substract(other); }

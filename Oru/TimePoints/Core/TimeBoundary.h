@@ -16,6 +16,8 @@ namespace Oru::TimePoints {
 class TimeBoundary {
  public:
   TimeBoundary() = default;
+  /// @param instant  where the boundary lies
+  /// @param moving   whether it still moves
   TimeBoundary(const TimePoints::TimePoint& instant, bool moving) : timePoint(instant), isMoving(moving) {}
   /// A boundary that stands still.
   TimeBoundary(const TimePoints::TimePoint& instant) : timePoint(instant) {}
@@ -23,7 +25,9 @@ class TimeBoundary {
   /// The unset boundary, as a default one.
   static TimeBoundary Empty() { return TimeBoundary(); }
 
+  /// Where the boundary lies; the empty time point when it isn't set.
   const TimePoints::TimePoint& TimePoint() const { return timePoint; }
+  /// Whether the boundary still moves, as the end of a recording that goes on.
   bool IsMoving() const { return isMoving; }
 
   /// Same instant and same movement: the flag counts, also between unset boundaries.
@@ -40,6 +44,7 @@ class TimeBoundary {
     return timePoint - other.timePoint;
   }
 
+  /// The text that the formatter gives.
   std::string ToString(const TimeBoundaryFormatter& formatter) const { return formatter.Format(*this); }
   /// Throws `std::invalid_argument` if the parser refuses the text.
   static TimeBoundary Parse(const std::string& text, TimeBoundaryParser& parser) {

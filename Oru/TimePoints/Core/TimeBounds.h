@@ -17,11 +17,13 @@ namespace Oru::TimePoints {
 class ORU_TIMEPOINTS_VISIBLE TimeBounds {
  public:
   TimeBounds() = default;
+  /// Takes the boundaries as they are; none is checked against the other.
   TimeBounds(const TimeBoundary& in, const TimeBoundary& out) : inBoundary(in), outBoundary(out) {}
 
   /// Two unset boundaries, as in a default value.
   static TimeBounds Empty() { return TimeBounds(); }
 
+  /// The beginning and the end:
   const TimeBoundary& InBoundary() const { return inBoundary; }
   const TimeBoundary& OutBoundary() const { return outBoundary; }
 
@@ -29,11 +31,13 @@ class ORU_TIMEPOINTS_VISIBLE TimeBounds {
   /// `std::overflow_error` if the span doesn't fit.
   TimePoints::Duration Duration() const { return outBoundary - inBoundary; }
 
+  /// The same boundaries, moving flags included.
   bool operator==(const TimeBounds& other) const {
     return inBoundary == other.inBoundary && outBoundary == other.outBoundary;
   }
   bool operator!=(const TimeBounds& other) const { return !(*this == other); }
 
+  /// The text that the formatter gives.
   std::string ToString(const TimeBoundsFormatter& formatter) const { return formatter.Format(*this); }
   /// Throws `std::invalid_argument` if the parser refuses the text.
   static TimeBounds Parse(const std::string& text, TimeBoundsParser& parser) { return parser.Parse(text); }

@@ -36,20 +36,27 @@ class TimeCode {
 
   /// The default time code.
   static TimeCode Empty() { return TimeCode(); }
+  /// Whether this is the default time code.
   bool IsEmpty() const { return *this == Empty(); }
 
   /// The date and the clock. A count that was carried past the year 2261 goes on in the same calendar; one
   /// below 0 goes back before 1900.
   int32_t Year() const { return Field(Date().year); }
+  /// From 1 to 12.
   int32_t Month() const { return Date().month; }
+  /// From 1.
   int32_t Day() const { return Date().day; }
+  /// From 0 to 23.
   int32_t Hour() const { return Field(ClockSample() / SamplePerSecond() / 3600); }
+  /// From 0 to 59:
   int32_t Minute() const { return Field(ClockSample() / SamplePerSecond() / 60 % 60); }
   int32_t Second() const { return Field(ClockSample() / SamplePerSecond() % 60); }
   /// The frame number within the second, from 0.
   int32_t Sample() const { return Field(ClockSample() % SamplePerSecond()); }
 
+  /// The nominal rate: whole samples a second.
   const TimePoints::Rate& Rate() const { return rate; }
+  /// Whether drop-frame counting leaves out sample numbers.
   bool IsDrop() const { return isDrop; }
   /// False if the time code was built from a clock alone.
   bool HasDate() const { return hasDate; }
@@ -69,6 +76,7 @@ class TimeCode {
     return Count(Int128(totalSample) - other.totalSample);
   }
 
+  /// `AddSample`, `SubstractSample` and `Substract`.
   TimeCode operator+(int64_t count) const { return AddSample(count); }
   TimeCode operator-(int64_t count) const { return SubstractSample(count); }
   int64_t operator-(const TimeCode& other) const { return Substract(other); }
@@ -103,6 +111,7 @@ class TimeCode {
   bool operator<=(const TimeCode& other) const { return !(other < *this); }
   bool operator>=(const TimeCode& other) const { return !(*this < other); }
 
+  /// The text that the formatter gives.
   std::string ToString(const TimeCodeFormatter& formatter) const { return formatter.Format(*this); }
   /// Throws `std::invalid_argument` if the parser refuses the text.
   static TimeCode Parse(const std::string& text, TimeCodeParser& parser) { return parser.Parse(text); }

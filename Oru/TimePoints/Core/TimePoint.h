@@ -33,9 +33,12 @@ class TimePoint {
 
   /// The unset instant, -9223372036854775807.
   static TimePoint Empty() { return TimePoint(); }
+  /// The last instant, 2^63 - 1 nanoseconds after 1970.
   static TimePoint MaxValue() { return TimePoint(std::numeric_limits<int64_t>::max()); }
+  /// The first instant, 2^63 nanoseconds before 1970.
   static TimePoint MinValue() { return TimePoint(std::numeric_limits<int64_t>::min()); }
 
+  /// The instant so many nanoseconds after 1970; negative ones lie before.
   static TimePoint FromNanoseconds(int64_t count) { return TimePoint(count); }
 
   /// The first whole nanosecond of the sample. Where a sample lasts a nanosecond or more, `GetSampleNumber`
@@ -44,6 +47,7 @@ class TimePoint {
     return TimePoint(NanoSecondsFromSampleNumber(rate, sampleNumber));
   }
 
+  /// Nanoseconds since 1970.
   int64_t ToNanoseconds() const { return nanoseconds; }
 
   /// The number of the sample that is under way at this instant; negative before 1970.
@@ -63,7 +67,9 @@ class TimePoint {
     return CheckedArithmetic::Compare(nanoseconds, other.nanoseconds);
   }
 
+  /// Nanoseconds since 1970.
   TimePoint Add(const Duration& span) const { return Narrow(Int128(nanoseconds) + span.ToNanoseconds()); }
+  /// The instant a span earlier.
   TimePoint Substract(const Duration& span) const {
     return Narrow(Int128(nanoseconds) - span.ToNanoseconds());
   }
@@ -72,12 +78,14 @@ class TimePoint {
     return Duration::FromNanoseconds(nanoseconds) - Duration::FromNanoseconds(other.nanoseconds);
   }
 
+  /// `Add` and `Substract`.
   TimePoint operator+(const Duration& span) const { return Add(span); }
   TimePoint operator-(const Duration& span) const { return Substract(span); }
   Duration operator-(const TimePoint& other) const { return Substract(other); }
   TimePoint& operator+=(const Duration& span) { return *this = Add(span); }
   TimePoint& operator-=(const Duration& span) { return *this = Substract(span); }
 
+  /// The order of time.
   bool operator==(const TimePoint& other) const { return nanoseconds == other.nanoseconds; }
   bool operator!=(const TimePoint& other) const { return nanoseconds != other.nanoseconds; }
   bool operator<(const TimePoint& other) const { return nanoseconds < other.nanoseconds; }
@@ -85,6 +93,7 @@ class TimePoint {
   bool operator<=(const TimePoint& other) const { return nanoseconds <= other.nanoseconds; }
   bool operator>=(const TimePoint& other) const { return nanoseconds >= other.nanoseconds; }
 
+  /// The text that the formatter gives.
   std::string ToString(const TimePointFormatter& formatter) const { return formatter.Format(*this); }
   /// Throws `std::invalid_argument` if the parser refuses the text.
   static TimePoint Parse(const std::string& text, TimePointParser& parser) { return parser.Parse(text); }

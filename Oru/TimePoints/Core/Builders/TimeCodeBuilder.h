@@ -30,6 +30,7 @@ class TimeCodeBuilder {
     year = value;
     return *this;
   }
+  /// Any value, which `Build` judges:
   TimeCodeBuilder& Month(int value) {
     month = value;
     return *this;
@@ -65,9 +66,11 @@ class TimeCodeBuilder {
     isDrop = value;
     return *this;
   }
+  /// `Year`, `Month` and `Day` at once.
   TimeCodeBuilder& Date(int yearValue, int monthValue, int dayValue) {
     return Year(yearValue).Month(monthValue).Day(dayValue);
   }
+  /// `Hour`, `Minute`, `Second` and `Sample` at once.
   TimeCodeBuilder& ClockTime(int hourValue, int minuteValue, int secondValue, int sampleValue) {
     return Hour(hourValue).Minute(minuteValue).Second(secondValue).Sample(sampleValue);
   }

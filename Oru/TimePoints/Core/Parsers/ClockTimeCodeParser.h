@@ -23,6 +23,7 @@ namespace Oru::TimePoints {
 /// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class ClockTimeCodeParser : public TimeCodeParser {
  public:
+  /// @param sampleRate  the rate that the time codes are given
   explicit ClockTimeCodeParser(const Rate& sampleRate) : rate(sampleRate) {}
 
   TimeCode Parse(const std::string& text) override {

@@ -20,20 +20,24 @@ class TextReader {
   TextReader(std::string wholeText, std::string formDescription)
       : text(std::move(wholeText)), form(std::move(formDescription)) {}
 
+  /// Throws what a piece that isn't right throws, for the reason given.
   [[noreturn]] void Fail(const std::string& reason) const {
     throw std::invalid_argument("\"" + text + "\" is not " + form + ": " + reason);
   }
 
+  /// Passes over a character if it comes next; whether it did.
   bool TakeIf(char wanted) {
     if (position == text.size() || text[position] != wanted) return false;
     ++position;
     return true;
   }
 
+  /// Passes over a character, which must come next.
   void Take(char wanted) {
     if (!TakeIf(wanted)) FailHere(std::string("'") + wanted + "'");
   }
 
+  /// Makes sure that nothing is left.
   void End() const {
     if (position != text.size()) FailHere("the end");
   }
@@ -61,6 +65,7 @@ class TextReader {
     return Narrow(negative ? -magnitude : magnitude);
   }
 
+  /// The number in 64 bits, which it must fit.
   int64_t Narrow(Int128 value) const {
     if (!CheckedArithmetic::FitsInt64(value)) Fail("the value does not fit 64 bits");
     return static_cast<int64_t>(value);
