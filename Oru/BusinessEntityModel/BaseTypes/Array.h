@@ -26,6 +26,7 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 template <class T>
 class Array {
  public:
+  /// As the standard library's containers name them:
   using value_type = std::unique_ptr<T>;
   using iterator = typename std::vector<std::unique_ptr<T>>::iterator;
   using const_iterator = typename std::vector<std::unique_ptr<T>>::const_iterator;
@@ -98,12 +99,16 @@ class Array {
     TellPositionsFrom(position);
     return previous;
   }
+  /// Takes out all elements.
   void Clear() noexcept { collection.clear(); }
 
+  /// The number of elements.
   int32_t Size() const noexcept { return static_cast<int32_t>(collection.size()); }
+  /// Whether there are no elements.
   bool Empty() const noexcept { return collection.empty(); }
   /// Iterate over the unique pointers; none is null.
   iterator begin() noexcept { return collection.begin(); }
+  /// Iterators, valid until the next change:
   iterator end() noexcept { return collection.end(); }
   const_iterator begin() const noexcept { return collection.begin(); }
   const_iterator end() const noexcept { return collection.end(); }

@@ -18,9 +18,11 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_BASETYPES_EXPORT GenericMetadataProfile : public MetadataProfile {
  public:
+  /// Values by their keys.
   using Dictionary = std::map<std::string, std::string>;
 
   GenericMetadataProfile();
+  /// A profile of that name without entries.
   explicit GenericMetadataProfile(BaseTypes::FullyQualifiedName name);
   GenericMetadataProfile(const GenericMetadataProfile&);
   GenericMetadataProfile(GenericMetadataProfile&&) noexcept;
@@ -46,6 +48,7 @@ class ORU_BASETYPES_EXPORT GenericMetadataProfile : public MetadataProfile {
 
   /// Adds the entry, or overwrites the value of a key that exists.
   void Set(std::string key, std::string value);
+  /// Whether there is an entry of that key.
   bool Contains(const std::string& key) const;
   /// Removes the entry; false if there is none.
   bool Erase(const std::string& key);
@@ -53,6 +56,7 @@ class ORU_BASETYPES_EXPORT GenericMetadataProfile : public MetadataProfile {
   const std::string& Get(const std::string& key) const;
   /// The value of `key`, added as the empty text if there is none.
   std::string& operator[](const std::string& key);
+  /// The keys in order.
   std::vector<std::string> Keys() const;
   /// The values, in the order of their keys.
   std::vector<std::string> Values() const;

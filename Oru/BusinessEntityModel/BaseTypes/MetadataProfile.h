@@ -15,6 +15,7 @@ class ORU_BASETYPES_EXPORT MetadataProfile {
  public:
   virtual ~MetadataProfile();
 
+  /// The name that the profile is kept under in a dictionary and in a file.
   virtual BaseTypes::FullyQualifiedName FullyQualifiedName() const = 0;
   /// Whether `other` has the same name and content. A profile of another class is not equal.
   virtual bool Equals(const MetadataProfile& other) const = 0;
@@ -23,6 +24,7 @@ class ORU_BASETYPES_EXPORT MetadataProfile {
   /// The text of the name, unless a class gives more.
   virtual std::string ToString() const;
 
+  /// `Equals`.
   bool operator==(const MetadataProfile& other) const { return Equals(other); }
   bool operator!=(const MetadataProfile& other) const { return !Equals(other); }
 

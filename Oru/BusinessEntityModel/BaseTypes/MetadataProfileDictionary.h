@@ -25,6 +25,7 @@ class ORU_BASETYPES_EXPORT MetadataProfileDictionary {
   /// Stores the profile under its name, in place of the one that had the name. std::invalid_argument for an
   /// empty pointer.
   void Set(std::shared_ptr<MetadataProfile> profile);
+  /// Whether there is a profile of that name.
   bool Contains(const FullyQualifiedName& name) const;
 
   /// The profile of the name; a name that is missing throws std::out_of_range with the text "map::at".
@@ -39,6 +40,7 @@ class ORU_BASETYPES_EXPORT MetadataProfileDictionary {
   std::shared_ptr<P> Get() {
     return std::dynamic_pointer_cast<P>((*this)[P::StaticFullyQualifiedName()]);
   }
+  /// The profile of class `P`; null if there is none, or one of another class has its name.
   template <class P>
   std::shared_ptr<const P> Get() const {
     return std::dynamic_pointer_cast<const P>((*this)[P::StaticFullyQualifiedName()]);
@@ -63,9 +65,13 @@ class ORU_BASETYPES_EXPORT MetadataProfileDictionary {
     return true;
   }
 
+  /// Takes out all elements.
   void Clear() noexcept { values.clear(); }
+  /// Whether there are no elements.
   bool Empty() const noexcept { return values.empty(); }
+  /// The number of elements.
   std::size_t Size() const noexcept { return values.size(); }
+  /// The names of the profiles, in order.
   std::vector<FullyQualifiedName> Keys() const;
   /// The profiles, in name order.
   std::vector<std::shared_ptr<MetadataProfile>> Values() const;
@@ -82,6 +88,7 @@ class ORU_BASETYPES_EXPORT MetadataProfileDictionary {
 
   /// The same names, each with profiles that are equal by `MetadataProfile::Equals`.
   bool Equals(const MetadataProfileDictionary& other) const;
+  /// `Equals`.
   bool operator==(const MetadataProfileDictionary& other) const { return Equals(other); }
   bool operator!=(const MetadataProfileDictionary& other) const { return !Equals(other); }
 

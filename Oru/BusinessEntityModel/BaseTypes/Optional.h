@@ -15,6 +15,7 @@ template <class T>
 class Optional {
  public:
   Optional() = default;
+  /// Holds the value.
   Optional(const T& value) : content(value) {}
   Optional(T&& value) : content(std::move(value)) {}
 
@@ -35,6 +36,7 @@ class Optional {
     return *this;
   }
 
+  /// Whether a value is held:
   bool HasValue() const noexcept { return content.has_value(); }
   explicit operator bool() const noexcept { return content.has_value(); }
   /// Destroys the value, if there is one.
@@ -49,6 +51,7 @@ class Optional {
     Require();
     return *content;
   }
+  /// `Value()`, or its address.
   const T& operator*() const { return Value(); }
   T& operator*() { return Value(); }
   const T* operator->() const { return std::addressof(Value()); }

@@ -66,10 +66,12 @@ class SharedReference {
   explicit operator bool() const noexcept { return static_cast<bool>(pointer); }
   operator Identifier() const { return id; }
 
+  /// The identifier, also where the object isn't held.
   const Identifier& Id() const noexcept { return id; }
   /// Sets the identifier alone; neither the pointer nor its object changes.
   void Id(Identifier value) noexcept { id = std::move(value); }
 
+  /// The object; null where only the identifier is known.
   std::shared_ptr<const T> Pointer() const noexcept { return pointer; }
   const std::shared_ptr<T>& Pointer() noexcept { return pointer; }
   /// Sets the pointer and runs `UpdateIdentifier`: an empty pointer lets the object go and keeps the
@@ -91,6 +93,7 @@ class SharedReference {
   /// The object; std::logic_error when it isn't held.
   const T& Value() const { return Checked(); }
   T& Value() { return Checked(); }
+  /// The object, which must be held.
   const T& operator*() const { return Checked(); }
   T& operator*() { return Checked(); }
   const T* operator->() const { return &Checked(); }

@@ -20,6 +20,7 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 template <class T, class Less, class Equal, class Alloc = std::allocator<T>>
 class SortedVectorBase {
  public:
+  /// As the standard library's containers name them:
   using value_type = T;
   using iterator = typename std::vector<T, Alloc>::iterator;
   using const_iterator = typename std::vector<T, Alloc>::const_iterator;
@@ -54,15 +55,20 @@ class SortedVectorBase {
     }
   }
 
+  /// Iterators over the elements in their order, valid until the next change. A change of an element through
+  /// one must leave its place in the order as it is:
   iterator begin() noexcept { return elements.begin(); }
   iterator end() noexcept { return elements.end(); }
   const_iterator begin() const noexcept { return elements.begin(); }
   const_iterator end() const noexcept { return elements.end(); }
   const_iterator cbegin() const noexcept { return elements.cbegin(); }
   const_iterator cend() const noexcept { return elements.cend(); }
+  /// The number of elements.
   std::size_t Size() const noexcept { return elements.size(); }
+  /// Whether there are no elements.
   bool Empty() const noexcept { return elements.empty(); }
 
+  /// Whether there is an element at that index from 0.
   bool IsValidIndex(std::size_t index) const noexcept { return index < elements.size(); }
   /// Throws std::out_of_range for an index that isn't valid.
   void CheckIndex(std::size_t index) const {
@@ -80,6 +86,7 @@ class SortedVectorBase {
   /// The first and the last element; std::out_of_range in an empty vector.
   T& Front() { return At(0); }
   const T& Front() const { return At(0); }
+  /// The last element; std::out_of_range if there is none.
   T& Back() { return At(elements.size() - 1); }
   const T& Back() const { return At(elements.size() - 1); }
 
@@ -90,6 +97,7 @@ class SortedVectorBase {
                                     [&item](const T& element) { return Equal()(element, item); });
     return found != equivalent.second ? found : elements.end();
   }
+  /// The place of an equal element, the end if there is none.
   const_iterator Find(const T& item) const { return ConstFind(item); }
   iterator Find(const T& item) { return elements.begin() + (ConstFind(item) - elements.cbegin()); }
 
@@ -109,6 +117,7 @@ class SortedVectorBase {
     }
   }
 
+  /// Takes out all elements.
   void Clear() noexcept { elements.clear(); }
 
   /// Erases the element at `index`; std::out_of_range for an index that isn't valid.
@@ -127,6 +136,7 @@ class SortedVectorBase {
   iterator Erase(const_iterator position) { return elements.erase(position); }
   iterator Erase(const_iterator first, const_iterator last) { return elements.erase(first, last); }
 
+  /// The elements in their order.
   const std::vector<T, Alloc>& Values() const noexcept { return elements; }
   /// Replaces all elements by the items, inserted one by one; when one is refused, nothing changes.
   void Values(std::vector<T> items) {

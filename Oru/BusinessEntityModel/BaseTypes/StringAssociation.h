@@ -23,6 +23,7 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 template <class E>
 class StringAssociation {
  public:
+  /// Lists the texts of the values; without `fallback` unknown ones are refused.
   StringAssociation(std::initializer_list<std::pair<E, std::string>> associations) {
     for (const auto& [value, text] : associations) {
       typeToString.emplace(value, text);
@@ -34,6 +35,8 @@ class StringAssociation {
     fallbackValue = fallback;
   }
 
+  /// The text of a value, or that of the fallback.
+  /// @throws std::out_of_range where neither has one
   const std::string& ToString(const E& value) const {
     bool found = false;
     const std::string* text = Text(value, found);
@@ -47,6 +50,8 @@ class StringAssociation {
     return text != nullptr ? *text : empty;
   }
 
+  /// The value of a text, or the fallback.
+  /// @throws std::out_of_range for an unknown text without a fallback
   E ToEnum(const std::string& text) const {
     bool found = false;
     const E value = ToEnum(text, found);

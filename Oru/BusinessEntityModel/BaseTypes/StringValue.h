@@ -16,15 +16,19 @@ template <class Derived>
 class StringValue {
  public:
   StringValue() = default;
+  /// Holds the text as it is.
   StringValue(const std::string& text) : value(text) {}
   StringValue(std::string&& text) noexcept : value(std::move(text)) {}
   /// A null pointer gives the empty text.
   StringValue(const char* text) : value(text != nullptr ? text : "") {}
 
+  /// Whether the text is empty.
   bool IsEmpty() const noexcept { return value.empty(); }
+  /// The text.
   const std::string& Value() const noexcept { return value; }
   operator std::string() const { return value; }
 
+  /// Whether the texts are the same, byte by byte.
   friend bool operator==(const Derived& left, const Derived& right) noexcept {
     return left.Value() == right.Value();
   }

@@ -25,6 +25,7 @@ using Utf8 = char;
 class ORU_BASETYPES_EXPORT Utf8String : public std::string {
  public:
   Utf8String() = default;
+  /// Holds the text, which isn't checked.
   Utf8String(const std::string& text) : std::string(text) {}
   Utf8String(std::string&& text) noexcept : std::string(std::move(text)) {}
   /// Up to the first NUL; a null pointer gives the empty text.

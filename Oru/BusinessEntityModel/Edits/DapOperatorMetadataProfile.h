@@ -42,24 +42,31 @@ class ORU_EDITS_EXPORT DapOperatorMetadataProfile : public BaseTypes::MetadataPr
   bool Equals(const BaseTypes::MetadataProfile& other) const override;
   std::shared_ptr<BaseTypes::MetadataProfile> Clone() const override;
 
+  /// `Equals`.
   bool operator==(const DapOperatorMetadataProfile& other) const;
   bool operator!=(const DapOperatorMetadataProfile& other) const { return !(*this == other); }
 
+  /// The server that keeps it; an empty one for none.
   const DataModel::MediaAssets::ZuServerId& ServerId() const noexcept { return serverId; }
   void ServerId(const DataModel::MediaAssets::ZuServerId& value) noexcept { serverId = value; }
   /// Page, bank and row take any number. In a new profile page and row are `DapId::Unset` and the bank is 0.
   int Page() const noexcept { return page; }
   void Page(int value) noexcept { page = value; }
+  /// As the page, any number.
   int Bank() const noexcept { return bank; }
   void Bank(int value) noexcept { bank = value; }
+  /// As the page, any number.
   int Row() const noexcept { return row; }
   void Row(int value) noexcept { row = value; }
+  /// Identifiers that other systems know the material by, as given:
   const std::string& UmId() const noexcept { return umId; }
   void UmId(std::string value) noexcept { umId = std::move(value); }
   const std::string& VarId() const noexcept { return varId; }
   void VarId(std::string value) noexcept { varId = std::move(value); }
+  /// How many video elements there are, as given.
   int VideoElementsCount() const noexcept { return videoElementsCount; }
   void VideoElementsCount(int value) noexcept { videoElementsCount = value; }
+  /// Whether it has been archived.
   DataModel::MediaAssets::ArchiveStatus ArchiveStatus() const noexcept { return archiveStatus; }
   void ArchiveStatus(DataModel::MediaAssets::ArchiveStatus value) noexcept { archiveStatus = value; }
   /// Absent where the time code isn't made anew.

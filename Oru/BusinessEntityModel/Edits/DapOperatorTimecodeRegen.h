@@ -35,17 +35,21 @@ class ORU_EDITS_EXPORT DapOperatorTimecodeRegen {
   /// Every enumeration at 0, and a default time code.
   DapOperatorTimecodeRegen();
 
+  /// Over what the time code counts on.
   Continuity ContinueIn() const noexcept { return continuity; }
   void ContinueIn(Continuity value) noexcept { continuity = value; }
+  /// What it starts from.
   Reference From() const noexcept { return from; }
   void From(Reference value) noexcept { from = value; }
   /// A file keeps it at the rates 50/1 and 60/1 (drop or not); at another rate only the count of samples
   /// comes back.
   const TimePoints::TimeCode& TimecodeRef() const noexcept { return reference; }
   void TimecodeRef(const TimePoints::TimeCode& value) noexcept { reference = value; }
+  /// Which time code it is put out in.
   Output In() const noexcept { return in; }
   void In(Output value) noexcept { in = value; }
 
+  /// The same settings.
   bool operator==(const DapOperatorTimecodeRegen& other) const;
   bool operator!=(const DapOperatorTimecodeRegen& other) const { return !(*this == other); }
 

@@ -23,6 +23,7 @@ namespace Oru::BusinessEntityModel::Edits {
 class ORU_EDITS_EXPORT Edit : public BaseTypes::PersistentObject {
  public:
   Edit();
+  /// A new object of that identifier, not stored yet.
   explicit Edit(EditId editId);
   Edit(const Edit&);
   Edit(Edit&&) noexcept;
@@ -30,21 +31,27 @@ class ORU_EDITS_EXPORT Edit : public BaseTypes::PersistentObject {
   Edit& operator=(Edit&&) noexcept;
   ~Edit();
 
+  /// What callers know it by; unique among its kind in a file.
   const EditId& Id() const noexcept { return id; }
   void Id(EditId value) noexcept { id = std::move(value); }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
 
   /// Seconds since 1970, as all dates. The two dates are set each for itself, in any order.
   BaseTypes::DateTime CreationDate() const noexcept { return creationDate; }
   void CreationDate(BaseTypes::DateTime value) noexcept { creationDate = value; }
+  /// Who made it.
   const UserId& CreationOwner() const noexcept { return creationOwner; }
   void CreationOwner(UserId value) noexcept { creationOwner = std::move(value); }
+  /// Seconds since 1970; set by the caller alone.
   BaseTypes::DateTime ModificationDate() const noexcept { return modificationDate; }
   void ModificationDate(BaseTypes::DateTime value) noexcept { modificationDate = value; }
+  /// Who changed it last.
   const UserId& ModificationOwner() const noexcept { return modificationOwner; }
   void ModificationOwner(UserId value) noexcept { modificationOwner = std::move(value); }
 
+  /// The profiles of metadata.
   const BaseTypes::EditorialMetadata& Metadata() const noexcept { return *metadata; }
   BaseTypes::EditorialMetadata& Metadata() noexcept { return *metadata; }
   /// Takes copies of the profiles.
@@ -52,6 +59,7 @@ class ORU_EDITS_EXPORT Edit : public BaseTypes::PersistentObject {
   /// Takes the profiles themselves.
   void Metadata(BaseTypes::EditorialMetadata&& value) noexcept { metadata = std::move(value); }
 
+  /// The sequences in order.
   const SequenceArray& Sequences() const noexcept { return sequences; }
   SequenceArray& Sequences() noexcept { return sequences; }
   /// Takes copies of the sequences.
@@ -59,6 +67,7 @@ class ORU_EDITS_EXPORT Edit : public BaseTypes::PersistentObject {
   /// Takes the sequences themselves.
   void Sequences(SequenceArray&& value) noexcept { sequences = std::move(value); }
 
+  /// A copy that shares nothing with this edit.
   std::unique_ptr<Edit> Clone() const;
 
   /// The same identifier and content, sequences included. Object ids don't count.

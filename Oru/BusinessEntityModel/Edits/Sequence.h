@@ -26,6 +26,7 @@ namespace Oru::BusinessEntityModel::Edits {
 class ORU_EDITS_EXPORT Sequence : public BaseTypes::PersistentObject {
  public:
   Sequence();
+  /// A new object of that identifier, not stored yet.
   explicit Sequence(SequenceId sequenceId);
   Sequence(const Sequence&);
   Sequence(Sequence&&) noexcept;
@@ -33,27 +34,36 @@ class ORU_EDITS_EXPORT Sequence : public BaseTypes::PersistentObject {
   Sequence& operator=(Sequence&&) noexcept;
   ~Sequence();
 
+  /// What callers know it by; unique among its kind in a file.
   const SequenceId& Id() const noexcept { return id; }
   void Id(SequenceId value) noexcept { id = std::move(value); }
+  /// The version, counted by the caller.
   int32_t Version() const noexcept { return static_cast<int32_t>(version); }
   void Version(int32_t value) noexcept { version = static_cast<uint64_t>(int64_t{value}); }
+  /// Where the sequence stands in time; the empty time point for nowhere:
   const TimePoints::TimePoint& GetTimePoint() const noexcept { return timePoint; }
   void SetTimePoint(const TimePoints::TimePoint& value) noexcept { timePoint = value; }
+  /// How long the sequence lasts.
   const SequenceDuration& Duration() const noexcept { return sequenceDuration; }
   void Duration(const SequenceDuration& value) noexcept { sequenceDuration = value; }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
 
   /// Seconds since 1970, as all dates. The two dates are set each for itself, in any order.
   BaseTypes::DateTime CreationDate() const noexcept { return creationDate; }
   void CreationDate(BaseTypes::DateTime value) noexcept { creationDate = value; }
+  /// Who made it.
   const UserId& CreationOwner() const noexcept { return creationOwner; }
   void CreationOwner(UserId value) noexcept { creationOwner = std::move(value); }
+  /// Seconds since 1970; set by the caller alone.
   BaseTypes::DateTime ModificationDate() const noexcept { return modificationDate; }
   void ModificationDate(BaseTypes::DateTime value) noexcept { modificationDate = value; }
+  /// Who changed it last.
   const UserId& ModificationOwner() const noexcept { return modificationOwner; }
   void ModificationOwner(UserId value) noexcept { modificationOwner = std::move(value); }
 
+  /// The profiles of metadata.
   const BaseTypes::EditorialMetadata& Metadata() const noexcept { return *metadata; }
   BaseTypes::EditorialMetadata& Metadata() noexcept { return *metadata; }
   /// Takes copies of the profiles.
@@ -70,6 +80,7 @@ class ORU_EDITS_EXPORT Sequence : public BaseTypes::PersistentObject {
   const DapOperatorMetadataProfile& DapOperatorMetadata() const;
   DapOperatorMetadataProfile& DapOperatorMetadata();
 
+  /// A copy, as the copy constructor makes it.
   std::unique_ptr<Sequence> Clone() const;
 
   /// The same identifier and content. Object ids don't count.

@@ -17,11 +17,14 @@ class ORU_EDITS_EXPORT SequenceDuration {
   /// A fixed duration.
   explicit SequenceDuration(const TimePoints::Duration& length);
 
+  /// How long the sequence lasts; counts only while it is fixed.
   const TimePoints::Duration& Duration() const noexcept { return duration; }
   void Duration(const TimePoints::Duration& value) noexcept { duration = value; }
+  /// Whether the duration is set and not open.
   bool Fixed() const noexcept { return fixed; }
   void Fixed(bool value) noexcept { fixed = value; }
 
+  /// Whether the two are equal.
   bool operator==(const SequenceDuration& other) const;
   bool operator!=(const SequenceDuration& other) const { return !(*this == other); }
   /// By duration; of two that are as long, the one that isn't fixed comes first.

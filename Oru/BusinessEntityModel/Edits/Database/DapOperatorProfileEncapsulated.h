@@ -12,10 +12,13 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   DapOperatorProfileEncapsulated(int64_t sequenceKey, DapOperatorMetadataProfile& ownedProfile)
       : sequenceFk(sequenceKey), profile(ownedProfile) {}
 
+  /// The key of the owner.
   int64_t sequenceFk;
+  /// What is stored.
   DapOperatorMetadataProfile& profile;
 };
 

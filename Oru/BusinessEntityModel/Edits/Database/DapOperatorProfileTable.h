@@ -24,6 +24,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
     : public Common::Databases::Sqlite::OwnerKeyTable<DapOperatorProfileTable, DapOperatorMetadataProfile,
                                                       DapOperatorProfileEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit DapOperatorProfileTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~DapOperatorProfileTable() override;
 
@@ -55,7 +56,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
   }
   int64_t GetObjectId(DapOperatorProfileEncapsulated& obj) const override { return obj.profile.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 15> columnNames;
 };
 

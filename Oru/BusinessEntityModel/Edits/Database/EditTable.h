@@ -23,6 +23,7 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 class ORU_DATAMODEL_DATABASE_EXPORT EditTable
     : public Common::Databases::Sqlite::DeclaredTable<EditTable, Edit, Edit> {
  public:
+  /// @param database  must outlive the table
   explicit EditTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~EditTable() override;
 
@@ -39,7 +40,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
   /// The key of the edit with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BaseTypes::Identifier& id) const;
 
+  /// The generic metadata of what this table stores.
   DataModel::MediaAssets::Database::MetadataTable& GetMetadataTable() { return metadataTable; }
+  /// The sequences of edits.
   SequenceTable& GetSequenceTable() { return sequenceTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, Edit& edit) override;
@@ -47,7 +50,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
   void SetObjectId(Edit& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(Edit& obj) const override { return obj.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 7> columnNames;
 
  private:

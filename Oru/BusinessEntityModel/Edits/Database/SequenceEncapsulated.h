@@ -17,6 +17,7 @@ struct ORU_DATAMODEL_DATABASE_EXPORT SequenceEncapsulated {
 
   /// Key of the edit's row, -1 for none.
   int64_t editFk = -1;
+  /// What is stored.
   Sequence& sequence;
 };
 

@@ -27,6 +27,7 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
     : public Common::Databases::Sqlite::DeclaredTable<SequenceTable, Sequence, SequenceEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit SequenceTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~SequenceTable() override;
 
@@ -42,6 +43,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   bool Save(Sequence& sequence, bool lazy);
   bool Save(Sequence& sequence) { return Save(sequence, true); }
 
+  /// Deletes a sequence with its metadata. The form that takes an object sets its object id to -1.
+  /// @return false, with a log entry, when the database refuses
   bool Delete(Sequence& sequence);
   bool Delete(const SequenceId& id);
   /// Deletes the sequences whose operator's profile names one server, and leaves their edits.
@@ -58,7 +61,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   /// The key of the sequence with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BaseTypes::Identifier& id) const;
 
+  /// The generic metadata of what this table stores.
   DataModel::MediaAssets::Database::MetadataTable& GetMetadataTable() { return metadataTable; }
+  /// The operator's view of what this table stores.
   DapOperatorProfileTable& GetDapOperatorProfileTable() { return dapOperatorProfileTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, SequenceEncapsulated& obj) override;
@@ -66,7 +71,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   void SetObjectId(SequenceEncapsulated& obj, int64_t objectId) override { obj.sequence.ObjectId(objectId); }
   int64_t GetObjectId(SequenceEncapsulated& obj) const override { return obj.sequence.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 12> columnNames;
 
  private:
