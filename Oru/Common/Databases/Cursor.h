@@ -17,18 +17,22 @@ class Database;
 class ORU_COMMON_DATABASE_EXPORT Cursor {
  public:
   Cursor() = default;
+  /// A closed cursor of that database, which must outlive its use.
   explicit Cursor(Database& attachedDatabase) : database(&attachedDatabase) {}
   Cursor(const Cursor&) = delete;
   Cursor& operator=(const Cursor&) = delete;
   virtual ~Cursor();
 
+  /// Sets the database, which must outlive the cursor's use of it.
   void AttachToDatabase(Database& attachedDatabase) { database = &attachedDatabase; }
 
+  /// The number of result columns; 0 for a statement that gives no rows.
   virtual int32_t GetColumnsCount() = 0;
   /// The name of a result column, empty for an index outside the columns.
   virtual std::string GetColumnName(int32_t index) const = 0;
   /// The position of a result column, from 0; -1 for an unknown name.
   virtual int32_t GetColumnIndex(const std::string& name) const = 0;
+  /// Whether a statement is prepared.
   virtual bool IsOpened() const = 0;
   /// Whether the column of the current row holds no value; true also without a row or for an unknown name.
   virtual bool IsNull(const std::string& name) const = 0;
@@ -46,7 +50,7 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   /// delete, null when there are no bytes.
   virtual int32_t Get(const std::string& name, uint8_t** out) const = 0;
 
-  /// Read a column of the current row, or throw ArgumentException where `Get` gives false.
+  /// Read a column of the current row, or throw ArgumentException where `Get` gives false:
   int64_t GetInt64(const std::string& name) const;
   uint64_t GetUInt64(const std::string& name) const;
   int32_t GetInt32(const std::string& name) const;
@@ -80,6 +84,7 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   bool Bind(const std::string& name, const char* value) { return Bind(name, std::string(value)); }
 
  protected:
+  /// Null for a cursor without one.
   Database* database = nullptr;
 };
 

@@ -25,6 +25,7 @@ class ORU_COMMON_DATABASE_EXPORT Database {
 
   /// Opens the connection.
   virtual void Open() = 0;
+  /// Whether `Open` was called last, and not `Close`.
   virtual bool IsOpen() const = 0;
   /// Closes the connection; harmless when it is closed. An open transaction is rolled back.
   virtual void Close() = 0;
@@ -37,6 +38,7 @@ class ORU_COMMON_DATABASE_EXPORT Database {
   virtual int64_t EndTransaction(bool commit) = 0;
 
  protected:
+  /// The connection text.
   std::string mConnection;
 };
 

@@ -17,6 +17,8 @@ template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT ObjectCursor : public Cursor {
  public:
   ObjectCursor() = default;
+  /// A closed cursor. Without `lazy`, `ReadFromCursor` of the view is told true; database and view are taken
+  /// as `AttachToDatabase` and `AttachToTable` take them.
   explicit ObjectCursor(bool lazy) : mLazy(lazy) {}
   explicit ObjectCursor(Database& attachedDatabase) : Cursor(attachedDatabase) {}
   ObjectCursor(Database& attachedDatabase, bool lazy) : Cursor(attachedDatabase), mLazy(lazy) {}
@@ -41,7 +43,9 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursor : public Cursor {
   virtual void Save(U& obj) = 0;
 
  protected:
+  /// What `ReadFromCursor` of the view is told.
   bool mLazy = true;
+  /// Null for a cursor that reads no objects.
   View<T>* view = nullptr;
 };
 

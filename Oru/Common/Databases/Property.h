@@ -16,6 +16,7 @@ class ORU_COMMON_DATABASE_EXPORT Property {
   /// The row's key, -1 while the property isn't stored.
   int64_t ObjectId() const { return objectId; }
   void ObjectId(int64_t value) { objectId = value; }
+  /// The name, and the text and the number that are kept under it:
   const std::string& GetName() const { return name; }
   void SetName(const std::string& value) { name = value; }
   const std::string& GetStringValue() const { return stringValue; }

@@ -50,6 +50,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& LessThan(const std::string& column, bool value) = 0;
   virtual Query& LessThan(const std::string& column, const std::string& value) = 0;
 
+  /// Rows whose column is greater than the value, in the database's own ordering of values.
   virtual Query& GreaterThan(const std::string& column, int64_t value) = 0;
   virtual Query& GreaterThan(const std::string& column, uint64_t value) = 0;
   virtual Query& GreaterThan(const std::string& column, int32_t value) = 0;
@@ -58,6 +59,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& GreaterThan(const std::string& column, bool value) = 0;
   virtual Query& GreaterThan(const std::string& column, const std::string& value) = 0;
 
+  /// Rows whose column is less than the value or equals it.
   virtual Query& LessThanOrEquals(const std::string& column, int64_t value) = 0;
   virtual Query& LessThanOrEquals(const std::string& column, uint64_t value) = 0;
   virtual Query& LessThanOrEquals(const std::string& column, int32_t value) = 0;
@@ -66,6 +68,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& LessThanOrEquals(const std::string& column, bool value) = 0;
   virtual Query& LessThanOrEquals(const std::string& column, const std::string& value) = 0;
 
+  /// Rows whose column is greater than the value or equals it.
   virtual Query& GreaterThanOrEquals(const std::string& column, int64_t value) = 0;
   virtual Query& GreaterThanOrEquals(const std::string& column, uint64_t value) = 0;
   virtual Query& GreaterThanOrEquals(const std::string& column, int32_t value) = 0;
@@ -75,7 +78,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& GreaterThanOrEquals(const std::string& column, const std::string& value) = 0;
 
   /// Rows whose column holds the text anywhere, at its start or at its end. The letters A to Z match in
-  /// either case. Bytes match exactly.
+  /// either case. Bytes match exactly:
   virtual Query& Contains(const std::string& column, const std::string& value) = 0;
   virtual Query& Contains(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
   virtual Query& BeginWith(const std::string& column, const std::string& value) = 0;
@@ -96,14 +99,18 @@ class ORU_COMMON_DATABASE_EXPORT Query {
 
   /// Adds the negation of the filter of another query.
   virtual Query& Not(const Query& query) = 0;
+  /// Adds the filter of another query as one condition.
   virtual Query& And(const Query& query) = 0;
+  /// Makes the filter (all so far) OR (that of another query).
   virtual Query& Or(const Query& query) = 0;
+  /// The same with a query behind a pointer, which must not be null:
   Query& Not(const std::shared_ptr<Query>& query) { return Not(*query); }
   Query& And(const std::shared_ptr<Query>& query) { return And(*query); }
   Query& Or(const std::shared_ptr<Query>& query) { return Or(*query); }
 
   /// Orders by a column, behind the orders already given.
   virtual Query& OrderByAsc(const std::string& column) = 0;
+  /// The same, from the greatest value down.
   virtual Query& OrderByDesc(const std::string& column) = 0;
 
   /// At most `count` rows, after passing over `offset` rows. A negative count means no limit.
@@ -131,6 +138,8 @@ class ORU_COMMON_DATABASE_EXPORT Query {
 
   // What a literal of the language would otherwise choose badly or not at all: text for a C string (not
   // bool), 64 bits for long long.
+  /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
+  /// bool), 64 bits for long long:
   Query& Equals(const std::string& column, const char* value) { return Equals(column, std::string(value)); }
   Query& Equals(const std::string& column, long long value) {
     return Equals(column, static_cast<int64_t>(value));

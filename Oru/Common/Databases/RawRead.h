@@ -17,6 +17,7 @@ class ORU_COMMON_DATABASE_EXPORT RawRead {
   RawRead& operator=(const RawRead&) = default;
   virtual ~RawRead();
 
+  /// Sets a column, which is added if the snapshot doesn't hold it yet.
   virtual void Set(const std::string& name, int64_t value) = 0;
   virtual void Set(const std::string& name, uint64_t value) = 0;
   virtual void Set(const std::string& name, int32_t value) = 0;
@@ -26,10 +27,11 @@ class ORU_COMMON_DATABASE_EXPORT RawRead {
   virtual void Set(const std::string& name, const std::string& value) = 0;
   /// Copies the bytes.
   virtual void Set(const std::string& name, uint8_t* bytes, int32_t length) = 0;
+  /// Sets a column to NULL, added as by `Set`.
   virtual void SetNull(const std::string& name) = 0;
 
   /// The reads throw ArgumentException for a name that the snapshot doesn't hold. NULL reads as 0, false or
-  /// empty.
+  /// empty:
   virtual bool IsNull(const std::string& name) const = 0;
   virtual int64_t GetInt64(const std::string& name) const = 0;
   virtual uint64_t GetUInt64(const std::string& name) const = 0;

@@ -34,7 +34,9 @@ class ORU_COMMON_DATABASE_EXPORT Table : public virtual View<T> {
   virtual bool Save(U& obj, bool lazy) = 0;
   virtual bool Save(U& obj) { return Save(obj, true); }
 
+  /// Sets the key that an object carries.
   virtual void SetObjectId(U& obj, int64_t objectId) = 0;
+  /// The key that an object carries; -1 while it has none.
   virtual int64_t GetObjectId(U& obj) const = 0;
 };
 

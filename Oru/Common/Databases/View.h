@@ -26,17 +26,20 @@ class ORU_COMMON_DATABASE_EXPORT View {
   View& operator=(const View&) = delete;
   virtual ~View() = default;
 
+  /// @throws ArgumentException without a database
   virtual Database& GetDatabase() const = 0;
+  /// Sets the database, which must outlive the view's use of it.
   virtual void AttatchToDatabase(Database& attachedDatabase) = 0;
   /// Creates what the view needs in the file.
   virtual void Create() = 0;
+  /// The column that holds the key.
   virtual const std::string& GetObjectIdColumnName() const = 0;
 
   /// Fills `obj` from the current row of a cursor that this view opened.
   virtual void ReadFromCursor(const Cursor& cursor, T& obj, bool lazy) = 0;
   virtual void ReadFromCursor(const Cursor& cursor, T& obj) { ReadFromCursor(cursor, obj, true); }
 
-  /// Open a cursor over all rows, or over those that a query selects, in its order. The view must outlive it.
+  /// Open a cursor over all rows, or over those that a query selects, in its order. The view must outlive it:
   virtual std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor(bool lazy) = 0;
   virtual std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor() { return OpenObjectCursor(true); }
   virtual std::unique_ptr<RawCursor> OpenRawCursor() = 0;
@@ -46,7 +49,7 @@ class ORU_COMMON_DATABASE_EXPORT View {
   }
   virtual std::unique_ptr<RawCursor> OpenRawCursor(Query& query) = 0;
 
-  /// The same on a cursor that the caller holds, which loses what it was opened on before.
+  /// The same on a cursor that the caller holds, which loses what it was opened on before:
   virtual void OpenObjectCursor(ObjectCursor<T, T>& cursor, bool lazy) = 0;
   virtual void OpenObjectCursor(ObjectCursor<T, T>& cursor) { OpenObjectCursor(cursor, true); }
   virtual void OpenRawCursor(RawCursor& cursor) = 0;

@@ -57,7 +57,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   bool Get(const std::string& name, std::string& out) const override;
   int32_t Get(const std::string& name, uint8_t** out) const override;
 
-  /// The same by position, from 0. An index outside the columns counts as an unknown name.
+  /// The same by position, from 0, where an index outside the columns counts as an unknown name:
   bool IsNull(int32_t index) const;
   bool Get(int32_t index, int64_t& out) const;
   bool Get(int32_t index, uint64_t& out) const;
@@ -115,6 +115,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   /// @throws as `Step`; InvalidOperationException also when a row comes
   void Run();
 
+  /// The database of the cursor.
+  /// @throws ArgumentException without one
   DatabaseSqlite& GetDatabase() const;
   /// The prepared statement, null while closed; it stays owned by the cursor.
   sqlite3_stmt* Statement() const { return mStatement; }

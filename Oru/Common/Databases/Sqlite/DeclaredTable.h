@@ -93,6 +93,7 @@ class ORU_COMMON_DATABASE_EXPORT ExtensionTable : public DeclaredTable<Derived, 
 template <class Derived, class T, class U>
 class ORU_COMMON_DATABASE_EXPORT OwnerKeyTable : public DeclaredTable<Derived, T, U> {
  public:
+  /// @param attachedDatabase  must outlive the table
   explicit OwnerKeyTable(DatabaseSqlite& attachedDatabase) : DeclaredTable<Derived, T, U>(attachedDatabase) {
     this->mAutoIncrementedId = false;
   }
@@ -116,6 +117,7 @@ class ORU_COMMON_DATABASE_EXPORT OwnerKeyTable : public DeclaredTable<Derived, T
 template <class Derived, class T, class U>
 class ORU_COMMON_DATABASE_EXPORT KeylessTable : public DeclaredTable<Derived, T, U> {
  public:
+  /// @param attachedDatabase  must outlive the table
   explicit KeylessTable(DatabaseSqlite& attachedDatabase) : DeclaredTable<Derived, T, U>(attachedDatabase) {
     this->mAutoIncrementedId = false;
   }

@@ -25,6 +25,7 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
     Run& operator=(const Run&) = delete;
     ~Run();
 
+    /// The statement, to bind and to step; valid during this run.
     CursorSqlite& Cursor() { return mCursor; }
 
    private:
@@ -32,6 +33,7 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
     CursorSqlite& mCursor;
   };
 
+  /// @param text  one statement; it is prepared at its first run
   explicit KeptStatement(std::string text);
 
  private:

@@ -69,7 +69,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
   bool Get(const std::string& name, std::string& out) const override { return cursorSqlite.Get(name, out); }
   int32_t Get(const std::string& name, uint8_t** out) const override { return cursorSqlite.Get(name, out); }
 
-  /// The same by position, from 0.
+  /// The same by position, from 0:
   bool IsNull(int32_t index) const { return cursorSqlite.IsNull(index); }
   bool Get(int32_t index, int64_t& out) const { return cursorSqlite.Get(index, out); }
   bool Get(int32_t index, uint64_t& out) const { return cursorSqlite.Get(index, out); }

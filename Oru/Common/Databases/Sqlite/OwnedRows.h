@@ -19,6 +19,8 @@ ORU_COMMON_DATABASE_EXPORT QuerySqlite OwnedBy(const std::string& column);
 /// Threads: may be run from several threads at once; each waits for the other's run.
 class ORU_COMMON_DATABASE_EXPORT OwnedRowsDeletion {
  public:
+  /// @param table   the stored table
+  /// @param column  its column that holds the key of the owner
   OwnedRowsDeletion(const std::string& table, const std::string& column);
 
   /// Deletes the rows of the owner with that key. That there are none is no failure.

@@ -28,6 +28,7 @@ template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Table<T, U> {
  public:
   TableSqlite() = default;
+  /// @param attachedDatabase  must outlive the table
   explicit TableSqlite(DatabaseSqlite& attachedDatabase) : ViewSqlite<T>(attachedDatabase) {}
 
   /// The statements that were kept for another database are given up.
@@ -67,6 +68,8 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     if (!query.IsEmpty()) text.append(" WHERE ").append(static_cast<QuerySqlite&>(query).GetFilterSQL());
     return db.ExecuteStatement(text);
   }
+  /// Deletes all rows.
+  /// @return false, with a log entry, when the database refuses
   virtual bool DeleteAll() {
     QuerySqlite query;
     return this->Delete(query);
@@ -118,6 +121,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
 
   /// Whether the database assigns the key.
   bool IsAutoIncrementedId() const { return mAutoIncrementedId; }
+  /// The texts of the statements that write a row:
   const std::string& GetInsertStatement() const { return insertStatement; }
   const std::string& GetUpdateStatement() const { return updateStatement; }
 
@@ -139,7 +143,9 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     insertStatement = StatementGenerator().GenerateInsertStatement();
   }
 
+  /// False for a key that is given and not assigned by the database.
   bool mAutoIncrementedId = true;
+  /// Texts, and the cursors that are kept of them:
   std::string insertStatement;
   std::string updateStatement;
   std::unique_ptr<ObjectCursorSqlite<T, U>> insertCursor;

@@ -36,6 +36,7 @@ class ORU_COMMON_DATABASE_EXPORT TableStatementGenerator : public ViewStatementG
   /// Empty: the schema comes from the database's scripts.
   std::string GenerateCreateStatement() const override { return {}; }
 
+  /// The text that inserts a row; parameters have the names of their columns.
   std::string GenerateInsertStatement() const {
     std::string text("INSERT INTO ");
     text.append(this->view.GetTableName()).append(" (");
@@ -46,6 +47,7 @@ class ORU_COMMON_DATABASE_EXPORT TableStatementGenerator : public ViewStatementG
     return text.append(");");
   }
 
+  /// The text that updates the row of a key.
   std::string GenerateUpdateStatement() const {
     std::string text("UPDATE ");
     text.append(this->view.GetTableName()).append(" SET ");

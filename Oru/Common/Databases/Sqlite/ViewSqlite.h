@@ -25,6 +25,7 @@ template <class T>
 class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
  public:
   ViewSqlite() = default;
+  /// @param attachedDatabase  a `DatabaseSqlite` that must outlive the view
   explicit ViewSqlite(Database& attachedDatabase) { ViewSqlite::AttatchToDatabase(attachedDatabase); }
 
   Database& GetDatabase() const override { return AttachedDatabase(); }
@@ -97,10 +98,13 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
     return cursor.Next();
   }
 
+  /// The name of the stored table.
   virtual const std::string& GetTableName() const = 0;
   /// The name of a stored column, by an index below `GetColumnsCount()`.
   virtual const std::string& GetColumnName(int32_t index) const = 0;
+  /// The number of stored columns.
   virtual int32_t GetColumnsCount() const = 0;
+  /// The parts that a select text is generated from; an empty text leaves a part out:
   virtual const std::string& GetJoinClause() const = 0;
   virtual const std::string& GetSelectColumnName(int32_t index) const { return GetColumnName(index); }
   virtual const std::string& GetWhereClause() const { return EmptyText(); }
@@ -108,6 +112,7 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   virtual const std::string& GetSelectColumnAlias(int32_t) const { return EmptyText(); }
   virtual int32_t GetSelectColumnsCount() const { return GetColumnsCount(); }
   virtual const std::string& GetFromClause() const { return GetTableName(); }
+  /// The texts that were generated:
   virtual const std::string& GetSelectStatement() const { return selectStatement; }
   virtual const std::string& GetCreateStatement() const { return createStatement; }
   /// The generator of this view, made on demand.
@@ -115,19 +120,24 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
     if (!statementGenerator) init();
     return *statementGenerator;
   }
+  /// Makes the generator. A derived class with a generator of its own overrides it.
   virtual void init() { statementGenerator = std::make_unique<ViewStatementGenerator<T>>(*this); }
 
  protected:
+  /// For parts of a text that a view leaves out.
   static const std::string& EmptyText() {
     static const std::string empty;
     return empty;
   }
 
+  /// The database.
+  /// @throws ArgumentException without one
   DatabaseSqlite& AttachedDatabase() const {
     if (!database) throw ArgumentException();
     return *database;
   }
 
+  /// The state of a view, for derived classes:
   DatabaseSqlite* database = nullptr;
   std::string selectStatement;
   std::string createStatement;

@@ -35,6 +35,7 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
     return text.append(" FROM ").append(view.GetFromClause()).append(WhereClause());
   }
 
+  /// The text that makes what the view needs in the file.
   virtual std::string GenerateCreateStatement() const {
     std::string text("CREATE VIEW IF NOT EXISTS ");
     text.append(view.GetTableName()).append(" AS SELECT ").append(SelectColumnsWithAliases());
@@ -79,8 +80,10 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
   }
 
  protected:
+  /// What stands behind the item at an index of a list.
   static const char* Separator(int32_t index, int32_t count) { return index < count - 1 ? ", " : ""; }
 
+  /// The selected columns, with their aliases where they have one.
   std::string SelectColumnsWithAliases() const {
     std::string text;
     const int32_t count = view.GetSelectColumnsCount();
@@ -93,10 +96,12 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
     return text;
   }
 
+  /// The condition of the view with its keyword; empty without one.
   std::string WhereClause() const {
     return view.GetWhereClause().empty() ? std::string() : " WHERE " + view.GetWhereClause();
   }
 
+  /// The view that texts are generated for.
   const ViewSqlite<T>& view;
 
  private:
