@@ -12,10 +12,13 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_EXPORT AnglesDapMetadataEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   AnglesDapMetadataEncapsulated(int64_t groupKey, AnglesDapOperatorMetadataProfile& profile)
       : fk(groupKey), metadata(profile) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// What is stored.
   AnglesDapOperatorMetadataProfile& metadata;
 };
 

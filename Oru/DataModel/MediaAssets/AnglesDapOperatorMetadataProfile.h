@@ -41,6 +41,7 @@ class ORU_DATAMODEL_EXPORT AnglesDapOperatorMetadataProfile : public BaseTypes::
   bool Equals(const BaseTypes::MetadataProfile& other) const override;
   std::shared_ptr<BaseTypes::MetadataProfile> Clone() const override;
 
+  /// `Equals`.
   bool operator==(const AnglesDapOperatorMetadataProfile& other) const noexcept;
   bool operator!=(const AnglesDapOperatorMetadataProfile& other) const noexcept { return !(*this == other); }
 
@@ -48,13 +49,16 @@ class ORU_DATAMODEL_EXPORT AnglesDapOperatorMetadataProfile : public BaseTypes::
   /// @throws std::invalid_argument if page, bank or clip isn't between 0 and 255
   MediaAssets::DapId DapId() const;
 
+  /// The server that keeps it; an empty one for none.
   const ZuServerId& ServerId() const noexcept { return serverId; }
   void ServerId(const ZuServerId& value) noexcept { serverId = value; }
   /// Page, bank and clip take any number; `DapId::Unset` where they aren't set.
   int32_t Page() const noexcept { return page; }
   void Page(int32_t value) noexcept { page = value; }
+  /// As the page, any number.
   int32_t Bank() const noexcept { return bank; }
   void Bank(int32_t value) noexcept { bank = value; }
+  /// As the page, any number.
   int32_t Clip() const noexcept { return clip; }
   void Clip(int32_t value) noexcept { clip = value; }
 

@@ -16,6 +16,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT AnglesMediaAssetGroup : public MediaAssetGroup {
  public:
   AnglesMediaAssetGroup();
+  /// A group without items.
   AnglesMediaAssetGroup(MediaAssetGroupId groupId, BaseTypes::Utf8String groupName);
   AnglesMediaAssetGroup(const AnglesMediaAssetGroup&);
   AnglesMediaAssetGroup(AnglesMediaAssetGroup&&) noexcept;

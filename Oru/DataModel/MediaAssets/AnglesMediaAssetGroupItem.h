@@ -16,6 +16,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT AnglesMediaAssetGroupItem : public MediaAssetGroupItem {
  public:
   AnglesMediaAssetGroupItem();
+  /// An angle of that name, of the asset, if it is given.
   explicit AnglesMediaAssetGroupItem(BaseTypes::Utf8String angleName);
   AnglesMediaAssetGroupItem(BaseTypes::Utf8String angleName, MediaAssetReference asset);
   AnglesMediaAssetGroupItem(const AnglesMediaAssetGroupItem&);

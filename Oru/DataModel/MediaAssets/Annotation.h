@@ -24,6 +24,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT Annotation : public BaseTypes::PersistentObject {
  public:
   Annotation();
+  /// An annotation of that kind, with that text, without bounds.
   explicit Annotation(AnnotationType kind);
   Annotation(AnnotationType kind, BaseTypes::Utf8String text);
   Annotation(const Annotation&);
@@ -32,16 +33,21 @@ class ORU_DATAMODEL_EXPORT Annotation : public BaseTypes::PersistentObject {
   Annotation& operator=(Annotation&&) noexcept;
   ~Annotation();
 
+  /// What kind of annotation it is.
   AnnotationType Type() const noexcept { return type; }
   void Type(AnnotationType value) noexcept { type = value; }
+  /// The text.
   const BaseTypes::Utf8String& Data() const noexcept { return data; }
   void Data(BaseTypes::Utf8String value) noexcept { data = std::move(value); }
+  /// The time that it is about.
   const TimePoints::TimeBounds& TimeBounds() const noexcept { return timeBounds; }
   void TimeBounds(const TimePoints::TimeBounds& value) noexcept { timeBounds = value; }
 
+  /// The metadata of the annotation alone.
   const BaseTypes::MetadataProfileDictionary& Metadata() const noexcept { return *metadata; }
   BaseTypes::MetadataProfileDictionary& Metadata() noexcept { return *metadata; }
 
+  /// A copy that shares nothing with this one.
   std::unique_ptr<Annotation> Clone() const;
 
   /// The same content. Object ids don't count.

@@ -19,11 +19,13 @@ class AspectRatio {
     return empty;
   }
 
+  /// The two numbers, as 16 and 9; neither is checked nor reduced:
   int32_t WidthFactor() const noexcept { return widthFactor; }
   void WidthFactor(int32_t value) noexcept { widthFactor = value; }
   int32_t HeightFactor() const noexcept { return heightFactor; }
   void HeightFactor(int32_t value) noexcept { heightFactor = value; }
 
+  /// The same numbers: 32:18 isn't 16:9.
   bool operator==(const AspectRatio& other) const noexcept {
     return widthFactor == other.widthFactor && heightFactor == other.heightFactor;
   }

@@ -27,11 +27,13 @@ class ORU_DATAMODEL_EXPORT AudioEssence : public Essence {
 
   std::unique_ptr<Essence> Clone() const override;
 
+  /// How the samples are coded.
   AudioCodingFormat AudioCodec() const noexcept { return audioCodec; }
   void AudioCodec(AudioCodingFormat value) noexcept { audioCodec = value; }
   /// Bits a second.
   int32_t BitRate() const noexcept { return bitRate; }
   void BitRate(int32_t value) noexcept { bitRate = value; }
+  /// Whether the bit rate is constant.
   MediaAssets::BitRateMode BitRateMode() const noexcept { return bitRateMode; }
   void BitRateMode(MediaAssets::BitRateMode value) noexcept { bitRateMode = value; }
   /// Samples a second.

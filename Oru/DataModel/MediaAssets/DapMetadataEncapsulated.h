@@ -12,10 +12,13 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_EXPORT DapMetadataEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   DapMetadataEncapsulated(int64_t mediaAssetKey, DapOperatorMetadataProfile& profile)
       : fk(mediaAssetKey), metadata(profile) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// What is stored.
   DapOperatorMetadataProfile& metadata;
 };
 

@@ -53,6 +53,7 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
   bool Equals(const BaseTypes::MetadataProfile& other) const override;
   std::shared_ptr<BaseTypes::MetadataProfile> Clone() const override;
 
+  /// `Equals`.
   bool operator==(const DapOperatorMetadataProfile& other) const;
   bool operator!=(const DapOperatorMetadataProfile& other) const { return !(*this == other); }
 
@@ -60,40 +61,52 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
   /// @throws std::invalid_argument if page, bank or row isn't between 0 and 255
   MediaAssets::DapId DapId() const;
 
+  /// The server that keeps it; an empty one for none.
   const ZuServerId& ServerId() const noexcept { return serverId; }
   void ServerId(const ZuServerId& value) noexcept { serverId = value; }
   /// Page, bank and row take any number; `DapId::Unset` where they aren't set.
   int Page() const noexcept { return page; }
   void Page(int value) noexcept { page = value; }
+  /// As the page, any number.
   int Bank() const noexcept { return bank; }
   void Bank(int value) noexcept { bank = value; }
+  /// As the page, any number.
   int Row() const noexcept { return row; }
   void Row(int value) noexcept { row = value; }
   /// 0 for no camera.
   char Camera() const noexcept { return camera; }
   void Camera(char value) noexcept { camera = value; }
+  /// Identifiers that other systems know the material by, as given:
   const std::string& UmId() const noexcept { return umId; }
   void UmId(std::string value) noexcept { umId = std::move(value); }
   const std::string& VarId() const noexcept { return varId; }
   void VarId(std::string value) noexcept { varId = std::move(value); }
+  /// Any number; 0 in a new profile.
   int32_t Rating() const noexcept { return rating; }
   void Rating(int32_t value) noexcept { rating = value; }
+  /// Whether it has been archived.
   MediaAssets::ArchiveStatus ArchiveStatus() const noexcept { return archiveStatus; }
   void ArchiveStatus(MediaAssets::ArchiveStatus value) noexcept { archiveStatus = value; }
+  /// Where the user's time code comes from.
   MediaAssets::UserTimecodeType UserTimecodeType() const noexcept { return userTimecodeType; }
   void UserTimecodeType(MediaAssets::UserTimecodeType value) noexcept { userTimecodeType = value; }
+  /// Which of the time codes the operator works with.
   TimecodePrimary PrimaryTimecode() const noexcept { return primaryTimecode; }
   void PrimaryTimecode(TimecodePrimary value) noexcept { primaryTimecode = value; }
   /// A file keeps the rates 50/1 and 60/1 (drop or not) of the two time codes, and that they have a date; at
   /// another rate only the count of samples comes back.
   const TimePoints::TimeCode& UserTimecode() const noexcept { return userTimecode; }
   void UserTimecode(const TimePoints::TimeCode& value) noexcept { userTimecode = value; }
+  /// The time code of the time of day, kept as `UserTimecode`.
   const TimePoints::TimeCode& TodTimecode() const noexcept { return todTimecode; }
   void TodTimecode(const TimePoints::TimeCode& value) noexcept { todTimecode = value; }
+  /// The name of the icon, as given.
   const std::string& Icon() const noexcept { return icon; }
   void Icon(std::string value) noexcept { icon = std::move(value); }
+  /// The colour, in the caller's own coding of 32 bits.
   uint32_t Color() const noexcept { return color; }
   void Color(uint32_t value) noexcept { color = value; }
+  /// Which half of a fill and key pair the clip is.
   MediaAssets::FillAndKeyType FillAndKeyType() const noexcept { return fillAndKeyType; }
   void FillAndKeyType(MediaAssets::FillAndKeyType value) noexcept { fillAndKeyType = value; }
   /// The asset that is the other half of the fill and key pair.
@@ -102,6 +115,7 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
     fillAndKeyMediaAssetId = std::move(value);
   }
 
+  /// The keywords in order; empty ones keep their places.
   const StringVector& Keywords() const noexcept { return keywords; }
   void Keywords(StringVector value) noexcept { keywords = std::move(value); }
   /// Sets the keyword at an index from 0. A list that is too short grows up to it by empty keywords.
@@ -110,9 +124,11 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
 
   // A clip that is protected from the operator's interface is protected for the user too.
 
+  /// Whether the clip is protected for the user.
   bool IsUserProtected() const noexcept { return isUserProtected; }
   /// False has no effect while the clip is protected from the interface.
   void UserProtected(bool value) noexcept { isUserProtected = value || isDapUiProtected; }
+  /// Whether the clip is protected from the operator's interface.
   bool IsDapUiProtected() const noexcept { return isDapUiProtected; }
   /// True protects the clip for the user as well; false leaves that protection as it is.
   void DapUIProtected(bool value) noexcept {

@@ -33,8 +33,10 @@ class ORU_DATAMODEL_EXPORT Essence : public BaseTypes::PersistentObject {
 
   virtual ~Essence();
 
+  /// A copy of the object's own class that shares nothing with this one.
   virtual std::unique_ptr<Essence> Clone() const = 0;
 
+  /// The kind, fixed by the class.
   Type GetType() const noexcept { return type; }
 
   /// Never null.
@@ -42,6 +44,7 @@ class ORU_DATAMODEL_EXPORT Essence : public BaseTypes::PersistentObject {
     return metadata.Pointer();
   }
 
+  /// The number of channels, as given; 0 in a new essence.
   int32_t ChannelCount() const noexcept { return channelCount; }
   void ChannelCount(int32_t value) noexcept { channelCount = value; }
 
@@ -65,6 +68,7 @@ class ORU_DATAMODEL_EXPORT Essence : public BaseTypes::PersistentObject {
   bool operator!=(const Essence& other) const { return !(*this == other); }
 
  protected:
+  /// @param kind  what the derived class is
   explicit Essence(Type kind);
   Essence(const Essence&);
   Essence(Essence&&) noexcept;
@@ -98,6 +102,7 @@ class ORU_DATAMODEL_EXPORT Essence : public BaseTypes::PersistentObject {
 /// Essences are numbered by their positions.
 template <>
 struct Oru::BusinessEntityModel::BaseTypes::ArrayElementTraits<Oru::DataModel::MediaAssets::Essence> {
+  /// Gives the essence the number of its position.
   static void Adding(Oru::DataModel::MediaAssets::Essence& essence, int32_t position) noexcept {
     essence.Nr(position);
   }

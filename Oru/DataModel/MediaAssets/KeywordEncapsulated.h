@@ -13,13 +13,16 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_EXPORT KeywordEncapsulated {
   KeywordEncapsulated() = default;
+  /// Refers to the object, which stays the caller's and must outlive this.
   KeywordEncapsulated(int64_t mediaAssetKey, int32_t place,
                       BusinessEntityModel::BaseTypes::Utf8String keyword)
       : fk(mediaAssetKey), nr(place), value(std::move(keyword)) {}
 
+  /// The key of the owner.
   int64_t fk = -1;
   /// From 0.
   int32_t nr = 0;
+  /// The keyword.
   BusinessEntityModel::BaseTypes::Utf8String value;
 };
 

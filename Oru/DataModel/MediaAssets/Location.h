@@ -25,13 +25,17 @@ class Location {
   };
 
   Location() = default;
+  /// @param kind     what the address leads to
+  /// @param address  taken as it is
   Location(Type kind, BaseTypes::URI address) : type(kind), uri(std::move(address)) {}
 
+  /// The address, and what it leads to:
   Type GetType() const noexcept { return type; }
   void SetType(Type value) noexcept { type = value; }
   const BaseTypes::URI& Uri() const noexcept { return uri; }
   void Uri(BaseTypes::URI value) noexcept { uri = std::move(value); }
 
+  /// The same kind and address.
   bool operator==(const Location& other) const noexcept { return type == other.type && uri == other.uri; }
   bool operator!=(const Location& other) const noexcept { return !(*this == other); }
 

@@ -34,10 +34,12 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
  public:
+  /// Tracks by their identifiers, and layouts of them:
   using TrackVector = BaseTypes::SortedVectorSharedPointer<Track>;
   using TrackLayoutVector = BaseTypes::SortedVectorSharedPointer<TrackLayout>;
 
   MediaAsset();
+  /// A new object of that identifier, not stored yet.
   explicit MediaAsset(MediaAssetId assetId);
   MediaAsset(const MediaAsset&);
   MediaAsset(MediaAsset&&) noexcept;
@@ -45,17 +47,22 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   MediaAsset& operator=(MediaAsset&&) noexcept;
   ~MediaAsset();
 
+  /// What callers know it by; unique among its kind in a file.
   const MediaAssetId& Id() const noexcept { return id; }
   void Id(MediaAssetId value) noexcept { id = std::move(value); }
+  /// What kind of asset it is.
   MediaAssets::AssetType AssetType() const noexcept { return assetType; }
   void AssetType(MediaAssets::AssetType value) noexcept { assetType = value; }
   /// Of the two references a file keeps the identifier only.
   const MediaAssetReference& Ancestor() const noexcept { return ancestor; }
   void Ancestor(MediaAssetReference value) noexcept { ancestor = std::move(value); }
+  /// As the ancestor.
   const MediaAssetReference& Parent() const noexcept { return parent; }
   void Parent(MediaAssetReference value) noexcept { parent = std::move(value); }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
+  /// A text about it.
   const BaseTypes::Utf8String& Description() const noexcept { return description; }
   void Description(BaseTypes::Utf8String value) noexcept { description = std::move(value); }
 
@@ -63,6 +70,7 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   BaseTypes::DateTime CreationDate() const noexcept { return creationDate; }
   /// Sets the modification date to the same.
   void CreationDate(BaseTypes::DateTime value) noexcept;
+  /// Seconds since 1970, not below the creation date.
   BaseTypes::DateTime ModificationDate() const noexcept { return modificationDate; }
   /// @throws std::runtime_error for a date below the creation date; the modification date then stays
   void ModificationDate(BaseTypes::DateTime value);
@@ -70,20 +78,26 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   /// The in and out marks, those of `PhysicalTimebounds`.
   const TimePoints::TimeBoundary& InBoundary() const noexcept { return physicalTimebounds.InBoundary(); }
   void InBoundary(const TimePoints::TimeBoundary& value) noexcept { physicalTimebounds.InBoundary(value); }
+  /// The out mark of `PhysicalTimebounds`.
   const TimePoints::TimeBoundary& OutBoundary() const noexcept { return physicalTimebounds.OutBoundary(); }
   void OutBoundary(const TimePoints::TimeBoundary& value) noexcept { physicalTimebounds.OutBoundary(value); }
 
+  /// The stretches of time for which there is material.
   const TimeBoundsArray& PhysicalTimebounds() const noexcept { return physicalTimebounds; }
   TimeBoundsArray& PhysicalTimebounds() noexcept { return physicalTimebounds; }
+  /// Generic profiles and the operator's profile.
   const BaseTypes::EditorialMetadata& Metadata() const noexcept { return *metadata; }
   BaseTypes::EditorialMetadata& Metadata() noexcept { return *metadata; }
+  /// The tracks, shared with the assets that use them too.
   const TrackVector& Tracks() const noexcept { return tracks; }
   TrackVector& Tracks() noexcept { return tracks; }
   /// Not stored.
   const TrackLayoutVector& TrackLayouts() const noexcept { return trackLayouts; }
   TrackLayoutVector& TrackLayouts() noexcept { return trackLayouts; }
+  /// References to the resources that hold the material.
   const MediaResourceReferenceVector& MediaResources() const noexcept { return mediaResources; }
   MediaResourceReferenceVector& MediaResources() noexcept { return mediaResources; }
+  /// The annotations, in the caller's order.
   const AnnotationArray& Annotations() const noexcept { return annotations; }
   AnnotationArray& Annotations() noexcept { return annotations; }
 
@@ -100,6 +114,7 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   /// The time between the marks, as `TimeBoundsArray::GetInOutDuration` of the physical bounds.
   TimePoints::Duration GetInOutDuration() const { return physicalTimebounds.GetInOutDuration(); }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<MediaAsset> Clone() const;
 
   /// The same identifier and content. Annotations compare by value, tracks by identifier and name, resources

@@ -24,6 +24,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT MediaAssetGroup : public BaseTypes::PersistentObject {
  public:
   MediaAssetGroup();
+  /// A group without items.
   MediaAssetGroup(MediaAssetGroupId groupId, BaseTypes::Utf8String groupName);
   MediaAssetGroup(const MediaAssetGroup&);
   MediaAssetGroup(MediaAssetGroup&&) noexcept;
@@ -34,14 +35,17 @@ class ORU_DATAMODEL_EXPORT MediaAssetGroup : public BaseTypes::PersistentObject 
   /// A copy of the object's own class.
   virtual std::unique_ptr<MediaAssetGroup> Clone() const;
 
+  /// What callers know it by; unique among its kind in a file.
   const MediaAssetGroupId& Id() const noexcept { return id; }
   void Id(MediaAssetGroupId value) noexcept { id = std::move(value); }
   /// Free text: it doesn't make a group a multi-angle one.
   const BaseTypes::Utf8String& Type() const noexcept { return type; }
   void Type(BaseTypes::Utf8String value) noexcept { type = std::move(value); }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
 
+  /// The items in order.
   const MediaAssetGroupItemArray& Items() const noexcept { return items; }
   MediaAssetGroupItemArray& Items() noexcept { return items; }
   /// Stored for multi-angle groups only, and of them only the operator's profile.
@@ -50,11 +54,13 @@ class ORU_DATAMODEL_EXPORT MediaAssetGroup : public BaseTypes::PersistentObject 
 
   /// The first item that refers to the asset; null if there is none.
   std::shared_ptr<MediaAssetGroupItem> Find(const MediaAssetId& assetId) const;
+  /// Whether an item refers to the asset.
   bool HasAsset(const MediaAssetId& assetId) const { return Find(assetId) != nullptr; }
 
   /// The item at an index from 0; std::out_of_range for one that isn't there, as in the next two.
   const MediaAssetGroupItem& Item(std::size_t index) const { return *items.at(index); }
   MediaAssetGroupItem& Item(std::size_t index) { return *items.at(index); }
+  /// What the item refers to.
   const MediaAssetReference& ItemReference(std::size_t index) const { return Item(index).MediaAsset(); }
   /// The asset of the item; null if it isn't loaded.
   std::shared_ptr<const MediaAsset> Asset(std::size_t index) const;

@@ -17,6 +17,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT MediaAssetGroupItem : public BaseTypes::PersistentObject {
  public:
   MediaAssetGroupItem();
+  /// An item that refers to the asset.
   explicit MediaAssetGroupItem(MediaAssetReference asset);
   MediaAssetGroupItem(const MediaAssetGroupItem&);
   MediaAssetGroupItem(MediaAssetGroupItem&&) noexcept;
@@ -32,6 +33,7 @@ class ORU_DATAMODEL_EXPORT MediaAssetGroupItem : public BaseTypes::PersistentObj
   /// A copy of the object's own class, with its object id.
   virtual std::unique_ptr<MediaAssetGroupItem> Clone() const;
 
+  /// What the item refers to.
   const MediaAssetReference& MediaAsset() const noexcept { return mediaAsset; }
   void MediaAsset(const MediaAssetReference& value);
   void MediaAsset(MediaAssetReference&& value) noexcept;

@@ -26,6 +26,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
  public:
   MediaResource();
+  /// A new object of that identifier, not stored yet.
   explicit MediaResource(MediaResourceId resourceId);
   MediaResource(const MediaResource&);
   MediaResource(MediaResource&&) noexcept;
@@ -33,10 +34,13 @@ class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
   MediaResource& operator=(MediaResource&&) noexcept;
   ~MediaResource();
 
+  /// What callers know it by; unique among its kind in a file.
   const MediaResourceId& Id() const noexcept { return id; }
   void Id(MediaResourceId value) noexcept { id = std::move(value); }
+  /// The name that people see; needn't be unique.
   BaseTypes::Utf8String Name() const { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
+  /// How the material is packed, in general.
   ResourceFormat GeneralFormat() const noexcept { return generalFormat; }
   void GeneralFormat(ResourceFormat value) noexcept { generalFormat = value; }
 
@@ -44,6 +48,7 @@ class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
   BaseTypes::DateTime CreationDate() const noexcept { return creationDate; }
   /// Sets the modification date to the same.
   void CreationDate(BaseTypes::DateTime value) noexcept;
+  /// Seconds since 1970, not below the creation date.
   BaseTypes::DateTime ModificationDate() const noexcept { return modificationDate; }
   /// @throws std::runtime_error for a date below the present modification date, which then stays
   void ModificationDate(BaseTypes::DateTime value);
@@ -51,6 +56,7 @@ class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
   /// In the order in which they were read or added; may hold references that only know an identifier.
   const StreamReferenceVector& Streams() const noexcept { return streams; }
   StreamReferenceVector& Streams() noexcept { return streams; }
+  /// The stretches of time for which there is material.
   const TimeBoundsArray& Timebounds() const noexcept { return timebounds; }
   TimeBoundsArray& Timebounds() noexcept { return timebounds; }
   /// Never null.
@@ -64,6 +70,7 @@ class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
   /// Appends a reference that only knows the identifier of its stream.
   void Add(const MediaResourceId& streamId);
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<MediaResource> Clone() const;
 
   /// The same identifier and content. Streams compare by identifier and, where both sides hold them, by

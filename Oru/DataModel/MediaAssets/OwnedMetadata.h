@@ -13,6 +13,7 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class OwnedMetadata {
  public:
+  /// What is owned.
   using Dictionary = BusinessEntityModel::BaseTypes::MetadataProfileDictionary;
 
   OwnedMetadata() = default;
@@ -36,6 +37,7 @@ class OwnedMetadata {
     return *this;
   }
 
+  /// The dictionary.
   const Dictionary& operator*() const noexcept { return dictionary; }
   Dictionary& operator*() noexcept { return dictionary; }
 

@@ -13,6 +13,7 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class OwnedSharedMetadata {
  public:
+  /// What is owned.
   using Dictionary = BusinessEntityModel::BaseTypes::MetadataProfileDictionary;
 
   OwnedSharedMetadata() : dictionary(std::make_shared<Dictionary>()) {}
@@ -25,7 +26,9 @@ class OwnedSharedMetadata {
   OwnedSharedMetadata& operator=(OwnedSharedMetadata&&) noexcept = default;
   ~OwnedSharedMetadata() = default;
 
+  /// The dictionary, never null.
   const std::shared_ptr<Dictionary>& Pointer() const noexcept { return dictionary; }
+  /// The dictionary.
   const Dictionary& operator*() const noexcept { return *dictionary; }
 
  private:

@@ -20,9 +20,11 @@ class Rate {
     return empty;
   }
 
+  /// Events, and the seconds in which there are so many; neither is checked nor reduced:
   int32_t Numerator() const noexcept { return numerator; }
   int32_t Denominator() const noexcept { return denominator; }
 
+  /// The same numbers: 50/2 isn't 25/1.
   bool operator==(const Rate& other) const noexcept {
     return numerator == other.numerator && denominator == other.denominator;
   }

@@ -23,6 +23,7 @@ namespace Oru::DataModel::MediaAssets {
 class ORU_DATAMODEL_EXPORT Stream : public BaseTypes::PersistentObject {
  public:
   Stream();
+  /// A new object of that identifier, not stored yet.
   explicit Stream(StreamId id);
   Stream(const Stream&);
   Stream(Stream&&) noexcept;
@@ -30,23 +31,28 @@ class ORU_DATAMODEL_EXPORT Stream : public BaseTypes::PersistentObject {
   Stream& operator=(Stream&&) noexcept;
   ~Stream();
 
+  /// What callers know it by; unique among its kind in a file.
   const StreamId& Id() const noexcept { return streamId; }
   void Id(StreamId value) noexcept { streamId = std::move(value); }
+  /// How the file is packed.
   WrapperFormat Format() const noexcept { return format; }
   void Format(WrapperFormat value) noexcept { format = value; }
 
+  /// The stretches of time for which there is material.
   const TimeBoundsArray& Timebounds() const noexcept { return timebounds; }
   TimeBoundsArray& Timebounds() noexcept { return timebounds; }
   /// Never null.
   const std::shared_ptr<BaseTypes::MetadataProfileDictionary>& Metadata() const noexcept {
     return metadata.Pointer();
   }
+  /// The essences, numbered by their positions.
   const EssenceArray& Essences() const noexcept { return essences; }
   EssenceArray& Essences() noexcept { return essences; }
   /// Not stored.
   const LocationArray& Locations() const noexcept { return locations; }
   LocationArray& Locations() noexcept { return locations; }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<Stream> Clone() const;
 
   /// The same identifier and content, with essences compared by value. Object ids don't count.

@@ -22,8 +22,10 @@ class ORU_DATAMODEL_EXPORT TimeBoundsArray
     : public BusinessEntityModel::BaseTypes::SortedVectorBase<TimePoints::TimeBounds, TimeBoundsCompareLess,
                                                               TimeBoundsCompareEqual> {
  public:
+  /// The in mark; a default boundary when it isn't set.
   const TimePoints::TimeBoundary& InBoundary() const noexcept { return inBoundary; }
   void InBoundary(const TimePoints::TimeBoundary& value) noexcept { inBoundary = value; }
+  /// The out mark; a default boundary when it isn't set.
   const TimePoints::TimeBoundary& OutBoundary() const noexcept { return outBoundary; }
   void OutBoundary(const TimePoints::TimeBoundary& value) noexcept { outBoundary = value; }
 

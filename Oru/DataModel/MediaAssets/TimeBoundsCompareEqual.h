@@ -6,6 +6,7 @@ namespace Oru::DataModel::MediaAssets {
 
 /// Both instants and both moving flags are the same.
 struct TimeBoundsCompareEqual {
+  /// Whether `left == right`.
   bool operator()(const TimePoints::TimeBounds& left, const TimePoints::TimeBounds& right) const {
     return left == right;
   }

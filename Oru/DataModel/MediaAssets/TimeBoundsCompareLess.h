@@ -7,6 +7,7 @@ namespace Oru::DataModel::MediaAssets {
 /// Orders bounds by the instant of the in boundary, and by that of the out boundary where those are the same.
 /// The moving flags play no part.
 struct TimeBoundsCompareLess {
+  /// Whether `left < right`.
   bool operator()(const TimePoints::TimeBounds& left, const TimePoints::TimeBounds& right) const {
     const TimePoints::TimePoint& leftIn = left.InBoundary().TimePoint();
     const TimePoints::TimePoint& rightIn = right.InBoundary().TimePoint();

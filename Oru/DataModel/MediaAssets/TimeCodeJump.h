@@ -13,16 +13,22 @@ namespace Oru::DataModel::MediaAssets {
 class TimeCodeJump {
  public:
   TimeCodeJump() = default;
+  /// @param instant  where the time code jumps
+  /// @param code     what it jumps to
   TimeCodeJump(const TimePoints::TimePoint& instant, const TimePoints::TimeCode& code)
       : timePoint(instant), timeCode(code) {}
 
+  /// Where the time code jumps.
   const TimePoints::TimePoint& TimePoint() const noexcept { return timePoint; }
   void TimePoint(const TimePoints::TimePoint& value) noexcept { timePoint = value; }
+  /// What it jumps to.
   const TimePoints::TimeCode& TimeCode() const noexcept { return timeCode; }
   void TimeCode(const TimePoints::TimeCode& value) noexcept { timeCode = value; }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<TimeCodeJump> Clone() const { return std::make_unique<TimeCodeJump>(*this); }
 
+  /// The same jump at the same instant.
   bool operator==(const TimeCodeJump& other) const {
     return timePoint == other.timePoint && timeCode == other.timeCode;
   }

@@ -23,7 +23,9 @@ class ORU_DATAMODEL_EXPORT TimeCodeString {
   /// @throws std::out_of_range for a time code at a rate that isn't above 0
   explicit TimeCodeString(const TimePoints::TimeCode& timeCode);
 
+  /// The text.
   const std::string& Value() const noexcept { return value; }
+  /// Whether there is no text.
   bool IsEmpty() const noexcept { return value.empty(); }
 
   /// The time code, without a date, that the text stands for at a rate of whole samples a second.
@@ -31,6 +33,7 @@ class ORU_DATAMODEL_EXPORT TimeCodeString {
   /// @throws std::out_of_range if there is no such time code: hour 24, or frame 25 at a rate of 25
   TimePoints::TimeCode ToTimeCode(const TimePoints::Rate& rate) const;
 
+  /// The same text.
   bool operator==(const TimeCodeString& other) const noexcept { return value == other.value; }
   bool operator!=(const TimeCodeString& other) const noexcept { return !(*this == other); }
 

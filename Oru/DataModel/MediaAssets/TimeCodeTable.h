@@ -19,11 +19,14 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TimeCodeTable {
  public:
+  /// The jumps in the order of time.
   using Jumps = BaseTypes::SortedVectorSharedPointer<TimeCodeJump>;
 
   TimeCodeTable() = default;
+  /// A table of that name without jumps.
   explicit TimeCodeTable(BaseTypes::FullyQualifiedName name) : fullyQualifiedName(std::move(name)) {}
 
+  /// The name of the table.
   const BaseTypes::FullyQualifiedName& FullyQualifiedName() const noexcept { return fullyQualifiedName; }
   void FullyQualifiedName(BaseTypes::FullyQualifiedName value) noexcept {
     fullyQualifiedName = std::move(value);
@@ -36,6 +39,7 @@ class ORU_DATAMODEL_EXPORT TimeCodeTable {
   /// The jump that is in force at an instant: the last one at or ahead of it. Null ahead of the first.
   std::shared_ptr<const TimeCodeJump> JumpAt(const TimePoints::TimePoint& instant) const;
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<TimeCodeTable> Clone() const;
 
   /// The same name and the same jumps.

@@ -20,9 +20,11 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT Track : public BaseTypes::PersistentObject {
  public:
+  /// The channels in the caller's order.
   using ChannelVector = std::vector<std::shared_ptr<TrackChannelToRemove>>;
 
   Track();
+  /// A new object of that identifier, not stored yet.
   explicit Track(TrackId trackId);
   Track(TrackId trackId, BaseTypes::Utf8String trackName);
   Track(const Track&);
@@ -31,8 +33,10 @@ class ORU_DATAMODEL_EXPORT Track : public BaseTypes::PersistentObject {
   Track& operator=(Track&&) noexcept;
   ~Track();
 
+  /// What callers know it by; unique among its kind in a file.
   const TrackId& Id() const noexcept { return id; }
   void Id(TrackId value) noexcept { id = std::move(value); }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
 
@@ -40,6 +44,7 @@ class ORU_DATAMODEL_EXPORT Track : public BaseTypes::PersistentObject {
   const ChannelVector& Channels() const noexcept { return channels; }
   ChannelVector& Channels() noexcept { return channels; }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<Track> Clone() const;
 
   /// The same identifier and name. The channels don't count.

@@ -16,16 +16,22 @@ namespace Oru::DataModel::MediaAssets {
 class TrackChannel {
  public:
   TrackChannel() = default;
+  /// @param track    the identifier of the track
+  /// @param channel  the number of its channel
   TrackChannel(BaseTypes::Identifier track, int32_t channel)
       : trackId(std::move(track)), channelNr(channel) {}
 
+  /// The identifier of the track.
   const BaseTypes::Identifier& TrackId() const noexcept { return trackId; }
   void TrackId(BaseTypes::Identifier value) noexcept { trackId = std::move(value); }
+  /// The number of its channel.
   int32_t ChannelNr() const noexcept { return channelNr; }
   void ChannelNr(int32_t value) noexcept { channelNr = value; }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<TrackChannel> Clone() const { return std::make_unique<TrackChannel>(*this); }
 
+  /// The same channel of the same track.
   bool operator==(const TrackChannel& other) const noexcept {
     return trackId == other.trackId && channelNr == other.channelNr;
   }

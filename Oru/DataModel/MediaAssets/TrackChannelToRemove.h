@@ -25,6 +25,7 @@ class ORU_DATAMODEL_EXPORT TrackChannelToRemove {
   TrackChannelToRemove& operator=(TrackChannelToRemove&&) noexcept;
   ~TrackChannelToRemove();
 
+  /// The stream that holds the essence.
   const StreamReference& Stream() const noexcept { return stream; }
   void Stream(StreamReference value) noexcept { stream = std::move(value); }
   /// The `Nr` of the essence within the stream.
@@ -34,6 +35,7 @@ class ORU_DATAMODEL_EXPORT TrackChannelToRemove {
   int32_t ChannelNr() const noexcept { return channelNr; }
   void ChannelNr(int32_t value) noexcept { channelNr = value; }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<TrackChannelToRemove> Clone() const;
 
   /// The same numbers, and the same identifier of the stream.

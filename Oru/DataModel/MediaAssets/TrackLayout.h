@@ -20,19 +20,25 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TrackLayout : public BaseTypes::PersistentObject {
  public:
+  /// The items in their order.
   using ItemVector = BaseTypes::SortedVector<TrackLayoutItem>;
 
   TrackLayout() = default;
+  /// Takes the identifier and the name; empty otherwise.
   explicit TrackLayout(BaseTypes::Identifier layoutId, BaseTypes::Utf8String layoutName = {})
       : id(std::move(layoutId)), name(std::move(layoutName)) {}
 
+  /// What callers know it by; unique among its kind in a file.
   const BaseTypes::Identifier& Id() const noexcept { return id; }
   void Id(BaseTypes::Identifier value) noexcept { id = std::move(value); }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
+  /// The items.
   const ItemVector& TrackLayoutItems() const noexcept { return trackLayoutItems; }
   ItemVector& TrackLayoutItems() noexcept { return trackLayoutItems; }
 
+  /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<TrackLayout> Clone() const;
 
   /// The same identifier, name and items.

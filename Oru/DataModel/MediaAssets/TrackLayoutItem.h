@@ -17,16 +17,21 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TrackLayoutItem : public BaseTypes::PersistentObject {
  public:
+  /// Tracks that the item doesn't keep alive.
   using TrackVector = BaseTypes::SortedVectorWeakPointer<Track>;
 
   TrackLayoutItem() = default;
+  /// Takes the identifier and the name; empty otherwise.
   explicit TrackLayoutItem(BaseTypes::Identifier itemId, BaseTypes::Utf8String itemName = {})
       : id(std::move(itemId)), name(std::move(itemName)) {}
 
+  /// What callers know it by; unique among its kind in a file.
   const BaseTypes::Identifier& Id() const noexcept { return id; }
   void Id(BaseTypes::Identifier value) noexcept { id = std::move(value); }
+  /// The name that people see; needn't be unique.
   const BaseTypes::Utf8String& Name() const noexcept { return name; }
   void Name(BaseTypes::Utf8String value) noexcept { name = std::move(value); }
+  /// The tracks that the item shows.
   const TrackVector& Tracks() const noexcept { return tracks; }
   TrackVector& Tracks() noexcept { return tracks; }
 

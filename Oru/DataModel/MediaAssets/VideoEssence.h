@@ -32,11 +32,13 @@ class ORU_DATAMODEL_EXPORT VideoEssence : public Essence {
 
   std::unique_ptr<Essence> Clone() const override;
 
+  /// How the samples are coded.
   VideoCodingFormat VideoCodec() const noexcept { return videoCodec; }
   void VideoCodec(VideoCodingFormat value) noexcept { videoCodec = value; }
   /// Bits a second.
   int32_t BitRate() const noexcept { return bitRate; }
   void BitRate(int32_t value) noexcept { bitRate = value; }
+  /// Whether the bit rate is constant.
   MediaAssets::BitRateMode BitRateMode() const noexcept { return bitRateMode; }
   void BitRateMode(MediaAssets::BitRateMode value) noexcept { bitRateMode = value; }
   /// Bits a sample of one component.
@@ -51,6 +53,7 @@ class ORU_DATAMODEL_EXPORT VideoEssence : public Essence {
   /// Pixels.
   int32_t Width() const noexcept { return width; }
   void Width(int32_t value) noexcept { width = value; }
+  /// How the picture is sampled and shown; `unknown` in a new essence:
   MediaAssets::ChromaSubSampling ChromaSubSampling() const noexcept { return chromaSubSampling; }
   void ChromaSubSampling(MediaAssets::ChromaSubSampling value) noexcept { chromaSubSampling = value; }
   MediaAssets::ColorSpace ColorSpace() const noexcept { return colorSpace; }
@@ -60,6 +63,7 @@ class ORU_DATAMODEL_EXPORT VideoEssence : public Essence {
   /// The shape of the whole picture, not of one pixel.
   const MediaAssets::AspectRatio& AspectRatio() const noexcept { return aspectRatio; }
   void AspectRatio(const MediaAssets::AspectRatio& value) noexcept { aspectRatio = value; }
+  /// What bars the picture carries; `unknown` in a new essence.
   MediaAssets::Boxing Boxing() const noexcept { return boxing; }
   void Boxing(MediaAssets::Boxing value) noexcept { boxing = value; }
   /// The code of the format in the file, usually of four characters.

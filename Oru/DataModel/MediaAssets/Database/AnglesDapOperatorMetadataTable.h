@@ -21,6 +21,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
     : public Common::Databases::Sqlite::OwnerKeyTable<
           AnglesDapOperatorMetadataTable, AnglesDapOperatorMetadataProfile, AnglesDapMetadataEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit AnglesDapOperatorMetadataTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~AnglesDapOperatorMetadataTable() override;
 
@@ -43,7 +44,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
   }
   int64_t GetObjectId(AnglesDapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
 };
 

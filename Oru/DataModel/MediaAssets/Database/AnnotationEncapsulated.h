@@ -12,10 +12,13 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT AnnotationEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   AnnotationEncapsulated(int64_t mediaAssetKey, Annotation& ownedAnnotation)
       : fk(mediaAssetKey), annotation(ownedAnnotation) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// What is stored.
   Annotation& annotation;
 };
 

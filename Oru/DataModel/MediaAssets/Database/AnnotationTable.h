@@ -23,6 +23,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
     : public Common::Databases::Sqlite::DeclaredTable<AnnotationTable, Annotation, AnnotationEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit AnnotationTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~AnnotationTable() override;
 
@@ -41,6 +42,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   /// Stores an annotation and replaces its metadata.
   bool Save(AnnotationEncapsulated& obj, bool lazy) override;
 
+  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, AnnotationEncapsulated& obj) override;
@@ -51,7 +53,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   }
   int64_t GetObjectId(AnnotationEncapsulated& obj) const override { return obj.annotation.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 8> columnNames;
 
  private:

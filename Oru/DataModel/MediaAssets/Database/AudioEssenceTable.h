@@ -25,8 +25,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<
   void ReadFromCursor(const Common::Databases::Cursor& cursor,
                       BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 8> columnNames;
+  /// The join that a read selects from.
   static const std::string fromClause;
 };
 

@@ -21,6 +21,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
     : public Common::Databases::Sqlite::KeylessTable<DapOperatorKeywordsTable, KeywordEncapsulated,
                                                      KeywordEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit DapOperatorKeywordsTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~DapOperatorKeywordsTable() override;
 
@@ -36,7 +37,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
   bool BindToCursor(Common::Databases::Cursor& cursor, KeywordEncapsulated& obj) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, KeywordEncapsulated& obj, bool lazy) override;
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 };
 

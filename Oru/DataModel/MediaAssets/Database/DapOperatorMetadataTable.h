@@ -27,6 +27,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
     : public Common::Databases::Sqlite::OwnerKeyTable<DapOperatorMetadataTable, DapOperatorMetadataProfile,
                                                       DapMetadataEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit DapOperatorMetadataTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~DapOperatorMetadataTable() override;
 
@@ -39,6 +40,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   /// Stores a profile, whose object id becomes the asset's key, and adds its keywords.
   bool Save(DapMetadataEncapsulated& obj, bool lazy) override;
 
+  /// The keywords of the operator's view.
   DapOperatorKeywordsTable& GetDapOperatorKeywordsTable() { return *dapOperatorKeywordsTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, DapMetadataEncapsulated& obj) override;
@@ -52,7 +54,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   }
   int64_t GetObjectId(DapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 22> columnNames;
 
  private:

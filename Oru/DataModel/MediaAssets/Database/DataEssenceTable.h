@@ -20,8 +20,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataEssenceTable : public EssenceKindTable<D
 
   using EssenceKindTable::ReadFromCursor;
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 1> columnNames;
+  /// The join that a read selects from.
   static const std::string fromClause;
 };
 

@@ -52,33 +52,48 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   /// For what a derived class has to prepare; does nothing here.
   void Init();
 
+  /// The named properties of the file.
   Common::Databases::Sqlite::PropertiesTableSqlite& GetProperties() { return properties; }
 
+  /// Assets; saving and deleting one takes along what hangs under it.
   MediaAssetTable& GetMediaAssetTable() { return mediaAssetTable; }
+  /// Resources, with their streams.
   MediaResourceTable& GetMediaResourceTable() { return mediaAssetTable.GetMediaResourceTable(); }
+  /// Which asset refers to which resources.
   RelationMediasTable& GetRelationMediaAssetMediaResource() {
     return mediaAssetTable.GetRelationMediasTable();
   }
+  /// Streams, with their essences.
   StreamTable& GetStreamTable() { return mediaAssetTable.GetStreamTable(); }
+  /// What essences of all kinds have in common.
   EssenceTable& GetEssenceTable() { return mediaAssetTable.GetEssenceTable(); }
+  /// The essences of one kind:
   AudioEssenceTable& GetAudioEssenceTable() { return mediaAssetTable.GetAudioEssenceTable(); }
   DataEssenceTable& GetDataEssenceTable() { return mediaAssetTable.GetDataEssenceTable(); }
   VideoEssenceTable& GetVideoEssenceTable() { return mediaAssetTable.GetVideoEssenceTable(); }
+  /// Tracks, with their channels.
   TrackTable& GetTrackTable() { return mediaAssetTable.GetTrackTable(); }
+  /// Which asset refers to which tracks.
   RelationAssetTrackTable& GetRelationAssetTrackTable() {
     return mediaAssetTable.GetRelationAssetTrackTable();
   }
+  /// Groups, plain ones and those of angles, with their items.
   MediaAssetGroupTable& GetMediaAssetGroupTable() { return mediaAssetGroupTable; }
+  /// Multi-angle groups.
   AnglesMediaAssetGroupTable& GetAnglesMediaAssetGroupTable() {
     return mediaAssetGroupTable.GetAnglesMediaAssetGroupTable();
   }
+  /// Items of groups.
   MediaAssetGroupItemTable& GetMediaAssetGroupItemTable() {
     return mediaAssetGroupTable.GetMediaAssetGroupItemTable();
   }
+  /// The names of the angles, one an item.
   AnglesMediaAssetGroupItemTable& GetAnglesMediaAssetGroupItemTable() {
     return GetMediaAssetGroupItemTable().GetAnglesMediaAssetGroupItemTable();
   }
+  /// Edits.
   BusinessEntityModel::Edits::Database::EditTable& GetEditTable() { return editTable; }
+  /// The sequences of edits.
   BusinessEntityModel::Edits::Database::SequenceTable& GetSequenceTable() {
     return editTable.GetSequenceTable();
   }

@@ -12,9 +12,12 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT EssenceEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   EssenceEncapsulated(int64_t streamKey, Essence& ownedEssence) : fk(streamKey), essence(ownedEssence) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// What is stored.
   Essence& essence;
 };
 

@@ -58,6 +58,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceKindTable
   int64_t GetObjectId(EssenceEncapsulated& obj) const override { return obj.essence.ObjectId(); }
 
  protected:
+  /// @param table  the table of all essences, which must outlive this one
   explicit EssenceKindTable(EssenceTable& table)
       : Base(static_cast<Common::Databases::Sqlite::DatabaseSqlite&>(table.GetDatabase()), table),
         essenceTable(table) {}

@@ -28,6 +28,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
     : public Common::Databases::Sqlite::DeclaredTable<
           EssenceTable, BusinessEntityModel::BaseTypes::PersistentObject, EssenceEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit EssenceTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~EssenceTable() override;
 
@@ -48,7 +49,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   /// The key of the essence with that number in a stream, -1 when there is none.
   int64_t GetObjectIdFromEssenceNr(int64_t streamRef, int32_t number);
 
+  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
+  /// The essences of one kind:
   AudioEssenceTable& GetAudioEssenceTable();
   DataEssenceTable& GetDataEssenceTable();
   VideoEssenceTable& GetVideoEssenceTable();
@@ -60,7 +63,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override { obj.essence.ObjectId(objectId); }
   int64_t GetObjectId(EssenceEncapsulated& obj) const override { return obj.essence.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
 
  private:

@@ -12,15 +12,19 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT GroupItemEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   GroupItemEncapsulated(int64_t groupKey, int64_t assetKey, MediaAssetGroupItem& item)
       : GroupItemEncapsulated(groupKey, assetKey, item, 0) {}
   GroupItemEncapsulated(int64_t groupKey, int64_t assetKey, MediaAssetGroupItem& item, int32_t place)
       : fkMediaAssetGroup(groupKey), fkMediaAsset(assetKey), index(place), groupItem(item) {}
 
+  /// The key of the group.
   int64_t fkMediaAssetGroup;
+  /// The key of the asset that the item refers to.
   int64_t fkMediaAsset;
   /// From 0.
   int32_t index;
+  /// What is stored.
   MediaAssetGroupItem& groupItem;
 };
 

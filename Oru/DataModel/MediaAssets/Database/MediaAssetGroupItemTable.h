@@ -45,6 +45,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
   /// Sets the identifier of that asset only; an empty one when the item isn't stored.
   void ReadMediaAssetLazy(MediaAssetGroupItem& groupItem);
 
+  /// The names of the angles, one an item.
   AnglesMediaAssetGroupItemTable& GetAnglesMediaAssetGroupItemTable() {
     return *anglesMediaAssetGroupItemTable;
   }
@@ -57,7 +58,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
   }
   int64_t GetObjectId(GroupItemEncapsulated& obj) const override { return obj.groupItem.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 
  private:

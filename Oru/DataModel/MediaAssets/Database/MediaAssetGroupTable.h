@@ -54,7 +54,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   /// The key of the group with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
+  /// Multi-angle groups.
   AnglesMediaAssetGroupTable& GetAnglesMediaAssetGroupTable() { return *anglesMediaAssetGroupTable; }
+  /// Items of groups.
   MediaAssetGroupItemTable& GetMediaAssetGroupItemTable() { return *mediaAssetGroupItemTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, MediaAssetGroup& obj) override;
@@ -62,7 +64,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   void SetObjectId(MediaAssetGroup& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(MediaAssetGroup& obj) const override { return obj.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
 
  private:

@@ -27,6 +27,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaResourceTable, MediaResource, MediaResource> {
  public:
+  /// @param database  must outlive the table
   explicit MediaResourceTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~MediaResourceTable() override;
 
@@ -52,8 +53,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   /// The key of the resource with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
+  /// The time bounds of what this table stores.
   TimeBoundsTable& GetTimeBoundsTable() { return *timeBoundsTable; }
+  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
+  /// Streams, with their essences.
   StreamTable& GetStreamTable() { return *streamTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, MediaResource& object) override;
@@ -63,7 +67,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   void SetObjectId(MediaResource& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(MediaResource& obj) const override { return obj.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 6> columnNames;
 
  private:

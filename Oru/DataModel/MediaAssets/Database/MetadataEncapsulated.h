@@ -13,12 +13,15 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT MetadataEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   MetadataEncapsulated(int64_t ownerKey,
                        const BusinessEntityModel::BaseTypes::FullyQualifiedName& profileName,
                        const std::string& entryKey, const std::string& entryValue)
       : fk(ownerKey), fullyQualifiedName(profileName), key(entryKey), value(entryValue) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// The name of the profile, and one entry of it:
   const BusinessEntityModel::BaseTypes::FullyQualifiedName& fullyQualifiedName;
   const std::string& key;
   const std::string& value;

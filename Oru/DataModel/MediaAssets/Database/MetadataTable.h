@@ -57,7 +57,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
   bool BindToCursor(Common::Databases::Cursor& cursor, MetadataEncapsulated& obj) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, MetadataRow& obj, bool lazy) override;
 
+  /// The name of the stored table of this object.
   const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
 
  private:

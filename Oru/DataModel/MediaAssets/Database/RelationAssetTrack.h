@@ -10,6 +10,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrack {
+  /// Keys of the two rows; -1 for none:
   int64_t asset = -1;
   int64_t track = -1;
 };

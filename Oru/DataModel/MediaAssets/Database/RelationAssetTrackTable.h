@@ -19,6 +19,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrackTable
     : public Common::Databases::Sqlite::KeylessTable<RelationAssetTrackTable, RelationAssetTrack,
                                                      RelationAssetTrack> {
  public:
+  /// @param database  must outlive the table
   explicit RelationAssetTrackTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~RelationAssetTrackTable() override;
 
@@ -28,7 +29,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrackTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, RelationAssetTrack& object,
                       bool lazy) override;
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 2> columnNames;
 };
 

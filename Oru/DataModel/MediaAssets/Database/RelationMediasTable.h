@@ -18,6 +18,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 class ORU_DATAMODEL_DATABASE_EXPORT RelationMediasTable
     : public Common::Databases::Sqlite::KeylessTable<RelationMediasTable, RelationMedias, RelationMedias> {
  public:
+  /// @param database  must outlive the table
   explicit RelationMediasTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~RelationMediasTable() override;
 
@@ -26,7 +27,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationMediasTable
   bool BindToCursor(Common::Databases::Cursor& cursor, RelationMedias& object) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, RelationMedias& object, bool lazy) override;
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 2> columnNames;
 };
 

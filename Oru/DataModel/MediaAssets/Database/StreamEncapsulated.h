@@ -13,13 +13,16 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT StreamEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   StreamEncapsulated(int64_t mediaResourceKey, Stream& ownedStream)
       : fk(mediaResourceKey), stream(ownedStream) {}
   /// @param reference  must hold a loaded stream
   StreamEncapsulated(int64_t mediaResourceKey, StreamReference& reference)
       : StreamEncapsulated(mediaResourceKey, reference.Value()) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// What is stored.
   Stream& stream;
 };
 

@@ -28,6 +28,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
     : public Common::Databases::Sqlite::DeclaredTable<
           StreamTable, BusinessEntityModel::BaseTypes::PersistentObject, StreamEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit StreamTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~StreamTable() override;
 
@@ -49,7 +50,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   void ReadTimebounds(Stream& stream);
   /// The essences come in the order of their stored numbers and are numbered anew by their places.
   void ReadEssences(Stream& stream);
-  /// Append the essences of one kind of the stream with that key.
+  /// Append the essences of one kind of the stream with that key:
   void ReadVideosEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences);
   void ReadAudioEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences);
   void ReadDataEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences);
@@ -57,9 +58,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   /// The key of the stream with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
+  /// The time bounds of what this table stores.
   TimeBoundsTable& GetTimeBoundsTable() { return *timeBoundsTable; }
+  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
+  /// What essences of all kinds have in common.
   EssenceTable& GetEssenceTable() { return *essenceTable; }
+  /// The essences of one kind:
   AudioEssenceTable& GetAudioEssenceTable() { return essenceTable->GetAudioEssenceTable(); }
   DataEssenceTable& GetDataEssenceTable() { return essenceTable->GetDataEssenceTable(); }
   VideoEssenceTable& GetVideoEssenceTable() { return essenceTable->GetVideoEssenceTable(); }
@@ -71,7 +76,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   void SetObjectId(StreamEncapsulated& obj, int64_t objectId) override { obj.stream.ObjectId(objectId); }
   int64_t GetObjectId(StreamEncapsulated& obj) const override { return obj.stream.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
 
  private:

@@ -12,10 +12,13 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsEncapsulated {
+  /// Refers to the object, which stays the caller's and must outlive this.
   TimeBoundsEncapsulated(int64_t ownerKey, const TimePoints::TimeBounds& ownedBounds)
       : fk(ownerKey), bounds(ownedBounds) {}
 
+  /// The key of the owner.
   int64_t fk;
+  /// What is stored.
   const TimePoints::TimeBounds& bounds;
 };
 

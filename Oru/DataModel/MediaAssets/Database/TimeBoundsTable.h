@@ -48,7 +48,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, TimePoints::TimeBounds& obj,
                       bool lazy) override;
 
+  /// The name of the stored table of this object.
   const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
 };
 

@@ -11,6 +11,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT TrackChannelEncapsulated {
   TrackChannelEncapsulated() = default;
+  /// Refers to the object, which stays the caller's and must outlive this.
   TrackChannelEncapsulated(int64_t track, int64_t essence, int64_t number)
       : trackId(track), essenceId(essence), channelNr(number) {}
 
@@ -18,6 +19,7 @@ struct ORU_DATAMODEL_DATABASE_EXPORT TrackChannelEncapsulated {
   int64_t trackId = -1;
   /// Key of the essence's row.
   int64_t essenceId = -1;
+  /// The number of the channel in its track.
   int64_t channelNr = 0;
 };
 

@@ -25,6 +25,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
     : public Common::Databases::Sqlite::KeylessTable<TrackChannelTable, TrackChannelEncapsulated,
                                                      TrackChannelEncapsulated> {
  public:
+  /// @param database  must outlive the table
   explicit TrackChannelTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~TrackChannelTable() override;
 
@@ -43,7 +44,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, TrackChannelEncapsulated& obj,
                       bool lazy) override;
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 
  private:

@@ -25,6 +25,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
     : public Common::Databases::Sqlite::DeclaredTable<TrackTable, Track, Track> {
  public:
+  /// @param database  must outlive the table
   explicit TrackTable(Common::Databases::Sqlite::DatabaseSqlite& database);
   ~TrackTable() override;
 
@@ -47,6 +48,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   /// The key of the track with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
+  /// The channels of tracks.
   TrackChannelTable& GetTrackChannelTable() { return *trackChannelTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, Track& obj) override;
@@ -54,7 +56,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   void SetObjectId(Track& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(Track& obj) const override { return obj.ObjectId(); }
 
+  /// The name of the stored table.
   static const std::string tableName;
+  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 
  private:

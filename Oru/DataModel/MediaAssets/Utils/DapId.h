@@ -29,6 +29,7 @@ namespace Oru::DataModel::MediaAssets {
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT DapId {
  public:
+  /// The bounds of the grid, both included:
   static constexpr int MaxChannel = 12;
   static constexpr char MinCamera = 'A';
   static constexpr char MaxCamera = 'L';
@@ -65,6 +66,7 @@ class ORU_DATAMODEL_EXPORT DapId {
   /// @throws std::invalid_argument with the text in quotes if it is anything else
   explicit DapId(const std::string& text);
 
+  /// The same server, page, bank, row and camera.
   bool operator==(const DapId& other) const;
   bool operator!=(const DapId& other) const { return !(*this == other); }
 
@@ -73,6 +75,7 @@ class ORU_DATAMODEL_EXPORT DapId {
 
   /// Whether the value lies between the two, both included.
   static bool IsInRange(int value, int8_t min, int8_t max) { return value >= min && value <= max; }
+  /// Whether the value is on the grid:
   static bool IsValidPage(int page) { return IsInRange(page, MinPage, MaxPage); }
   static bool IsValidBank(int bank) { return IsInRange(bank, MinBank, MaxBank); }
   static bool IsValidRow(int row) { return IsInRange(row, MinRow, MaxRow); }
@@ -82,12 +85,16 @@ class ORU_DATAMODEL_EXPORT DapId {
   /// server plays no part.
   bool IsValid() const;
 
+  /// The server; an empty one for none.
   const ZuServerId& ServerId() const { return serverId; }
+  /// From 0 to 255, `Unset` where not set:
   int Page() const { return page; }
   int Bank() const { return bank; }
   int Clip() const { return row; }
   int Row() const { return row; }
+  /// The letter, 0 for none.
   char Camera() const { return camera; }
+  /// Whether there is a camera, valid or not.
   bool HasCamera() const { return camera != 0; }
 
   /// The number of the camera's channel: 1 for 'A' to `MaxChannel` for 'L'; 0 for any other camera and for

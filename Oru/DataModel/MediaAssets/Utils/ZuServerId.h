@@ -28,12 +28,16 @@ class ORU_DATAMODEL_EXPORT ZuServerId {
   /// Whether the number names a server: above 0 and a multiple of 10.
   static bool IsValid(int number) { return number > 0 && number % 10 == 0; }
 
+  /// The same serial number.
   bool operator==(const ZuServerId& other) const { return serialNumber == other.serialNumber; }
   bool operator!=(const ZuServerId& other) const { return !(*this == other); }
 
+  /// A multiple of 10 above 0; 0 for no server.
   int SerialNumber() const;
 
+  /// The serial number in decimal.
   std::string ToString() const;
+  /// "zuserver://" and the serial number.
   std::string ToUri() const;
 
   /// On false `server` stays as it was.
