@@ -18,6 +18,7 @@ ORU_COMMON_DATABASE_EXPORT void ReadRow(CursorSqlite& cursor, RawRead& row);
 class ORU_COMMON_DATABASE_EXPORT RawCursorSqlite : public RawCursor {
  public:
   RawCursorSqlite();
+  /// Opens the cursor, as `CursorSqlite` does.
   RawCursorSqlite(DatabaseSqlite& db, const std::string& select);
   RawCursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count);
   ~RawCursorSqlite() override;
