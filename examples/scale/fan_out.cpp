@@ -43,6 +43,7 @@ std::vector<Found> Ask(const std::string& server, const std::string& text, int c
 // same.
 std::vector<Found> AskAll(const std::vector<std::string>& servers, const std::string& text, int count) {
   std::vector<std::future<std::vector<Found>>> answers;
+  answers.reserve(servers.size());
   for (const std::string& server : servers) {
     answers.push_back(std::async(std::launch::async, Ask, server, text, count));
   }

@@ -53,10 +53,14 @@ void Read(DataModelDatabase& database, const std::string& id) {
   clips.ReadMediaResources(clip);
 }
 
+std::string Connection(const std::string& file, const std::string& options) {
+  return std::string("file:").append(file).append("?").append(options);
+}
+
 // Runs `job(database, round)` until the time is over.
 template <class Job>
-int Count(const std::string& connection, int seconds, Job job) {
-  DataModelDatabase database(connection, nullptr);
+int Count(const std::string& file, const std::string& options, int seconds, Job job) {
+  DataModelDatabase database(Connection(file, options), nullptr);
   database.Open();
   const auto end = Clock::now() + std::chrono::seconds(seconds);
   int rounds = 0;
@@ -91,7 +95,7 @@ int main(int argc, char** argv) {
   const std::string writeOptions = argc > 6 ? argv[6] : readOptions;
 
   if (!std::filesystem::exists(file)) {
-    DataModelDatabase database("file:" + file + "?" + writeOptions, nullptr);
+    DataModelDatabase database(Connection(file, writeOptions), nullptr);
     database.Open();
     Sqlite::TransactionGuard transaction(database);
     for (int i = 0; i < stored; ++i)
@@ -101,14 +105,14 @@ int main(int argc, char** argv) {
 
   for (int i = 0; i < readers; ++i) {
     Start("reader " + std::to_string(i + 1), seconds, [&] {
-      return Count("file:" + file + "?" + readOptions, seconds, [&](DataModelDatabase& database, int round) {
+      return Count(file, readOptions, seconds, [&](DataModelDatabase& database, int round) {
         Read(database, "stored-" + std::to_string((round * 7 + i) % stored));
       });
     });
   }
   for (int i = 0; i < writers; ++i) {
     Start("writer " + std::to_string(i + 1), seconds, [&] {
-      return Count("file:" + file + "?" + writeOptions, seconds, [&](DataModelDatabase& database, int round) {
+      return Count(file, writeOptions, seconds, [&](DataModelDatabase& database, int round) {
         Sqlite::TransactionGuard transaction(database);
         Save(database, "new-" + std::to_string(getpid()) + "-" + std::to_string(round));
         transaction.Commit();
