@@ -1,5 +1,6 @@
 // The operator's view of a clip, a multi-angle group, an edit, and what a deletion takes along.
 #include "Oru/BusinessEntityModel/Edits/Sequence.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
@@ -13,6 +14,7 @@ namespace Assets = Oru::DataModel::MediaAssets;
 namespace Edits = Oru::BusinessEntityModel::Edits;
 using namespace Oru::TimePoints;
 using Assets::Database::DataModelDatabase;
+using Oru::Common::Databases::Sqlite::TransactionGuard;
 
 namespace {
 
@@ -60,7 +62,9 @@ bool SaveEdit(DataModelDatabase& database) {
 int main() {
   DataModelDatabase database(":memory:", nullptr);
   database.Open();
+  TransactionGuard transaction(database);
   if (!SaveOperatorsClip(database) || !SaveGroup(database) || !SaveEdit(database)) return 1;
+  transaction.Commit();
 
   if (!database.GetMediaAssetTable().DeleteByServerId(Assets::ZuServerId(110))) return 1;
   std::cout << "group: " << database.GetMediaAssetGroupTable().GetObjectIdFromIdentifier("group-1") << '\n';

@@ -1,5 +1,6 @@
 // Reads clips back: one by its key, some by a query, and what hangs under them.
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
 #include <iostream>
@@ -9,18 +10,21 @@ namespace Assets = Oru::DataModel::MediaAssets;
 using Assets::Database::DataModelDatabase;
 using Assets::Database::MediaAssetTable;
 using Oru::Common::Databases::Sqlite::ReadGuard;
+using Oru::Common::Databases::Sqlite::TransactionGuard;
 
 namespace {
 
-bool SaveSomeClips(MediaAssetTable& clips) {
+bool SaveSomeClips(DataModelDatabase& database) {
+  TransactionGuard transaction(database);
   for (const char* id : {"clip-1", "clip-2", "clip-3"}) {
     Assets::MediaAsset clip(id);
     clip.Name(std::string("Take ") + id[5]);
     auto resource = std::make_shared<Assets::MediaResource>(std::string("resource of ") + id);
     resource->Adopt(std::make_unique<Assets::Stream>(std::string("stream of ") + id));
     clip.MediaResources().Insert(resource);
-    if (!clips.Save(clip)) return false;
+    if (!database.GetMediaAssetTable().Save(clip)) return false;
   }
+  transaction.Commit();
   return true;
 }
 
@@ -67,7 +71,7 @@ void Find(DataModelDatabase& database) {
 int main() {
   DataModelDatabase database(":memory:", nullptr);
   database.Open();
-  if (!SaveSomeClips(database.GetMediaAssetTable())) return 1;
+  if (!SaveSomeClips(database)) return 1;
   if (!ReadDeep(database)) return 1;
   if (!ReadLazily(database.GetMediaAssetTable())) return 1;
   Find(database);

@@ -55,6 +55,7 @@ int main() {
   transaction.Commit();
   std::cout << "stored: " << (clip.ObjectId() != -1) << '\n';
 
+  TransactionGuard again(database);
   clip.Description("Second take");
   if (!database.GetMediaAssetTable().Save(clip)) return 1;
 
@@ -62,6 +63,7 @@ int main() {
   same.Name("Opening night, cut");
   if (!database.GetMediaAssetTable().Save(same)) return 1;
   std::cout << "the same row: " << (same.ObjectId() == clip.ObjectId()) << '\n';
+  again.Commit();
 
   {
     TransactionGuard undone(database);

@@ -37,8 +37,8 @@ void WriteLogEntry(std::ostream& stream, const std::string& source, int32_t code
   const std::lock_guard<std::mutex> lock(mutex);
   try {
     stream.write(entry.data(), static_cast<std::streamsize>(entry.size())).flush();
-  } catch (const std::ios_base::failure&) {
-    // A log that can't be written must not fail what is being logged.
+  } catch (...) {
+    // A log that can't be written must not fail what is being logged, whatever its buffer throws.
   }
 }
 

@@ -2,17 +2,23 @@
 
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
+#include <utility>
+
 namespace Oru::Common::Databases::Sqlite {
 
 ReadGuard::ReadGuard(DatabaseSqlite& database) : mDatabase(database), mNumber(database.BeginReading()) {}
 
 ReadGuard::~ReadGuard() {
-  End();
+  try {
+    End();
+  } catch (...) {
+    // As with a transaction's guard, there is nobody to tell.
+  }
 }
 
 void ReadGuard::End() {
-  if (mNumber != 0) mDatabase.EndReading(mNumber);
-  mNumber = 0;
+  const uint64_t number = std::exchange(mNumber, 0);
+  if (number != 0) mDatabase.EndReading(number);
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

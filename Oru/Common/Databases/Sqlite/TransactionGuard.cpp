@@ -1,11 +1,13 @@
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 namespace Oru::Common::Databases::Sqlite {
 
 TransactionGuard::TransactionGuard(DatabaseSqlite& database) : mDatabase(database), mNumber(0) {
+  const ConnectionLock lock(mDatabase);
   mDatabase.BeginTransaction();
   mNumber = mDatabase.TransactionNumber();
 }
@@ -13,8 +15,9 @@ TransactionGuard::TransactionGuard(DatabaseSqlite& database) : mDatabase(databas
 TransactionGuard::~TransactionGuard() {
   try {
     Rollback();
-  } catch (const InvalidOperationException&) {
-    // Logged; a destructor has nobody to tell.
+  } catch (...) {
+    // A rollback that SQLite refuses has been logged. Whatever else it was, the log's own failure or want of
+    // memory, a destructor has nobody to tell.
   }
 }
 
@@ -22,7 +25,9 @@ bool TransactionGuard::IsActive() const {
   return !mIsEnded && mDatabase.HasBegunTransaction() && mDatabase.TransactionNumber() == mNumber;
 }
 
+// What is asked and what is ended must be the same transaction, whatever other threads do on the connection.
 int64_t TransactionGuard::Commit() {
+  const ConnectionLock lock(mDatabase);
   if (!IsActive()) throw InvalidOperationException();
   const int64_t changes = mDatabase.EndTransaction(true);
   mIsEnded = true;
@@ -30,6 +35,7 @@ int64_t TransactionGuard::Commit() {
 }
 
 void TransactionGuard::Rollback() {
+  const ConnectionLock lock(mDatabase);
   if (IsActive()) mDatabase.EndTransaction(false);
   mIsEnded = true;
 }

@@ -25,7 +25,8 @@ class ORU_COMMON_DATABASE_EXPORT TransactionGuard {
   TransactionGuard(const TransactionGuard&) = delete;
   TransactionGuard& operator=(const TransactionGuard&) = delete;
   /// Rolls back what has not been committed. A transaction that somebody else has ended, or begun since, is
-  /// left alone.
+  /// left alone. Throws nothing: a rollback that SQLite refuses leaves a log entry, and the transaction open
+  /// for `DatabaseSqlite::EndTransaction`.
   ~TransactionGuard();
 
   /// Commits and makes the guard inert.

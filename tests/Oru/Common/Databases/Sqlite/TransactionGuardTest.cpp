@@ -2,12 +2,16 @@
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 
 #include "support/SqlValues.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <memory>
+#include <ostream>
+#include <streambuf>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -82,6 +86,41 @@ TEST_F(TransactionGuardTest, EndsATransactionThatWasLost) {
   }
   Insert(4);
   EXPECT_EQ(Sum(), "5.0");
+}
+
+// A log whose buffer fails in the most awkward way there is.
+class ThrowingBuffer : public std::streambuf {
+  std::streamsize xsputn(const char*, std::streamsize) override { throw 1; }
+};
+
+TEST(GuardTest, DestructorsThrowNothingWhenTheirEndIsRefusedAndTheLogThrows) {
+  ThrowingBuffer buffer;
+  const auto log = std::make_shared<std::ostream>(&buffer);
+  log->exceptions(std::ios_base::badbit);
+  DatabaseSqlite db(":memory:", log);
+  db.Open();
+  EXPECT_TRUE(
+      db.ExecuteStatement("CREATE TABLE B (id integer primary key);"
+                          "CREATE TABLE A (b references B deferrable initially deferred)"));
+  {
+    const TransactionGuard guard(db);
+    EXPECT_TRUE(db.ExecuteStatement("INSERT INTO B VALUES (1)"));
+    sqlite3_set_authorizer(
+        db.Handle(),
+        [](void*, int action, const char*, const char*, const char*, const char*) {
+          return action == SQLITE_TRANSACTION ? SQLITE_DENY : SQLITE_OK;
+        },
+        nullptr);
+  }
+  EXPECT_TRUE(db.HasBegunTransaction());
+  sqlite3_set_authorizer(db.Handle(), nullptr, nullptr);
+  EXPECT_EQ(db.EndTransaction(false), 0);
+  {
+    const ReadGuard reading(db);
+    EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (99)"));
+  }
+  EXPECT_FALSE(db.IsInTransaction());
+  EXPECT_EQ(TestSupport::Value(db, "SELECT count(*) || (SELECT count(*) FROM B) FROM A"), "00");
 }
 
 }  // namespace Oru::Common::Databases::Sqlite
