@@ -12,7 +12,9 @@
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
@@ -108,6 +110,27 @@ bool Reads(DataModelDatabase& db) {
   return StoredVersion(db, "a") == 1;
 }
 
+std::string CopyOf(DataModelDatabase& db) {
+  return std::string(sqlite3_db_filename(db.Handle(), "main")) + "-copy";
+}
+
+// Behind a failure there is no copy, and nothing of one.
+bool BacksUp(DataModelDatabase& db) {
+  const std::string copy = CopyOf(db);
+  std::filesystem::remove(copy);
+  try {
+    return db.Backup(copy);
+  } catch (...) {
+    EXPECT_FALSE(std::filesystem::exists(copy) || std::filesystem::exists(copy + ".part1"));
+    throw;
+  }
+}
+
+bool HasWholeCopy(DataModelDatabase& db) {
+  const std::string copy = CopyOf(db);
+  return Faults(copy).empty() && Dump(copy) == Dump(sqlite3_db_filename(db.Handle(), "main"));
+}
+
 // The old file: two clips, a group of both, and one of the first alone.
 void MakeOldFile(const std::string& path) {
   DataModelDatabase db(path, nullptr);
@@ -169,6 +192,7 @@ const std::vector<FaultJob>& FaultJobs() {
        },
        HasNewGroup, true},
       {"Read", [] { return FaultJob::Attempt(Reads); }, Reads, true},
+      {"Backup", [] { return FaultJob::Attempt(BacksUp); }, HasWholeCopy, true},
   };
   return jobs;
 }

@@ -115,7 +115,7 @@ void FaultyVfs::Register() {
   vfs.pAppData = below;
   vfs.xOpen = OpenFile;
   vfs.xDelete = DeleteFile;
-  sqlite3_vfs_register(&vfs, 0);
+  sqlite3_vfs_register(&vfs, 1);
 }
 
 void FaultyVfs::Arm(const Plan& newPlan) {

@@ -2,8 +2,8 @@
 
 namespace Oru::Reliability {
 
-/// A layer over SQLite's own file access that fails on command, reached by `file:...?vfs=oru-faulty`. Files
-/// are written for real, but never waited for.
+/// A layer over SQLite's own file access that fails on command, in place of the default one. Files are
+/// written for real, but never waited for.
 ///
 /// Threads: arm and count from one thread at a time.
 class FaultyVfs {

@@ -16,7 +16,7 @@ TEST_P(IoFaultTest, LosesNothingWhateverFails) {
         FaultSource source;
         source.arm = [&](int n) { FaultyVfs::Arm({n, isLasting, isFull}); };
         source.failureCount = FaultyVfs::FailureCount;
-        source.options = std::string("vfs=oru-faulty&_busy_timeout=0&_journal_mode=") + journal;
+        source.options = std::string("_busy_timeout=0&_journal_mode=") + journal;
         // A job without a transaction commits fifty times over, and each time alike.
         source.step = IsLong() ? 1 : GetParam().isWhole ? 13 : 149;
         failures += RunFaultLoop(GetParam(), source);

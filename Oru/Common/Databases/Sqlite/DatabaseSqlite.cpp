@@ -6,10 +6,13 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionText.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/HandleLock.h"
+#include "Oru/Common/Databases/Sqlite/IntegrityCheck.h"
 #include "Oru/Common/Databases/Sqlite/LogEntry.h"
+#include "Oru/Common/Databases/Sqlite/OnlineCopy.h"
 #include "Oru/Common/Databases/Sqlite/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/SqlText.h"
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
 #include <sqlite3.h>
@@ -301,6 +304,57 @@ bool DatabaseSqlite::RunPlain(const char* statement) {
   const int code = sqlite3_exec(mHandle, statement, nullptr, nullptr, nullptr);
   NoteFailure(code);
   return code == SQLITE_OK;
+}
+
+// Why a backup must not begin now, empty if it may.
+std::string DatabaseSqlite::WhyNoBackup() {
+  if (!IsOpen()) return "the database is not open";
+  const HandleLock lock(mHandle);
+  // It would copy what may yet be rolled back; SQLite refuses it too.
+  const bool isWriting = sqlite3_txn_state(mHandle, "main") == SQLITE_TXN_WRITE;
+  return isWriting ? "a transaction is open" : HasLostTransaction() ? LostTransactionText : "";
+}
+
+bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progress) {
+  if (const std::string reason = WhyNoBackup(); !reason.empty()) {
+    LogFailure("backup refused: " + reason);
+    throw InvalidOperationException();
+  }
+  if (const std::string reason = OnlineCopy::WhyNoTarget(file); !reason.empty()) {
+    LogFailure("backup refused: " + reason);
+    throw ArgumentException();
+  }
+  try {
+    OnlineCopy copy(mHandle, file);
+    if (!copy.CopyPages(mBusyTimeout, progress)) return false;
+    copy.TakeName();
+    return true;
+  } catch (const OnlineCopy::Failure& failure) {
+    LogFailure(std::string("backup failed: ") + failure.what());
+    const HandleLock lock(mHandle);
+    NoteFailure(failure.Code());
+    throw NotSupportedException(failure.what(), __FILE__, __LINE__);
+  }
+}
+
+std::vector<std::string> DatabaseSqlite::CheckIntegrity() {
+  std::string error = "the database is not open";
+  if (IsOpen()) {
+    const HandleLock lock(mHandle);
+    const char* refusal = Refusal(false);
+    IntegrityCheck check(mHandle);
+    const int code = refusal ? SQLITE_ERROR : check.Run();
+    if (code == SQLITE_OK) return check.Findings();
+    NoteFailure(code);
+    error = refusal ? refusal : sqlite3_errmsg(mHandle);
+  }
+  LogFailure("integrity check failed: " + error);
+  throw InvalidOperationException();
+}
+
+bool DatabaseSqlite::RebuildFullTextIndex(const std::string& table) {
+  const std::string name = SqlText::QuotedName(table);
+  return ExecuteStatement("INSERT INTO main." + name + "(" + name + ") VALUES('rebuild')");
 }
 
 void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {

@@ -4,10 +4,12 @@
 #include "Oru/Common/Databases/Export.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <ostream>
 #include <string>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -70,6 +72,43 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   ///         the text itself began is then rolled back
   bool ExecuteStatement(const std::string& text);
 
+  /// Told how far a backup has come: how many pages remain, and of how many. Gives false to stop it. It runs
+  /// on the thread of the backup, and may use the database, but not open or close it.
+  using BackupProgress = std::function<bool(int32_t remaining, int32_t total)>;
+
+  /// Copies the database, as others read and write it, into a file that isn't there yet. The copy is written
+  /// under another name beside it (`.part1` and so on behind the name) and takes its own once it is whole and
+  /// on the disk: whatever happens, there is a whole copy under the name or none. A crash may leave the part.
+  ///
+  /// Other connections and threads wait for some 256 pages at most, and the copy holds what is committed when
+  /// it ends. A connection that writes makes it begin anew, with larger steps each time so that it ends. It
+  /// may run within a `ReadGuard`, whose state of the file it then copies.
+  /// @param file      a path, in a folder that exists; never an existing file, as replacing one could mix its
+  ///                  journal with the copy or pull it from under somebody's feet
+  /// @param progress  called behind every step, the last one included; null for none. What it throws ends the
+  ///                  backup and passes on
+  /// @return false when `progress` stopped it; no file is left then
+  /// @throws ArgumentException when the file, or a journal of that name, is there already, or the text is no
+  ///         path; InvalidOperationException on a closed database or inside a transaction that writes;
+  ///         NotSupportedException, with its text, when SQLite or the file system fails, or the source stays
+  ///         locked longer than the busy timeout. All with a log entry
+  bool Backup(const std::string& file, const BackupProgress& progress = nullptr);
+
+  /// Looks for damage: in the pages and indexes of the file, in its foreign keys, and in each full-text index
+  /// against the texts that it indexes. Reads all of the file, while other threads wait. The full-text
+  /// indexes of a file that can only be read are passed over.
+  /// @return what was found, in SQLite's words as far as they go, at most 100 findings of the pages; empty
+  /// for
+  ///         a sound file
+  /// @throws InvalidOperationException, with a log entry, when the check could not run to its end: a closed
+  ///         database, a lock, a failure of the disk
+  std::vector<std::string> CheckIntegrity();
+
+  /// Makes a full-text index anew from the texts that it indexes.
+  /// @param table  the name of an FTS5 table, with content of its own or of another table
+  /// @return false, with a log entry of SQLite's text, when it refuses; the index is then as it was
+  bool RebuildFullTextIndex(const std::string& table);
+
   /// Writes one entry, a line, to the log stream: UTC time, source, code and message.
   void Log(const std::string& source, int32_t code, const std::string& message);
   /// Logs a failure of this connection with the code of failed statements.
@@ -108,6 +147,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   friend class TableSqlite;
 
   void Fail(const std::string& message);
+  std::string WhyNoBackup();
   bool Configure(const char* pragma, const std::string& value);
   bool RunKept(const std::string& text, bool& isDone);
   bool RunAll(const char* text);

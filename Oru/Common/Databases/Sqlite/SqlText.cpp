@@ -17,6 +17,18 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+std::string Quoted(const std::string& text, char quote) {
+  std::string quoted;
+  quoted.reserve(text.size() + 2);
+  quoted += quote;
+  for (const char c : text) {
+    if (c == quote) quoted += quote;
+    quoted += c;
+  }
+  quoted += quote;
+  return quoted;
+}
+
 }  // namespace
 
 const std::string& CheckedName(const std::string& name) {
@@ -27,6 +39,10 @@ const std::string& CheckedName(const std::string& name) {
   }
   if (atStart) throw ArgumentException();
   return name;
+}
+
+std::string QuotedName(const std::string& name) {
+  return Quoted(name, '"');
 }
 
 std::string Literal(int64_t value) {
@@ -49,15 +65,7 @@ std::string Literal(const std::string& value) {
   if (value.find('\0') != std::string::npos) {
     return "CAST(" + BytesLiteral(reinterpret_cast<const uint8_t*>(value.data()), value.size()) + " AS TEXT)";
   }
-  std::string literal;
-  literal.reserve(value.size() + 2);
-  literal += '\'';
-  for (const char c : value) {
-    if (c == '\'') literal += '\'';
-    literal += c;
-  }
-  literal += '\'';
-  return literal;
+  return Quoted(value, '\'');
 }
 
 std::string BytesLiteral(const uint8_t* bytes, std::size_t length) {

@@ -11,6 +11,9 @@ namespace Oru::Common::Databases::Sqlite::SqlText {
 /// @throws ArgumentException otherwise: a name is never a place for anything else
 const std::string& CheckedName(const std::string& name);
 
+/// One name between double quotes, quotes doubled, whatever it is made of.
+std::string QuotedName(const std::string& name);
+
 std::string Literal(int64_t value);
 /// 17 significant digits, which give the same double back; infinities as +-9e999, NaN as NULL.
 std::string Literal(double value);

@@ -33,6 +33,10 @@ void DataModelDatabase::Open() {
   }
 }
 
+bool DataModelDatabase::RebuildFullTextIndex() {
+  return RebuildFullTextIndex("MediaAssetFts");
+}
+
 void DataModelDatabase::Create() {
   properties.Create();
   ExecuteStatement(createStatements);

@@ -49,6 +49,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   /// script that
   ///         fails leaves a log entry: a file that can only be read, say, can be read even so
   void Create();
+  using DatabaseSqlite::RebuildFullTextIndex;
+  /// Makes the index over names and descriptions of assets anew.
+  /// @return false, with a log entry of SQLite's text, when it refuses; the index is then as it was
+  bool RebuildFullTextIndex();
   /// For what a derived class has to prepare; does nothing here.
   void Init();
 

@@ -1,0 +1,193 @@
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <thread>
+
+namespace Oru::Common::Databases::Sqlite {
+
+using TestSupport::FileContent;
+using TestSupport::Value;
+
+// What `DatabaseSqlite::Backup` promises.
+class OnlineCopyTest : public testing::Test {
+ protected:
+  OnlineCopyTest() {
+    db.Open();
+    // 600 pages: three steps.
+    EXPECT_TRUE(
+        db.ExecuteStatement("CREATE TABLE A (x integer primary key, bytes);"
+                            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 600)"
+                            " INSERT INTO A SELECT i, randomblob(3500) FROM n;"
+                            "CREATE TABLE Sums (total); INSERT INTO Sums VALUES (600);"));
+  }
+
+  static std::string Total(DatabaseSqlite& database) {
+    return Value(database, "SELECT (SELECT total FROM Sums) || '/' || count(*) FROM A");
+  }
+  // The sum as the copy tells it, which must be that of its own rows.
+  std::string TotalOfCopy(const std::string& name) {
+    DatabaseSqlite copy(directory.File(name), nullptr);
+    copy.Open();
+    EXPECT_TRUE(copy.CheckIntegrity().empty());
+    return Total(copy);
+  }
+  int FileCount() const {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
+      count += entry.path().string().rfind(path, 0) == 0 ? 0 : 1;
+    }
+    return count;
+  }
+  template <class Exception>
+  void ExpectRefusal(const std::string& file, const std::string& reason) {
+    const int before = FileCount();
+    log.Clear();
+    EXPECT_THROW(db.Backup(file), Exception) << file;
+    EXPECT_TRUE(log.Contains(reason)) << log.Text();
+    EXPECT_EQ(FileCount(), before) << file;
+  }
+
+  TestSupport::TemporaryDirectory directory;
+  TestSupport::CapturedLog log;
+  const std::string path = directory.File("clips.db");
+  DatabaseSqlite db{"file:" + path + "?_busy_timeout=50", log.Stream()};
+};
+
+TEST_F(OnlineCopyTest, CopiesStepByStepAndTellsHowFarItHasCome) {
+  chmod(path.c_str(), 0600);
+  std::vector<int32_t> steps;
+  int32_t total = 0;
+  EXPECT_TRUE(db.Backup(directory.File("copy.db"), [&](int32_t remaining, int32_t of) {
+    EXPECT_FALSE(std::filesystem::exists(directory.File("copy.db")));
+    steps.push_back(remaining);
+    total = of;
+    return true;
+  }));
+  ASSERT_GE(steps.size(), 3U);
+  EXPECT_EQ(steps[0] - steps[1], 256);
+  EXPECT_EQ(steps.back(), 0);
+  EXPECT_EQ(std::to_string(total), Value(db, "PRAGMA page_count"));
+  EXPECT_EQ(TotalOfCopy("copy.db"), "600/600");
+  EXPECT_EQ(FileCount(), 1);
+  struct stat status = {};
+  EXPECT_EQ(stat(directory.File("copy.db").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(OnlineCopyTest, CopiesFromMemoryInWalModeAndInsideAReading) {
+  DatabaseSqlite memory(":memory:", nullptr);
+  memory.Open();
+  EXPECT_TRUE(memory.ExecuteStatement("CREATE TABLE A (x); CREATE TABLE Sums (total)"));
+  EXPECT_TRUE(memory.Backup(directory.File("of memory.db")));
+  EXPECT_EQ(Value(db, "PRAGMA journal_mode = wal"), "wal");
+  EXPECT_TRUE(db.ExecuteStatement("DELETE FROM A WHERE x > 500; UPDATE Sums SET total = 500"));
+  const ReadGuard reading(db);
+  EXPECT_EQ(Total(db), "500/500");
+  DatabaseSqlite other(path, nullptr);
+  other.Open();
+  EXPECT_TRUE(other.ExecuteStatement("DELETE FROM A WHERE x > 400; UPDATE Sums SET total = 400"));
+  EXPECT_TRUE(db.Backup(directory.File("of wal.db")));
+  EXPECT_EQ(TotalOfCopy("of wal.db"), "500/500");
+}
+
+TEST_F(OnlineCopyTest, LeavesNothingWhenItIsStopped) {
+  EXPECT_FALSE(db.Backup(directory.File("copy.db"), [](int32_t, int32_t) { return false; }));
+  EXPECT_FALSE(
+      db.Backup(directory.File("copy.db"), [](int32_t remaining, int32_t) { return remaining > 0; }));
+  const auto failing = [](int32_t, int32_t) -> bool { throw std::runtime_error("a display that fails"); };
+  EXPECT_THROW(db.Backup(directory.File("copy.db"), failing), std::runtime_error);
+  EXPECT_EQ(FileCount(), 0);
+  EXPECT_EQ(log.Text(), "");
+  EXPECT_TRUE(db.Backup(directory.File("copy.db")));
+}
+
+TEST_F(OnlineCopyTest, RefusesATargetThatIsThereAlreadyOrCannotBe) {
+  std::ofstream(directory.File("old.db")) << "old";
+  std::ofstream(directory.File("gone.db-journal")) << "old";
+  std::filesystem::create_symlink("nowhere", directory.File("link.db"));
+  for (const std::string& file : {path, directory.Path().string(), directory.File("old.db"),
+                                  directory.File("gone.db"), directory.File("link.db")}) {
+    ExpectRefusal<ArgumentException>(file, "exists already");
+  }
+  EXPECT_EQ(FileContent(directory.File("old.db")), "old");
+  for (const std::string file : {"", ":memory:", "file:copy.db"})
+    ExpectRefusal<ArgumentException>(file, "is no path");
+  ExpectRefusal<NotSupportedException>(directory.File("no/such/folder.db"), "No such file");
+  ExpectRefusal<NotSupportedException>(directory.File("old.db/copy.db"), "Not a directory");
+  // Whoever puts a file there in the midst of it keeps that.
+  const auto race = [&](int32_t, int32_t) { return bool(std::ofstream(directory.File("new.db")) << "new"); };
+  EXPECT_THROW(db.Backup(directory.File("new.db"), race), NotSupportedException);
+  EXPECT_EQ(FileContent(directory.File("new.db")), "new");
+  EXPECT_EQ(FileCount(), 4);
+}
+
+TEST_F(OnlineCopyTest, RefusesWhileTheSourceIsWrittenOrClosed) {
+  const std::string copy = directory.File("copy.db");
+  {
+    const TransactionGuard guard(db);
+    ExpectRefusal<InvalidOperationException>(copy, "a transaction is open");
+  }
+  DatabaseSqlite other(path, nullptr);
+  other.Open();
+  EXPECT_TRUE(other.ExecuteStatement("BEGIN EXCLUSIVE"));
+  ExpectRefusal<NotSupportedException>(copy, "database is locked");
+  EXPECT_TRUE(other.ExecuteStatement("ROLLBACK"));
+  // A transaction that begins in between is waited for.
+  EXPECT_THROW(db.Backup(copy,
+                         [&](int32_t, int32_t) {
+                           db.BeginTransaction();
+                           return true;
+                         }),
+               NotSupportedException);
+  EXPECT_EQ(db.EndTransaction(false), 0);
+  db.Close();
+  ExpectRefusal<InvalidOperationException>(copy, "not open");
+}
+
+// Threads: one writes on the same connection and one on its own, as fast as they can.
+TEST_F(OnlineCopyTest, EndsWhileOthersWriteAndCopiesOneState) {
+  DatabaseSqlite other("file:" + path + "?_synchronous=off", log.Stream());
+  other.Open();
+  std::atomic<bool> isOver{false};
+  const auto write = [&](DatabaseSqlite& on) {
+    for (int i = 0; !isOver; ++i) {
+      const bool isIn = on.ExecuteStatement(
+          "BEGIN IMMEDIATE; INSERT INTO A VALUES (NULL, randomblob(100));"
+          "UPDATE Sums SET total = (SELECT count(*) FROM A); COMMIT");
+      EXPECT_TRUE(isIn) << log.Text();
+      std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+  };
+  std::thread elsewhere(write, std::ref(other));
+  for (int i = 0; i < 5; ++i)
+    EXPECT_TRUE(db.Backup(directory.File(std::to_string(i))));
+  isOver = true;
+  elsewhere.join();
+  isOver = false;
+  std::thread here(write, std::ref(db));
+  for (int i = 5; i < 10; ++i)
+    EXPECT_TRUE(db.Backup(directory.File(std::to_string(i))));
+  isOver = true;
+  here.join();
+  for (int i = 0; i < 10; ++i) {
+    const std::string total = TotalOfCopy(std::to_string(i));
+    EXPECT_EQ(total.substr(0, total.find('/')), total.substr(total.find('/') + 1));
+  }
+}
+
+}  // namespace Oru::Common::Databases::Sqlite
