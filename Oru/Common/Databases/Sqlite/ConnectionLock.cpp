@@ -1,18 +1,31 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
+#include "Oru/Common/Databases/Sqlite/ChangeTeller.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <sqlite3.h>
 
+#include <memory>
+
 namespace Oru::Common::Databases::Sqlite {
 
 ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
-    : mMutex(database.IsOpen() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
+    : mDatabase(database), mMutex(database.IsOpen() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
+  if (!mMutex) return;
   sqlite3_mutex_enter(mMutex);
+  ++mDatabase.mLockDepth;
 }
 
 ConnectionLock::~ConnectionLock() {
+  if (!mMutex) return;
+  --mDatabase.mLockDepth;
+  if (!mDatabase.mTeller) {
+    sqlite3_mutex_leave(mMutex);
+    return;
+  }
+  const std::shared_ptr<ChangeTeller> teller = mDatabase.TellerWithNews();
   sqlite3_mutex_leave(mMutex);
+  if (teller) teller->Tell();
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -12,6 +12,8 @@ class DatabaseSqlite;
 /// state and are all in the same transaction, if in any. They wait meanwhile, readers too. What SQLite locks
 /// for each call within costs little then, since the lock is held already.
 ///
+/// Who listens to changes is told of them when the last lock of the thread ends: see `ChangeListener`.
+///
 /// Threads: a lock belongs to the thread that made it, which may hold several of one connection.
 class ORU_COMMON_DATABASE_EXPORT ConnectionLock {
  public:
@@ -22,6 +24,7 @@ class ORU_COMMON_DATABASE_EXPORT ConnectionLock {
   ~ConnectionLock();
 
  private:
+  const DatabaseSqlite& mDatabase;
   sqlite3_mutex* mMutex;
 };
 

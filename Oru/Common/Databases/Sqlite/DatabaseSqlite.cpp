@@ -3,6 +3,8 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/NotSupportedException.h"
+#include "Oru/Common/Databases/Sqlite/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionText.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/HandleLock.h"
@@ -77,6 +79,7 @@ void DatabaseSqlite::Open() {
       !Configure("synchronous", connection.synchronous)) {
     Fail(ErrorText());
   }
+  if (mTeller) mTeller->Attach(mHandle);
 }
 
 bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
@@ -98,6 +101,7 @@ void DatabaseSqlite::Close() {
   while (CursorSqlite* cursor = mCursors->Any())
     cursor->Close();
   mStatements = std::make_unique<StatementCache>();
+  if (mTeller) mTeller->Forget();
   mInTransaction = false;
   mIsReading = false;
   mHasLackedMemory = false;
@@ -146,7 +150,7 @@ void DatabaseSqlite::BeginTransaction() {
 int64_t DatabaseSqlite::EndTransaction(bool commit) {
   std::string error = "none was begun";
   if (IsOpen()) {
-    const HandleLock lock(mHandle);
+    const ConnectionLock lock(*this);
     if (HasLostTransaction()) {
       mInTransaction = false;
       if (!commit) return 0;
@@ -181,7 +185,7 @@ uint64_t DatabaseSqlite::BeginReading() {
 
 void DatabaseSqlite::EndReading(uint64_t number) {
   if (!IsOpen()) return;
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   if (!mIsReading || number != mReadingNumber) return;
   mIsReading = false;
   // A reading may have been written in, against advice; what was written isn't lost then.
@@ -214,6 +218,7 @@ bool DatabaseSqlite::HasLostTransaction() const {
 
 void DatabaseSqlite::NoteFailure(int code) {
   if ((code & 0xFF) == SQLITE_NOMEM) mHasLackedMemory = true;
+  if (code != SQLITE_OK && mTeller) mTeller->NoteFailedStatement();
 }
 
 // The full-text index keeps the sums of its texts in memory. SQLite 3.40 leaves them wrong when it lacks
@@ -284,7 +289,7 @@ bool DatabaseSqlite::RunAll(const char* text) {
 
 // Runs a statement to its end; gives why that failed, empty for success.
 std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   if (const char* refusal = Refusal(sqlite3_stmt_readonly(statement) != 0)) return refusal;
   const bool wasInTransaction = IsInTransaction();
   int code = SQLITE_OK;
@@ -355,6 +360,28 @@ std::vector<std::string> DatabaseSqlite::CheckIntegrity() {
 bool DatabaseSqlite::RebuildFullTextIndex(const std::string& table) {
   const std::string name = SqlText::QuotedName(table);
   return ExecuteStatement("INSERT INTO main." + name + "(" + name + ") VALUES('rebuild')");
+}
+
+std::shared_ptr<ChangeTeller> DatabaseSqlite::AddListener(
+    const std::shared_ptr<ChangeListener::Entry>& entry) {
+  const ConnectionLock connection(*this);
+  // On a closed database there is no lock of the connection.
+  const std::lock_guard<std::mutex> lock(mMutex);
+  const bool isFirst = !mTeller;
+  if (isFirst) mTeller = std::make_shared<ChangeTeller>(*this);
+  mTeller->Add(entry);
+  if (isFirst && IsOpen()) mTeller->Attach(mHandle);
+  return mTeller;
+}
+
+std::shared_ptr<ChangeTeller> DatabaseSqlite::TellerWithNews() const noexcept {
+  if (!mTeller->HasListeners()) {
+    mTeller->Detach();
+    mTeller.reset();
+    return nullptr;
+  }
+  mTeller->Settle();
+  return mLockDepth == 0 && mTeller->BeginTelling() ? mTeller : nullptr;
 }
 
 void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {

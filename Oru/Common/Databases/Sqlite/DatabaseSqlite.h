@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Database.h"
 #include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 
 #include <cstdint>
 #include <functional>
@@ -16,6 +17,7 @@ struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
+class ChangeTeller;
 class OpenCursors;
 class StatementCache;
 
@@ -142,6 +144,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   int BusyTimeout() const { return mBusyTimeout; }
 
  private:
+  friend class ChangeListener;
+  friend class ConnectionLock;
   friend class CursorSqlite;
   template <class T, class U>
   friend class TableSqlite;
@@ -162,6 +166,10 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // To be told SQLite's code of each step that failed, with the handle locked.
   void NoteFailure(int code);
   void RecoverFromShortMemory();
+  std::shared_ptr<ChangeTeller> AddListener(const std::shared_ptr<ChangeListener::Entry>& entry);
+  // What must tell its listeners now, null when there is nothing to tell. To be asked behind each statement,
+  // with the handle locked.
+  std::shared_ptr<ChangeTeller> TellerWithNews() const noexcept;
 
   std::string mLogSource;
   std::shared_ptr<std::ostream> mLog;
@@ -180,6 +188,10 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool mIsReading = false;
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
+  // Null while nobody listens; read and changed only with the handle locked.
+  mutable std::shared_ptr<ChangeTeller> mTeller;
+  // How many ConnectionLocks there are, all of one thread.
+  mutable int mLockDepth = 0;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,19 @@
+#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
+
+#include "Oru/Common/Databases/Sqlite/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include <utility>
+
+namespace Oru::Common::Databases::Sqlite {
+
+ChangeListener::ChangeListener(DatabaseSqlite& database, Function function)
+    : mEntry(std::make_shared<Entry>(std::move(function))) {
+  mTeller = database.AddListener(mEntry);
+}
+
+ChangeListener::~ChangeListener() {
+  mTeller->Remove(*mEntry);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite
