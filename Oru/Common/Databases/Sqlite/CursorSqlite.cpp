@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/OpenCursors.h"
@@ -76,14 +77,23 @@ void CursorSqlite::Prepare(const std::string& select) {
 
 void CursorSqlite::Close() {
   if (!mPrepared) return;
+  LeaveRow();
   // While the cursor is among the open ones, its database is alive.
   mOpenCursors->Remove(*this);
   mStatement = nullptr;
   GetDatabase().mStatements->Return(std::move(mPrepared), !mHasFailed);
 }
 
+// A writing statement that was left on a row ends, and may commit, when it is rewound.
+void CursorSqlite::LeaveRow() {
+  if (mPosition != Position::OnRow || mPrepared->IsReadOnly()) return;
+  const ConnectionLock lock(GetDatabase());
+  mPrepared->Rewind();
+}
+
 void CursorSqlite::Reset() {
   if (!mPrepared) return;
+  LeaveRow();
   mPrepared->Rewind();
   mPosition = Position::AheadOfRows;
   mLastParameter = 0;
@@ -126,7 +136,7 @@ bool CursorSqlite::Step() {
   DatabaseSqlite& db = GetDatabase();
   std::string error;
   {
-    const HandleLock lock(db.Handle());
+    const ConnectionLock lock(db);
     const char* refusal = mPosition == Position::OnRow ? nullptr : db.Refusal(mPrepared->IsReadOnly());
     const int code = refusal ? SQLITE_ERROR : StepOnce();
     if (code == SQLITE_ROW) return true;

@@ -129,6 +129,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
 
   void Prepare(const std::string& select);
   int StepOnce();
+  void LeaveRow();
   [[noreturn]] void ThrowStepFailure(const std::string& message);
   int ColumnOnRow(const std::string& name) const;
   bool IsColumnOnRow(int32_t index) const;
