@@ -15,6 +15,7 @@
 #include "TextTable.h"
 
 #include <cmath>
+#include <cstdint>
 #include <ctime>
 #include <memory>
 #include <stdexcept>
@@ -55,6 +56,10 @@ std::string AngleName(const MediaAssets::MediaAsset& clip, size_t index) {
 CatalogueApp::CatalogueApp(ClipStore& store, std::ostream& out, std::ostream& errors, Terminals terminals)
     : mStore(store), mOut(out), mErrors(errors), mTerminals(terminals) {}
 
+const char* CatalogueApp::ClearLine() const {
+  return mTerminals.errors ? "\r\033[K" : "";
+}
+
 int CatalogueApp::Add(const std::vector<std::string>& files) {
   int status = 0;
   for (size_t n = 0; n < files.size(); ++n) {
@@ -68,16 +73,16 @@ int CatalogueApp::Add(const std::vector<std::string>& files) {
 }
 
 bool CatalogueApp::AddFile(const std::string& file) {
-  // Takes the line of progress back.
-  const char* const clearLine = mTerminals.errors ? "\r\033[K" : "";
   try {
     MediaAssets::MediaAsset clip = BuildAsset(ProbeMedia(file), std::time(nullptr));
     const bool isNew = mStore.Put(clip) == ClipStore::Outcome::Added;
-    mErrors << clearLine << std::flush;
-    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << NameOf(clip) << '\n';
+    mErrors << ClearLine() << std::flush;
+    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << NameOf(clip) << '
+';
     return true;
   } catch (const NotMedia& reason) {
-    mErrors << clearLine << Printable(file) << ": skipped, " << reason.what() << '\n';
+    mErrors << ClearLine() << Printable(file) << ": skipped, " << reason.what() << '
+';
     return false;
   }
 }
@@ -267,6 +272,24 @@ int CatalogueApp::ListEdits() {
   }
   table.Print(mOut);
   return 0;
+}
+
+int CatalogueApp::Backup(const std::string& file) {
+  mStore.Backup(file, [this](int remaining, int total) {
+    if (!mIsTerminal || total == 0) return;
+    mErrors << ClearLine() << "Copying: " << int64_t{total - remaining} * 100 / total << " %" << std::flush;
+  });
+  mErrors << ClearLine() << std::flush;
+  mOut << "copied to " << file << '\n';
+  return 0;
+}
+
+int CatalogueApp::Check() {
+  const std::vector<std::string> findings = mStore.Check();
+  for (const std::string& finding : findings)
+    mOut << finding << '\n';
+  if (findings.empty()) mOut << "no damage found\n";
+  return findings.empty() ? 0 : 1;
 }
 
 }  // namespace Catalogue

@@ -53,8 +53,15 @@ class CatalogueApp {
   int MakeEdit(const std::string& name, const std::vector<std::string>& clips);
   int ListEdits();
 
+  /// Copies the catalogue into a new file, while others may use it.
+  int Backup(const std::string& file);
+  /// Names what is damaged in the catalogue's file.
+  int Check();
+
  private:
   bool AddFile(const std::string& file);
+  /// What takes the line of progress back.
+  const char* ClearLine() const;
 
   ClipStore& mStore;
   std::ostream& mOut;

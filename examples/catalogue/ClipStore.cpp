@@ -213,6 +213,14 @@ std::vector<Edits::Edit> ClipStore::Edits() {
   return edits;
 }
 
+void ClipStore::Backup(const std::string& file,
+                       const std::function<void(int remaining, int total)>& progress) {
+  mDatabase.Backup(file, [&progress](int32_t remaining, int32_t total) {
+    progress(remaining, total);
+    return true;
+  });
+}
+
 void ClipStore::ReadUsersPart(MediaAsset& clip) {
   Assets().ReadTimebounds(clip);
   Assets().ReadMetadata(clip);

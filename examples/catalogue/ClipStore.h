@@ -78,6 +78,12 @@ class ClipStore {
   /// All edits with their sequences.
   std::vector<Edit> Edits();
 
+  /// Copies the catalogue, in use or not, into a new file.
+  /// @param progress  told how many pages remain, and of how many
+  void Backup(const std::string& file, const std::function<void(int remaining, int total)>& progress);
+  /// What is damaged in the file; empty if nothing is.
+  std::vector<std::string> Check() { return mDatabase.CheckIntegrity(); }
+
  private:
   Oru::DataModel::MediaAssets::Database::MediaAssetTable& Assets() { return mDatabase.GetMediaAssetTable(); }
   void KeepUsersPart(MediaAsset& clip, MediaAsset& stored);

@@ -150,6 +150,14 @@ int main(int argc, char** argv) {
 
   addCommand("edits", "List the edits", [](CatalogueApp& app) { return app.ListEdits(); });
 
+  addCommand("backup", "Copy the catalogue into a new file, while it may be in use",
+             [&](CatalogueApp& app) { return app.Backup(options.name); })
+      ->add_option("file", options.name, "A path where no file is yet")
+      ->required();
+
+  addCommand("check", "Look for damage in the catalogue's file",
+             [](CatalogueApp& app) { return app.Check(); });
+
   CLI11_PARSE(cli, argc, argv);
 
   try {
