@@ -276,7 +276,7 @@ int CatalogueApp::ListEdits() {
 
 int CatalogueApp::Backup(const std::string& file) {
   mStore.Backup(file, [this](int remaining, int total) {
-    if (!mIsTerminal || total == 0) return;
+    if (!mTerminals.errors || total == 0) return;
     mErrors << ClearLine() << "Copying: " << int64_t{total - remaining} * 100 / total << " %" << std::flush;
   });
   mErrors << ClearLine() << std::flush;
