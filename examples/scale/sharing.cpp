@@ -73,14 +73,16 @@ int Count(const std::string& file, const std::string& options, int seconds, Job 
 template <class Job>
 void Start(const std::string& name, int seconds, Job job) {
   if (fork() != 0) return;
+  int status = 0;
   std::string line;
   try {
     line = name + ": " + std::to_string(job() / seconds) + " clips a second\n";
   } catch (const std::exception& failure) {
     line = name + ": failed, " + failure.what() + "\n";
+    status = 1;
   }
   std::cout << line << std::flush;
-  _exit(0);
+  _exit(status);
 }
 
 }  // namespace
@@ -119,6 +121,9 @@ int main(int argc, char** argv) {
       });
     });
   }
-  while (wait(nullptr) > 0) {
+  int failures = 0;
+  for (int status = 0; wait(&status) > 0;) {
+    if (status != 0) ++failures;
   }
+  return failures == 0 ? 0 : 1;
 }
