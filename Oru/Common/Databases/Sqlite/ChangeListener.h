@@ -42,6 +42,7 @@ class DatabaseSqlite;
 /// function needs.
 class ORU_COMMON_DATABASE_EXPORT ChangeListener {
  public:
+  /// What is called with each notice.
   using Function = std::function<void(const ChangeNotice&)>;
 
   /// Begins to listen, on an open database or on one that is opened later; it lasts through closing and

@@ -22,12 +22,15 @@ struct ChangeNotice {
   /// A row by its key, the rowid of SQLite. That is the value of the column `key`, or of whichever column is
   /// the integer primary key of its table; tables without one number their rows by themselves.
   struct Row {
+    /// The rowid; unique in its table.
     int64_t key;
+    /// What has become of the row.
     Kind kind;
   };
 
   /// The changed rows of one table.
   struct Table {
+    /// As it was given when the table was made.
     std::string name;
     /// In the order of their keys.
     std::vector<Row> rows;

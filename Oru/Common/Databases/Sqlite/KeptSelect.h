@@ -38,6 +38,7 @@ class KeptSelect {
       mSelect.mIdle = std::move(mCursor);
     }
 
+    /// The cursor over the rows, valid during this run.
     ObjectCursorSqlite<T, T>& Cursor() { return *mCursor; }
 
    private:
@@ -52,6 +53,7 @@ class KeptSelect {
     std::unique_ptr<ObjectCursorSqlite<T, T>> mCursor;
   };
 
+  /// @param text  one select statement of the view; it is prepared at its first run
   explicit KeptSelect(std::string text = {}) : mText(std::move(text)) {}
 
   /// Empty for a select that was given none.
