@@ -113,6 +113,13 @@ TEST_F(ChangeListenerTest, TellsNothingOfWhatFailsAndDoubtsWhatMayBeUndone) {
   {
     TransactionGuard guard(db);
     EXPECT_FALSE(db.ExecuteStatement("INSERT INTO A VALUES (4, 'y'), (5, 'one')"));
+    Run("INSERT INTO A VALUES (5, 'five')");
+    guard.Commit();
+  }
+  EXPECT_THAT(Told(), ElementsAre("A?4 A+5"));
+  {
+    TransactionGuard guard(db);
+    EXPECT_FALSE(db.ExecuteStatement("INSERT INTO A VALUES (4, 'y'), (5, 'one')"));
     Run("DELETE FROM A WHERE key = 3; SAVEPOINT s; DELETE FROM A WHERE key = 2; /* back */ rollback to s");
     Run("INSERT INTO A VALUES (6, 'z'); SAVEPOINT t; DELETE FROM A WHERE key = 6; RELEASE t");
     guard.Commit();

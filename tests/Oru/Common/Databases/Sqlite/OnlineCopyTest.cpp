@@ -161,8 +161,10 @@ TEST_F(OnlineCopyTest, RefusesWhileTheSourceIsWrittenOrClosed) {
 
 // Threads: one writes on the same connection and one on its own, as fast as they can.
 TEST_F(OnlineCopyTest, EndsWhileOthersWriteAndCopiesOneState) {
-  DatabaseSqlite other("file:" + path + "?_synchronous=off", log.Stream());
+  const std::string patient = "file:" + path + "?_synchronous=off&_busy_timeout=60000";
+  DatabaseSqlite other(patient, log.Stream()), source(patient, log.Stream());
   other.Open();
+  source.Open();
   std::atomic<bool> isOver{false};
   const auto write = [&](DatabaseSqlite& on) {
     for (int i = 0; !isOver; ++i) {
@@ -175,13 +177,13 @@ TEST_F(OnlineCopyTest, EndsWhileOthersWriteAndCopiesOneState) {
   };
   std::thread elsewhere(write, std::ref(other));
   for (int i = 0; i < 5; ++i)
-    EXPECT_TRUE(db.Backup(directory.File(std::to_string(i))));
+    EXPECT_TRUE(source.Backup(directory.File(std::to_string(i))));
   isOver = true;
   elsewhere.join();
   isOver = false;
-  std::thread here(write, std::ref(db));
+  std::thread here(write, std::ref(source));
   for (int i = 5; i < 10; ++i)
-    EXPECT_TRUE(db.Backup(directory.File(std::to_string(i))));
+    EXPECT_TRUE(source.Backup(directory.File(std::to_string(i))));
   isOver = true;
   here.join();
   for (int i = 0; i < 10; ++i) {
