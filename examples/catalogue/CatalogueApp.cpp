@@ -77,12 +77,10 @@ bool CatalogueApp::AddFile(const std::string& file) {
     MediaAssets::MediaAsset clip = BuildAsset(ProbeMedia(file), std::time(nullptr));
     const bool isNew = mStore.Put(clip) == ClipStore::Outcome::Added;
     mErrors << ClearLine() << std::flush;
-    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << NameOf(clip) << '
-';
+    mOut << (isNew ? "added    " : "updated  ") << clip.Id().Value() << "  " << NameOf(clip) << '\n';
     return true;
   } catch (const NotMedia& reason) {
-    mErrors << ClearLine() << Printable(file) << ": skipped, " << reason.what() << '
-';
+    mErrors << ClearLine() << Printable(file) << ": skipped, " << reason.what() << '\n';
     return false;
   }
 }
