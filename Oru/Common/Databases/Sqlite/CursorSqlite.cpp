@@ -131,19 +131,19 @@ void CursorSqlite::ThrowStepFailure(const std::string& message) {
 
 bool CursorSqlite::Step() {
   if (!mPrepared) throw ObjectClosedException();
+  return Step(ConnectionLock(GetDatabase()));
+}
+
+bool CursorSqlite::Step(const ConnectionLock&) {
+  if (!mPrepared) throw ObjectClosedException();
   // SQLite would start over: https://sqlite.org/c3ref/step.html
   if (mPosition == Position::BehindRows) return false;
   DatabaseSqlite& db = GetDatabase();
-  std::string error;
-  {
-    const ConnectionLock lock(db);
-    const char* refusal = mPosition == Position::OnRow ? nullptr : db.Refusal(mPrepared->IsReadOnly());
-    const int code = refusal ? SQLITE_ERROR : StepOnce();
-    if (code == SQLITE_ROW) return true;
-    if (code == SQLITE_DONE) return false;
-    error = refusal ? refusal : sqlite3_errmsg(db.Handle());
-  }
-  ThrowStepFailure(error);
+  const char* refusal = mPosition == Position::OnRow ? nullptr : db.Refusal(mPrepared->IsReadOnly());
+  const int code = refusal ? SQLITE_ERROR : StepOnce();
+  if (code == SQLITE_ROW) return true;
+  if (code == SQLITE_DONE) return false;
+  ThrowStepFailure(refusal ? refusal : sqlite3_errmsg(db.Handle()));
 }
 
 void CursorSqlite::Run() {

@@ -12,6 +12,7 @@ struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
+class ConnectionLock;
 class DatabaseSqlite;
 class OpenCursors;
 class PreparedStatement;
@@ -111,6 +112,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   /// SQLite's
   ///         text, when the step fails
   bool Step();
+  /// The same for a caller that has the connection locked.
+  bool Step(const ConnectionLock& held);
   /// Runs a statement that gives no rows.
   /// @throws as `Step`; InvalidOperationException also when a row comes
   void Run();

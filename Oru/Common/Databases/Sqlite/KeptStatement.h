@@ -27,6 +27,8 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
 
     /// The statement, to bind and to step; valid during this run.
     CursorSqlite& Cursor() { return mCursor; }
+    /// Steps the cursor.
+    bool Step() { return mCursor.Step(mLock); }
 
    private:
     ConnectionLock mLock;

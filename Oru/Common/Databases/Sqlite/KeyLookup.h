@@ -18,7 +18,7 @@ template <class... Values>
 int64_t FindKey(DatabaseSqlite& db, KeptStatement& select, const Values&... values) {
   KeptStatement::Run run(select, db);
   BindValues(run.Cursor(), values...);
-  return run.Cursor().Step() ? run.Cursor().GetInt64(0) : -1;
+  return run.Step() ? run.Cursor().GetInt64(0) : -1;
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

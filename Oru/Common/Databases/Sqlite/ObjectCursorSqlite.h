@@ -131,7 +131,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
   bool Next(T& obj) override {
     ThrowUnlessUsable();
     const ConnectionLock connection(cursorSqlite.GetDatabase());
-    if (!cursorSqlite.Step()) return false;
+    if (!cursorSqlite.Step(connection)) return false;
     this->view->ReadFromCursor(*this, obj, this->mLazy);
     return true;
   }

@@ -55,7 +55,7 @@ void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem
   Sqlite::KeptStatement::Run run(lazyAsset, AttachedDatabase());
   Sqlite::CursorSqlite& cursor = run.Cursor();
   Sqlite::BindValues(cursor, groupItem.ObjectId());
-  const Identifier id(cursor.Step() ? cursor.GetString(0) : std::string());
+  const Identifier id(run.Step() ? cursor.GetString(0) : std::string());
   groupItem.MediaAsset(MediaAssetReference(id));
 }
 

@@ -280,7 +280,7 @@ void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
   Sqlite::KeptStatement::Run run(lazyResources, AttachedDatabase());
   Sqlite::CursorSqlite& cursor = run.Cursor();
   Sqlite::BindValues(cursor, mediaAsset.ObjectId());
-  while (cursor.Step()) {
+  while (run.Step()) {
     mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(Identifier(cursor.GetString(0))));
   }
 }

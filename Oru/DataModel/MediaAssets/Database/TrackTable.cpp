@@ -53,7 +53,7 @@ void TrackTable::ReadTrackChannelLazy(Track& track) {
   Sqlite::KeptStatement::Run run(lazyChannels, AttachedDatabase());
   Sqlite::CursorSqlite& cursor = run.Cursor();
   Sqlite::BindValues(cursor, track.ObjectId());
-  while (cursor.Step()) {
+  while (run.Step()) {
     auto channel = std::make_shared<TrackChannelToRemove>();
     channel->Stream(StreamReference(Identifier(cursor.GetString(0))));
     channel->EssenceNr(cursor.GetInt32(1));
