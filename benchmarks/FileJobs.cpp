@@ -67,8 +67,10 @@ void SaveTogether(Jobs& jobs, std::vector<MediaAsset>& clips) {
 // Identifiers all over a file of that many clips; others for another offset, so that no reader finds what the
 // one ahead of it has brought in.
 std::vector<DataModel::MediaAssets::MediaAssetId> SomeIds(int size, int offset = 0) {
+  constexpr int count = 1000;
   std::vector<DataModel::MediaAssets::MediaAssetId> ids;
-  for (int i = 0; i < 1000; ++i)
+  ids.reserve(count);
+  for (int i = 0; i < count; ++i)
     ids.push_back(ClipId(static_cast<int>((int64_t{i} * 7919 + offset) % size)));
   return ids;
 }
@@ -200,7 +202,8 @@ void MeasureConnections(const std::string& folder, std::ostream& out) {
   for (const std::string journal : {"delete", "wal"}) {
     for (const std::string synchronous : {"full", "normal"}) {
       const ScratchFile file(folder);
-      LibrarySite site(file.Uri("_journal_mode=" + journal + "&_synchronous=" + synchronous));
+      LibrarySite site(file.Uri(
+          std::string("_journal_mode=").append(journal).append("&_synchronous=").append(synchronous)));
       constexpr int size = 1000;
       int count = 0;
       FillUpTo(site, count, size);

@@ -268,26 +268,24 @@ void Register(const std::string& name, Job library, Job rival) {
   }
 }
 
-#define ORU_REGISTER(NAME, JOB) Register(NAME, JOB<LibrarySite>, JOB<RivalSite>)
-
 }  // namespace
 
 void RegisterJobs() {
-  ORU_REGISTER("save_new", SaveNew);
-  ORU_REGISTER("save_having_deleted", SaveNewHavingDeleted);
-  ORU_REGISTER("save_again", SaveAgain);
-  ORU_REGISTER("find_key", FindKey);
-  ORU_REGISTER("get_object", GetAsset);
-  ORU_REGISTER("read_deep", ReadDeep);
-  ORU_REGISTER("read_lazy", ReadLazy);
-  ORU_REGISTER("walk_row", WalkRow);
-  ORU_REGISTER("search", Search);
-  ORU_REGISTER("match", Match);
-  ORU_REGISTER("delete_one", DeleteOne);
-  ORU_REGISTER("save_group", SaveGroup);
-  ORU_REGISTER("read_group", ReadGroup);
-  ORU_REGISTER("save_sequence", SaveSequence);
-  ORU_REGISTER("read_sequence", ReadSequence);
+  Register("save_new", SaveNew<LibrarySite>, SaveNew<RivalSite>);
+  Register("save_having_deleted", SaveNewHavingDeleted<LibrarySite>, SaveNewHavingDeleted<RivalSite>);
+  Register("save_again", SaveAgain<LibrarySite>, SaveAgain<RivalSite>);
+  Register("find_key", FindKey<LibrarySite>, FindKey<RivalSite>);
+  Register("get_object", GetAsset<LibrarySite>, GetAsset<RivalSite>);
+  Register("read_deep", ReadDeep<LibrarySite>, ReadDeep<RivalSite>);
+  Register("read_lazy", ReadLazy<LibrarySite>, ReadLazy<RivalSite>);
+  Register("walk_row", WalkRow<LibrarySite>, WalkRow<RivalSite>);
+  Register("search", Search<LibrarySite>, Search<RivalSite>);
+  Register("match", Match<LibrarySite>, Match<RivalSite>);
+  Register("delete_one", DeleteOne<LibrarySite>, DeleteOne<RivalSite>);
+  Register("save_group", SaveGroup<LibrarySite>, SaveGroup<RivalSite>);
+  Register("read_group", ReadGroup<LibrarySite>, ReadGroup<RivalSite>);
+  Register("save_sequence", SaveSequence<LibrarySite>, SaveSequence<RivalSite>);
+  Register("read_sequence", ReadSequence<LibrarySite>, ReadSequence<RivalSite>);
 }
 
 }  // namespace Oru::Benchmarks

@@ -56,7 +56,8 @@ int CompareFiles(LibrarySite& library, RivalSite& rival, const std::string& step
   int rowCount = 0;
   for (const std::string& table : tables) {
     const std::vector<std::string> rows = RowsOf(library.Handle(), table);
-    Require(rows == RowsOf(rival.Handle(), table), "the rows of " + table + ", " + step);
+    Require(rows == RowsOf(rival.Handle(), table),
+            std::string("the rows of ").append(table).append(", ").append(step));
     rowCount += static_cast<int>(rows.size());
   }
   for (sqlite3* handle : {library.Handle(), rival.Handle()})
