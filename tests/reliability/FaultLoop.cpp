@@ -244,7 +244,7 @@ int RunFaultLoop(const FaultJob& job, const FaultSource& source) {
       EXPECT_EQ(db.EndTransaction(false), 0);
     }
     // A fault that lasted through SQLite's own rollback may cost the connection one more refusal.
-    if (isRefused && (failed == 1 || Run(attempt, db) != "")) {
+    if (isRefused && (failed == 1 || !Run(attempt, db).empty())) {
       EXPECT_EQ(Run(attempt, db), "") << log.Text();
     }
     EXPECT_TRUE(Run(job.isDone, db).empty()) << outcome << '\n' << log.Text();

@@ -86,12 +86,12 @@ inline DataModel::MediaAssets::MediaAsset MakeClip(const std::string& id,
   clip.Annotations().push_back(std::move(annotation));
   const auto resource = MakeResource(id + "/resource", version);
   clip.MediaResources().Insert(resource);
-  auto track = std::make_shared<Track>(TrackId(id + "/track"), version);
+  const auto track = std::make_shared<Track>(TrackId(id + "/track"), version);
   for (const int32_t number : {0, 1}) {
     track->Channels().push_back(Channel(id + "/resource/stream", number, number));
     track->Channels().back()->Stream(resource->Streams().front());
   }
-  clip.Tracks().Insert(std::move(track));
+  clip.Tracks().Insert(track);
   return clip;
 }
 

@@ -46,12 +46,14 @@ BusinessEntityModel::Edits::Sequence MakeSequence(const std::string& id) {
 
 // Sees every statement that runs on the connection, and counts the steps that it takes.
 class QueryPlanTest : public TestSupport::StoredGroups {
+ public:
+  ~QueryPlanTest() override { sqlite3_trace_v2(database.Handle(), 0, nullptr, nullptr); }
+
  protected:
   QueryPlanTest() {
     sqlite3_trace_v2(database.Handle(), SQLITE_TRACE_STMT | SQLITE_TRACE_PROFILE, &QueryPlanTest::Trace,
                      this);
   }
-  ~QueryPlanTest() override { sqlite3_trace_v2(database.Handle(), 0, nullptr, nullptr); }
 
   // The steps of SQLite's machine, cascades and triggers included.
   template <class Job>
