@@ -10,6 +10,7 @@
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Export.h"
 #include "Oru/DataModel/MediaAssets/Identifiers.h"
+#include "Oru/DataModel/MediaAssets/MediaAssetParts.h"
 #include "Oru/DataModel/MediaAssets/MediaAssetReference.h"
 #include "Oru/DataModel/MediaAssets/MediaResource.h"
 #include "Oru/DataModel/MediaAssets/MediaResourceReferenceVector.h"
@@ -114,12 +115,17 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   /// The time between the marks, as `TimeBoundsArray::GetInOutDuration` of the physical bounds.
   TimePoints::Duration GetInOutDuration() const { return physicalTimebounds.GetInOutDuration(); }
 
+  /// Which parts of the asset this object holds: all of them, unless `MediaAssetRepository` read it in part.
+  /// A `MediaAssetRepository::Put` writes these parts and leaves the others as the file has them.
+  MediaAssetParts HeldParts() const noexcept { return heldParts; }
+  void HeldParts(MediaAssetParts value) noexcept { heldParts = value; }
+
   /// A copy; what it shares with its original, the class tells.
   std::unique_ptr<MediaAsset> Clone() const;
 
   /// The same identifier and content. Annotations compare by value, tracks by identifier and name, resources
   /// by identifier and, where both sides hold them, by value; the ancestor and the parent by identifier.
-  /// Object ids don't count.
+  /// Object ids and held parts don't count.
   /// @throws std::runtime_error where track layouts that are to be compared have lost a track
   bool operator==(const MediaAsset& other) const;
   bool operator!=(const MediaAsset& other) const { return !(*this == other); }
@@ -141,6 +147,7 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   TrackLayoutVector trackLayouts;
   MediaResourceReferenceVector mediaResources;
   AnnotationArray annotations;
+  MediaAssetParts heldParts = MediaAssetParts::All;
 };
 
 }  // namespace Oru::DataModel::MediaAssets
