@@ -8,8 +8,8 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// An object couldn't be stored because of what it holds or refers to. Nothing of it was stored, and the object is
-/// as it was. `what()` is the reason, a text that a person can act on.
+/// An object couldn't be stored because of what it holds or refers to. Nothing of it was stored, and the
+/// object is as it was. `what()` is the reason, a text that a person can act on.
 class ORU_DATAMODEL_DATABASE_EXPORT NotStoredException : public std::runtime_error {
  public:
   /// @param id      of the asset, the group or the edit
