@@ -21,6 +21,7 @@
 
 #include <chrono>
 #include <thread>
+#include <new>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -407,3 +408,19 @@ int64_t DatabaseSqlite::LastInsertRowId() const {
 }
 
 }  // namespace Oru::Common::Databases::Sqlite
+  KeepLastFailure(message);
+void DatabaseSqlite::KeepLastFailure(const std::string& message) noexcept {
+  const std::lock_guard<std::mutex> lock(mLastFailureMutex);
+  try {
+    mLastFailure = OneLine(message);
+  } catch (const std::bad_alloc&) {
+    // Rather no message than one of an earlier failure.
+    mLastFailure.clear();
+  }
+}
+
+std::string DatabaseSqlite::LastFailure() const {
+  const std::lock_guard<std::mutex> lock(mLastFailureMutex);
+  return mLastFailure;
+}
+

@@ -116,6 +116,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// Logs a failure of this connection with the code of failed statements.
   void LogFailure(const std::string& message);
 
+  /// The message of the last log entry, written to a log or not; empty before the first. It says why the last
+  /// operation that failed did so: gave false, or threw one of the exceptions whose texts are fixed.
+  std::string LastFailure() const;
   /// What SQLite says of the last failed call on the connection.
   std::string ErrorText() const;
   /// SQLite's result code of that call.
@@ -153,6 +156,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   void Fail(const std::string& message);
   std::string WhyNoBackup();
   bool Configure(const char* pragma, const std::string& value);
+  void KeepLastFailure(const std::string& message) noexcept;
   bool RunKept(const std::string& text, bool& isDone);
   bool RunAll(const char* text);
   std::string RunToEnd(sqlite3_stmt* statement);
@@ -181,6 +185,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   int mBusyTimeout = 0;
   // The state of transactions, read and changed only with the handle locked.
   bool mInTransaction = false;
+  mutable std::mutex mLastFailureMutex;
+  std::string mLastFailure;
   uint64_t mTransactionNumber = 0;
   int64_t mChangesAtBegin = 0;
   uint64_t mReadingNumber = 0;

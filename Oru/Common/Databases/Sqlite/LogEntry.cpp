@@ -23,15 +23,18 @@ std::string Now() {
 
 }  // namespace
 
+std::string OneLine(std::string message) {
+  for (char& c : message) {
+    if (c == '\n' || c == '\r') c = ' ';
+  }
+  return message;
+}
+
 void WriteLogEntry(std::ostream& stream, const std::string& source, int32_t code,
                    const std::string& message) {
   char codeText[16];
   std::snprintf(codeText, sizeof codeText, "0x%08X", static_cast<unsigned int>(code));
-  std::string entry = Now() + " " + source + " " + codeText + " " + message;
-  for (char& c : entry) {
-    if (c == '\n' || c == '\r') c = ' ';
-  }
-  entry += '\n';
+  const std::string entry = OneLine(Now() + " " + source + " " + codeText + " " + message) + '\n';
 
   static std::mutex mutex;
   const std::lock_guard<std::mutex> lock(mutex);

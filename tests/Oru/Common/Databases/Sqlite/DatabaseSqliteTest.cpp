@@ -255,6 +255,7 @@ TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneBehindALostTra
 
 TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {
   db.Log("Some.Source", 0x1f, "first\r\nsecond");
+  EXPECT_EQ(db.LastFailure(), "first  second");
   db.LogFailure("third");
   EXPECT_THAT(
       log.Lines(),
@@ -264,8 +265,10 @@ TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {
           testing::MatchesRegex("....-..-..T..:..:..\\....Z Oru.Common.Database 0xC0090118 third")));
   log.Clear();
   const auto write = [&] {
-    for (int i = 0; i < 500; ++i)
+    for (int i = 0; i < 500; ++i) {
       db.LogFailure("a message of some length");
+      EXPECT_EQ(db.LastFailure(), "a message of some length");
+    }
   };
   std::thread other(write);
   write();
@@ -275,7 +278,9 @@ TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {
               testing::Each(testing::EndsWith(" Oru.Common.Database 0xC0090118 a message of some length")));
   DatabaseSqlite silent(":memory:", nullptr);
   silent.Open();
+  EXPECT_EQ(silent.LastFailure(), "");
   EXPECT_FALSE(silent.ExecuteStatement("bad"));
+  EXPECT_EQ(silent.LastFailure(), "near \"bad\": syntax error");
 }
 
 }  // namespace Oru::Common::Databases::Sqlite
