@@ -4,6 +4,7 @@
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/Savepoints.h"
 
 #include <sqlite3.h>
 
@@ -27,10 +28,12 @@ int DeleteRowByRow(void*, int action, const char*, const char*, const char*, con
   return action == SQLITE_DELETE ? SQLITE_IGNORE : SQLITE_OK;
 }
 
-// Whether a statement goes back to a savepoint; also if it rolls back everything, which OnRollback hears of.
+// Whether a statement of the caller's goes back to a savepoint; also if it rolls back everything, which
+// OnRollback hears of.
 bool IsRollback(sqlite3_stmt* statement) {
+  const char* text = sqlite3_sql(statement);
   return sqlite3_stmt_readonly(statement) != 0 && sqlite3_column_count(statement) == 0 &&
-         sqlite3_strlike("%rollback%", sqlite3_sql(statement), 0) == 0;
+         sqlite3_strlike("%rollback%", text, 0) == 0 && !Savepoints::IsOwnRollback(text);
 }
 
 }  // namespace
@@ -59,9 +62,14 @@ void ChangeTeller::Detach() {
 
 void ChangeTeller::Forget() {
   mHandle = nullptr;
-  mOpen.Clear();
+  ForgetOpen();
   mCommitted.Clear();
   mShadows.clear();
+}
+
+void ChangeTeller::ForgetOpen() {
+  mAround.clear();
+  mOpen.Clear();
 }
 
 void ChangeTeller::OnUpdate(void* self, int operation, const char* schema, const char* table, long long key) {
@@ -70,7 +78,7 @@ void ChangeTeller::OnUpdate(void* self, int operation, const char* schema, const
 }
 
 void ChangeTeller::OnRollback(void* self) {
-  static_cast<ChangeTeller*>(self)->mOpen.Clear();
+  static_cast<ChangeTeller*>(self)->ForgetOpen();
 }
 
 int ChangeTeller::OnStatement(unsigned int, void* self, void* begun, void* text) {
@@ -78,7 +86,7 @@ int ChangeTeller::OnStatement(unsigned int, void* self, void* begun, void* text)
   // Triggers and what SQLite runs for itself show as comments.
   if (text != sqlite3_sql(statement)) return 0;
   ChangeTeller& teller = *static_cast<ChangeTeller*>(self);
-  if (IsRollback(statement)) teller.mOpen.Doubt();
+  if (IsRollback(statement)) teller.DoubtAll();
   teller.mAddsAtStatement = teller.mOpen.AddCount();
   return 0;
 }
@@ -87,16 +95,51 @@ void ChangeTeller::NoteFailedStatement() {
   if (mOpen.AddCount() != mAddsAtStatement) mOpen.Doubt();
 }
 
+void ChangeTeller::DoubtAll() {
+  for (ChangedRows& rows : mAround)
+    rows.Doubt();
+  mOpen.Doubt();
+}
+
+void ChangeTeller::BeginSavepoint(std::size_t depth) {
+  ReleaseSavepoint(depth);
+  mAround.reserve(depth + 1);
+  mAround.resize(depth);
+  mAround.push_back(std::exchange(mOpen, {}));
+  mAddsAtStatement = 0;
+}
+
+void ChangeTeller::ReleaseSavepoint(std::size_t depth) noexcept {
+  while (mAround.size() > depth) {
+    ChangedRows inner = std::exchange(mOpen, std::move(mAround.back()));
+    mAround.pop_back();
+    mOpen.Add(std::move(inner));
+  }
+  mAddsAtStatement = mOpen.AddCount();
+}
+
+void ChangeTeller::RollBackSavepoint(std::size_t depth) noexcept {
+  if (mAround.size() > depth) {
+    mOpen = std::move(mAround[depth]);
+    mAround.erase(mAround.begin() + static_cast<std::ptrdiff_t>(depth), mAround.end());
+  } else {
+    // It began before the first listener came.
+    mOpen.Clear();
+  }
+  mAddsAtStatement = mOpen.AddCount();
+}
+
+void ChangeTeller::DoubtSavepoint(std::size_t depth) noexcept {
+  ReleaseSavepoint(depth);
+  mOpen.Doubt();
+}
+
 // A rollback of whatever kind has cleared what it undid; what is still there without a transaction that
 // writes was committed.
 void ChangeTeller::Settle() {
-  if (mOpen.IsEmpty() || sqlite3_txn_state(mHandle, nullptr) == SQLITE_TXN_WRITE) return;
-  ChangedRows settled = std::exchange(mOpen, {});
-  if (mCommitted.IsEmpty()) {
-    mCommitted = std::move(settled);
-  } else {
-    mCommitted.Add(settled);
-  }
+  if ((mOpen.IsEmpty() && mAround.empty()) || sqlite3_txn_state(mHandle, nullptr) == SQLITE_TXN_WRITE) return;
+  ReleaseSavepoint(0);
+  mCommitted.Add(std::exchange(mOpen, {}));
 }
 
 bool ChangeTeller::BeginTelling() {

@@ -48,6 +48,15 @@ class ChangeTeller {
 
   /// To be told of a step that failed: what it has changed is undone.
   void NoteFailedStatement();
+  /// To be called before a savepoint begins.
+  /// @param depth  how many savepoints are open around it; so for the three below
+  void BeginSavepoint(std::size_t depth);
+  /// To be called after a savepoint was committed, with those within it.
+  void ReleaseSavepoint(std::size_t depth) noexcept;
+  /// To be called after a rollback to a savepoint: what changed since its begin is forgotten.
+  void RollBackSavepoint(std::size_t depth) noexcept;
+  /// To be called after such a rollback failed: what changed may have been undone.
+  void DoubtSavepoint(std::size_t depth) noexcept;
   /// To be called behind each statement: takes up what is committed by now.
   void Settle();
   /// Whether there is something to tell and nobody tells already. The caller then must call `Tell`.
@@ -68,6 +77,8 @@ class ChangeTeller {
   static void OnRollback(void* self);
   static int OnStatement(unsigned int event, void* self, void* statement, void* text);
 
+  void ForgetOpen();
+  void DoubtAll();
   ChangedRows TakeCommitted();
   bool EndTelling();
   ChangeNotice NoticeOf(const ChangedRows& rows) noexcept;
@@ -80,6 +91,10 @@ class ChangeTeller {
 
   DatabaseSqlite& mDatabase;
   sqlite3* mHandle = nullptr;
+  // What changed around each open savepoint, from the begin of the one around it on. Without a level where
+  // nobody listened yet when the savepoint began.
+  std::vector<ChangedRows> mAround;
+  // What changed since the begin of the innermost one, or of the transaction.
   ChangedRows mOpen;
   ChangedRows mCommitted;
   uint64_t mAddsAtStatement = 0;

@@ -44,7 +44,11 @@ void ChangedRows::Merge(Table& table, int64_t key, Fate fate) {
   table.areAllRows = true;
 }
 
-void ChangedRows::Add(const ChangedRows& later) noexcept {
+void ChangedRows::Add(ChangedRows later) noexcept {
+  if (IsEmpty()) {
+    *this = std::move(later);
+    return;
+  }
   mAreAllTables = mAreAllTables || later.mAreAllTables;
   mAddCount += later.mAddCount;
   try {

@@ -22,8 +22,8 @@ class ChangedRows {
 
   /// Adds what a statement did to a row. Lacking the memory, it takes all tables for changed.
   void Add(std::string_view table, int64_t key, ChangeNotice::Kind kind) noexcept;
-  /// Adds what was committed later.
-  void Add(const ChangedRows& later) noexcept;
+  /// Adds what changed later.
+  void Add(ChangedRows later) noexcept;
   /// What has been added so far may have been undone: of these rows nothing is known for sure any more.
   void Doubt() { ++mDoubts; }
   void Clear() noexcept;

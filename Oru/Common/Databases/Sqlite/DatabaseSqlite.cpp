@@ -14,14 +14,15 @@
 #include "Oru/Common/Databases/Sqlite/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/Savepoints.h"
 #include "Oru/Common/Databases/Sqlite/SqlText.h"
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
 #include <sqlite3.h>
 
 #include <chrono>
-#include <thread>
 #include <new>
+#include <thread>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -38,7 +39,8 @@ DatabaseSqlite::DatabaseSqlite(const std::string& connection, const std::shared_
       mLog(log),
       mHasConnection(!connection.empty()),
       mStatements(std::make_unique<StatementCache>()),
-      mCursors(std::make_unique<OpenCursors>()) {}
+      mCursors(std::make_unique<OpenCursors>()),
+      mSavepoints(std::make_unique<Savepoints>()) {}
 
 DatabaseSqlite::DatabaseSqlite(const std::shared_ptr<std::ostream>& log)
     : DatabaseSqlite(std::string(), log) {}
@@ -102,6 +104,7 @@ void DatabaseSqlite::Close() {
   while (CursorSqlite* cursor = mCursors->Any())
     cursor->Close();
   mStatements = std::make_unique<StatementCache>();
+  mSavepoints->Clear();
   if (mTeller) mTeller->Forget();
   mInTransaction = false;
   mIsReading = false;
@@ -137,6 +140,7 @@ void DatabaseSqlite::BeginTransaction() {
       // timeout, when another connection has written since: https://sqlite.org/lang_transaction.html
       mInTransaction = true;
       mIsReading = false;
+      mSavepoints->Forget();
       ++mTransactionNumber;
       mChangesAtBegin = sqlite3_total_changes64(mHandle);
       return;
@@ -161,6 +165,7 @@ int64_t DatabaseSqlite::EndTransaction(bool commit) {
       const bool isEnded = commit ? RunPlain("COMMIT") : mStatements->Rollback(mHandle);
       if (!isEnded) error = sqlite3_errmsg(mHandle);
       mInTransaction = IsInTransaction();
+      if (!mInTransaction) mSavepoints->Forget();
       if (isEnded) return commit ? changes : 0;
     }
   }
@@ -194,6 +199,66 @@ void DatabaseSqlite::EndReading(uint64_t number) {
     LogFailure("end of a reading refused: " + ErrorText());
     RunPlain("ROLLBACK");
   }
+}
+
+uint64_t DatabaseSqlite::BeginSavepoint() {
+  std::string error = "the database is not open";
+  if (IsOpen()) {
+    const ConnectionLock lock(*this);
+    if (HasLostTransaction()) {
+      error = LostTransactionText;
+    } else if (!IsInTransaction() || mIsReading) {
+      error = "no transaction was begun";
+    } else {
+      const std::size_t depth = mSavepoints->Depth();
+      if (mTeller) mTeller->BeginSavepoint(depth);
+      const int code = mSavepoints->Begin(mHandle);
+      if (code == SQLITE_OK) return mSavepoints->LastNumber();
+      error = sqlite3_errmsg(mHandle);
+      NoteFailure(code);
+      if (mTeller) mTeller->ReleaseSavepoint(depth);
+    }
+  }
+  LogFailure("begin of a savepoint refused: " + error);
+  throw InvalidOperationException();
+}
+
+bool DatabaseSqlite::HasSavepoint(uint64_t number) const {
+  if (!IsOpen()) return false;
+  const HandleLock lock(mHandle);
+  return IsInTransaction() && mSavepoints->DepthOf(number) < mSavepoints->Depth();
+}
+
+void DatabaseSqlite::ReleaseSavepoint(uint64_t number) {
+  const std::size_t depth = mSavepoints->DepthOf(number);
+  const int code = mSavepoints->Release(depth);
+  if (code == SQLITE_OK) {
+    if (mTeller) mTeller->ReleaseSavepoint(depth);
+    return;
+  }
+  const std::string error = sqlite3_errmsg(mHandle);
+  NoteFailure(code);
+  LogFailure("commit of a savepoint refused: " + error);
+  throw InvalidOperationException();
+}
+
+void DatabaseSqlite::RollBackSavepoint(uint64_t number) {
+  const std::size_t depth = mSavepoints->DepthOf(number);
+  int64_t undone = 0;
+  const int code = mSavepoints->Rollback(mHandle, depth, undone);
+  if (code == SQLITE_OK) {
+    mChangesAtBegin += undone;
+    if (mTeller) mTeller->RollBackSavepoint(depth);
+    return;
+  }
+  const std::string error = sqlite3_errmsg(mHandle);
+  NoteFailure(code);
+  if (mTeller) mTeller->DoubtSavepoint(depth);
+  // SQLite doesn't know the savepoint any more: a statement of the caller's has ended one around it.
+  if ((code & 0xFF) == SQLITE_ERROR) return;
+  if (IsInTransaction()) mStatements->Rollback(mHandle);
+  LogFailure("rollback to a savepoint failed, so that the whole transaction was rolled back: " + error);
+  throw InvalidOperationException();
 }
 
 bool DatabaseSqlite::IsInTransaction() const {
@@ -302,7 +367,10 @@ std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
     return sqlite3_errmsg(mHandle);
   }
   // A statement that succeeds and leaves no transaction behind is itself the end of the one there was.
-  if (wasInTransaction && !IsInTransaction()) mInTransaction = mIsReading = false;
+  if (wasInTransaction && !IsInTransaction()) {
+    mInTransaction = mIsReading = false;
+    mSavepoints->Forget();
+  }
   return {};
 }
 
@@ -386,7 +454,23 @@ std::shared_ptr<ChangeTeller> DatabaseSqlite::TellerWithNews() const noexcept {
 }
 
 void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {
+  KeepLastFailure(message);
   if (mLog) WriteLogEntry(*mLog, source, code, message);
+}
+
+void DatabaseSqlite::KeepLastFailure(const std::string& message) noexcept {
+  const std::lock_guard<std::mutex> lock(mLastFailureMutex);
+  try {
+    mLastFailure = OneLine(message);
+  } catch (const std::bad_alloc&) {
+    // Rather no message than one of an earlier failure.
+    mLastFailure.clear();
+  }
+}
+
+std::string DatabaseSqlite::LastFailure() const {
+  const std::lock_guard<std::mutex> lock(mLastFailureMutex);
+  return mLastFailure;
 }
 
 void DatabaseSqlite::LogFailure(const std::string& message) {
@@ -408,19 +492,3 @@ int64_t DatabaseSqlite::LastInsertRowId() const {
 }
 
 }  // namespace Oru::Common::Databases::Sqlite
-  KeepLastFailure(message);
-void DatabaseSqlite::KeepLastFailure(const std::string& message) noexcept {
-  const std::lock_guard<std::mutex> lock(mLastFailureMutex);
-  try {
-    mLastFailure = OneLine(message);
-  } catch (const std::bad_alloc&) {
-    // Rather no message than one of an earlier failure.
-    mLastFailure.clear();
-  }
-}
-
-std::string DatabaseSqlite::LastFailure() const {
-  const std::lock_guard<std::mutex> lock(mLastFailureMutex);
-  return mLastFailure;
-}
-

@@ -19,6 +19,7 @@ namespace Oru::Common::Databases::Sqlite {
 
 class ChangeTeller;
 class OpenCursors;
+class Savepoints;
 class StatementCache;
 
 /// A connection to one SQLite file.
@@ -115,10 +116,10 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   void Log(const std::string& source, int32_t code, const std::string& message);
   /// Logs a failure of this connection with the code of failed statements.
   void LogFailure(const std::string& message);
-
   /// The message of the last log entry, written to a log or not; empty before the first. It says why the last
   /// operation that failed did so: gave false, or threw one of the exceptions whose texts are fixed.
   std::string LastFailure() const;
+
   /// What SQLite says of the last failed call on the connection.
   std::string ErrorText() const;
   /// SQLite's result code of that call.
@@ -150,13 +151,14 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   friend class ChangeListener;
   friend class ConnectionLock;
   friend class CursorSqlite;
+  friend class SavepointGuard;
   template <class T, class U>
   friend class TableSqlite;
 
   void Fail(const std::string& message);
+  void KeepLastFailure(const std::string& message) noexcept;
   std::string WhyNoBackup();
   bool Configure(const char* pragma, const std::string& value);
-  void KeepLastFailure(const std::string& message) noexcept;
   bool RunKept(const std::string& text, bool& isDone);
   bool RunAll(const char* text);
   std::string RunToEnd(sqlite3_stmt* statement);
@@ -170,6 +172,12 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // To be told SQLite's code of each step that failed, with the handle locked.
   void NoteFailure(int code);
   void RecoverFromShortMemory();
+  // Begins a savepoint and gives its number.
+  uint64_t BeginSavepoint();
+  bool HasSavepoint(uint64_t number) const;
+  // To be called with the handle locked, for a savepoint that is open.
+  void ReleaseSavepoint(uint64_t number);
+  void RollBackSavepoint(uint64_t number);
   std::shared_ptr<ChangeTeller> AddListener(const std::shared_ptr<ChangeListener::Entry>& entry);
   // What must tell its listeners now, null when there is nothing to tell. To be asked behind each statement,
   // with the handle locked.
@@ -177,6 +185,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
 
   std::string mLogSource;
   std::shared_ptr<std::ostream> mLog;
+  mutable std::mutex mLastFailureMutex;
+  std::string mLastFailure;
   // Held over the step of an insert and the read of the key that it was given. Taken behind the connection's
   // own lock, never ahead of it.
   std::mutex mMutex;
@@ -185,8 +195,6 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   int mBusyTimeout = 0;
   // The state of transactions, read and changed only with the handle locked.
   bool mInTransaction = false;
-  mutable std::mutex mLastFailureMutex;
-  std::string mLastFailure;
   uint64_t mTransactionNumber = 0;
   int64_t mChangesAtBegin = 0;
   uint64_t mReadingNumber = 0;
@@ -194,6 +202,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool mIsReading = false;
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
+  std::unique_ptr<Savepoints> mSavepoints;
   // Null while nobody listens; read and changed only with the handle locked.
   mutable std::shared_ptr<ChangeTeller> mTeller;
   // How many ConnectionLocks there are, all of one thread.

@@ -5,6 +5,7 @@
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "support/CapturedLog.h"
@@ -231,6 +232,22 @@ TEST_F(ChangeListenerTest, OutlivesItsDatabase) {
   late.reset();
 }
 
+TEST_F(ChangeListenerTest, TellsNothingOfWhatASavepointTookBackBeforeItCame) {
+  listener.reset();
+  TransactionGuard guard(db);
+  SavepointGuard outer(db);
+  Run("INSERT INTO Free VALUES (3)");
+  const ChangeListener late(db, [this](const ChangeNotice& notice) { told.push_back(Text(notice)); });
+  Run("INSERT INTO Free VALUES (4)");
+  SavepointGuard inner(db);
+  Run("INSERT INTO Free VALUES (5)");
+  inner.Commit();
+  outer.Rollback();
+  Run("INSERT INTO A VALUES (6, 'z')");
+  guard.Commit();
+  EXPECT_THAT(Told(), ElementsAre("A+6"));
+}
+
 // What is told of random transactions, beside what the tables held before and after.
 TEST_F(ChangeListenerTest, TellsTheDifferenceThatATransactionMakes) {
   using Rows = std::map<std::string, std::string>;
@@ -258,7 +275,17 @@ TEST_F(ChangeListenerTest, TellsTheDifferenceThatATransactionMakes) {
     kinds.clear();
     bool hasDoubts = false;
     db.BeginTransaction();
-    for (int i = static_cast<int>(random() % 8); i >= 0; --i) {
+    std::vector<std::unique_ptr<SavepointGuard>> guards;
+    for (int i = static_cast<int>(random() % 12); i >= 0; --i) {
+      if (round % 3 == 1 && random() % 3 == 0) {
+        if (random() % 2 == 0) {
+          guards.push_back(std::make_unique<SavepointGuard>(db));
+        } else if (!guards.empty()) {
+          SavepointGuard& ended = *guards[random() % guards.size()];
+          if (random() % 2 == 0 && ended.IsActive()) ended.Commit();
+          ended.Rollback();
+        }
+      }
       const std::string key = pick(20);
       const std::string texts[] = {
           "INSERT INTO A VALUES (" + key + ", '" + pick(99) + "')",
