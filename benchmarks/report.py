@@ -83,7 +83,7 @@ def instructions(path):
         print(f"{job:<10}{sides['library']:>12.0f}{sides['rival']:>12.0f}{ratio:>8.2f}")
 
 
-WIDTH, HEIGHT, LEFT, TOP, RIGHT, BOTTOM = 760, 460, 80, 50, 190, 60
+WIDTH, HEIGHT, LEFT, TOP, RIGHT, BOTTOM = 760, 480, 80, 70, 190, 60
 SERIES = [("find", "find a key", "#1b7f4b"), ("save", "save new", "#b3541e"), ("read_deep", "read deep", "#2457a6")]
 
 
@@ -110,8 +110,8 @@ def chart(path, svg_path):
         'font-size="13">',
         f'<rect width="{WIDTH}" height="{HEIGHT}" fill="white"/>',
         text(LEFT, 28, "Cost of a clip by the number of clips on the file", "start", 'font-size="16"'),
-        text((LEFT + WIDTH - RIGHT) / 2, HEIGHT - 16, "clips on the file"),
-        text(20, 44, "microseconds", "start"),
+        text((LEFT + WIDTH - RIGHT) / 2, HEIGHT - 16, "clips on the file (logarithmic)"),
+        text(8, 50, "microseconds a clip (logarithmic)", "start"),
     ]
     for power in powers_x:
         at = x(10**power)
