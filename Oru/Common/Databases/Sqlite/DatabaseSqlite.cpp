@@ -487,6 +487,11 @@ int DatabaseSqlite::ErrorCode() const {
   return IsOpen() ? sqlite3_errcode(mHandle) : SQLITE_MISUSE;
 }
 
+bool DatabaseSqlite::HasRefusedValue() const {
+  const int code = ErrorCode() & 0xFF;
+  return code == SQLITE_CONSTRAINT || code == SQLITE_TOOBIG;
+}
+
 int64_t DatabaseSqlite::LastInsertRowId() const {
   return IsOpen() ? sqlite3_last_insert_rowid(mHandle) : 0;
 }

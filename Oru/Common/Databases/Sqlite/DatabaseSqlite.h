@@ -124,6 +124,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   std::string ErrorText() const;
   /// SQLite's result code of that call.
   int ErrorCode() const;
+  /// Whether that call failed because of what was to be stored, and not because of the file: a constraint
+  /// refused a value, or a value is too long.
+  bool HasRefusedValue() const;
   /// The key that the last insert was given; 0 on a closed database.
   int64_t LastInsertRowId() const;
   /// The open connection, null while closed; for calls of SQLite's own interface that this class doesn't

@@ -1,0 +1,219 @@
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
+
+#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
+
+#include "support/OpenDatabase.h"
+#include "support/RandomAsset.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Oru::BusinessEntityModel::Edits::Database {
+
+using namespace BaseTypes;
+using namespace Common::Databases;
+using namespace Common::Databases::Sqlite;
+using DataModel::MediaAssets::ZuServerId;
+using DataModel::MediaAssets::Database::NotStoredException;
+
+class EditRepositoryTest : public TestSupport::OpenDatabase {
+ protected:
+  static std::shared_ptr<DapOperatorMetadataProfile> OnServer(int server) {
+    auto profile = std::make_shared<DapOperatorMetadataProfile>();
+    profile->ServerId(ZuServerId(server));
+    return profile;
+  }
+  static Edit WithSequences(const std::string& id, const std::vector<std::string>& sequences) {
+    Edit edit{EditId(id)};
+    for (const std::string& sequence : sequences)
+      edit.Sequences().Add(Sequence(SequenceId(sequence)));
+    return edit;
+  }
+  static std::vector<int64_t> ObjectIds(const Edit& edit) {
+    std::vector<int64_t> ids{edit.ObjectId()};
+    for (const auto& sequence : edit.Sequences()) {
+      ids.push_back(sequence->ObjectId());
+      if (const auto profile = sequence->Metadata().Get<DapOperatorMetadataProfile>())
+        ids.push_back(profile->ObjectId());
+    }
+    return ids;
+  }
+
+  EditRepository repository{database};
+  TestSupport::RandomAssets random{20261125};
+
+  template <class Entity>
+  void Fill(Entity& entity) {
+    entity.Name(random.Text());
+    entity.CreationDate(random.Int64());
+    entity.CreationOwner(UserId(random.Text()));
+    entity.ModificationDate(random.Int64());
+    entity.ModificationOwner(UserId(random.Text()));
+    entity.ObjectId(random.Int64());
+    for (auto count = random.Below(3); count > 0; --count) {
+      const auto profile = std::make_shared<GenericMetadataProfile>(random.Text());
+      profile->Set(random.Text(), random.Text());
+      entity.Metadata().Set(profile);
+    }
+  }
+  Sequence RandomSequence(const std::string& id) {
+    Sequence sequence{SequenceId(id)};
+    Fill(sequence);
+    sequence.Version(random.Int32());
+    sequence.SetTimePoint(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
+    if (random.Chance(2))
+      sequence.Duration(SequenceDuration(TimePoints::Duration::FromNanoseconds(random.Int64())));
+    if (random.Chance(2)) {
+      const auto profile = OnServer(10 * (1 + random.Count() % 1000));
+      profile->ObjectId(random.Int64());
+      sequence.Metadata().Set(profile);
+    }
+    return sequence;
+  }
+};
+
+// Edits that are put and removed, in transactions that are rolled back too, beside a map. There are so few
+// sequences that edits meet over them.
+TEST_F(EditRepositoryTest, TheFileHoldsWhatAMapHolds) {
+  std::map<std::string, Edit> model;
+  for (int round = 0; round < 600; ++round) {
+    const std::string id = "it's " + std::to_string(random.Below(4));
+    TransactionGuard transaction(database);
+    std::optional<SavepointGuard> savepoint(database);
+    const bool isKept = !random.Chance(4);
+    if (random.Chance(5)) {
+      ASSERT_EQ(repository.Remove(EditId(id)), model.count(id) == 1);
+      if (isKept) model.erase(id);
+    } else {
+      Edit edit{EditId(id)};
+      Fill(edit);
+      bool isStorable = true;
+      for (auto count = random.Below(6); count > 0; --count) {
+        const std::string sequence = random.Chance(3) ? "shared " + std::to_string(random.Below(2))
+                                                      : id + " " + std::to_string(random.Below(6));
+        const auto holds = [&](const Edit& holder) {
+          const auto& all = holder.Sequences();
+          return std::any_of(all.begin(), all.end(),
+                             [&](const auto& held) { return held->Id() == SequenceId(sequence); });
+        };
+        isStorable = isStorable && !holds(edit);
+        for (const auto& [otherId, other] : model)
+          isStorable = isStorable && (otherId == id || !holds(other));
+        edit.Sequences().Add(RandomSequence(sequence));
+      }
+      const auto before = ObjectIds(edit);
+      if (isStorable) {
+        repository.Put(edit);
+        const auto found = repository.Find(edit.Id());
+        ASSERT_TRUE(found);
+        ASSERT_EQ(*found, edit);
+        const auto& sequences = database.GetSequenceTable();
+        for (const auto& sequence : edit.Sequences())
+          ASSERT_EQ(sequence->ObjectId(), sequences.GetObjectIdFromIdentifier(sequence->Id()));
+        if (isKept) model[id] = std::move(edit);
+      } else {
+        ASSERT_THROW(repository.Put(edit), NotStoredException);
+        ASSERT_EQ(ObjectIds(edit), before);
+      }
+    }
+    if (isKept) savepoint->Commit();
+    savepoint.reset();
+    transaction.Commit();
+
+    const std::vector<Edit> all = repository.All();
+    ASSERT_EQ(all.size(), model.size());
+    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(),
+                               [](const Edit& one, const Edit& other) { return one.Name() < other.Name(); }));
+    std::size_t count = 0;
+    for (const Edit& edit : all) {
+      ASSERT_EQ(edit, model.at(edit.Id().Value()));
+      count += static_cast<std::size_t>(edit.Sequences().Size());
+    }
+    ASSERT_EQ(Count("Sequence"), static_cast<int>(count));
+  }
+  EXPECT_GT(model.size(), 1U);
+}
+
+TEST_F(EditRepositoryTest, ASequenceKeepsItsKeyUnlessItIsPlacedAfterAGreaterOne) {
+  Edit edit = WithSequences("e", {"1", "2", "3"});
+  repository.Put(edit);
+  const int64_t first = edit.Sequences()[0].ObjectId();
+  edit = WithSequences("e", {"2", "3", "new", "1"});
+  repository.Put(edit);
+  EXPECT_THAT(ObjectIds(edit),
+              testing::ElementsAre(edit.ObjectId(), first + 1, first + 2, first + 3, first + 4));
+  edit = WithSequences("e", {"3", "1"});
+  repository.Put(edit);
+  EXPECT_THAT(ObjectIds(edit), testing::ElementsAre(edit.ObjectId(), first + 2, first + 4));
+}
+
+TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
+  Edit other = WithSequences("other", {"taken"});
+  repository.Put(other);
+  // One of no edit is free to be taken up.
+  Sequence loose(SequenceId("loose"));
+  ASSERT_TRUE(database.GetSequenceTable().Save(loose));
+  const auto ofAssets = std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>();
+  const auto named = std::make_shared<GenericMetadataProfile>("oru.dapoperator");
+  const struct {
+    const char *id, *reason;
+    std::vector<std::string> sequences;
+    std::function<void(Edit&)> change;
+  } cases[] = {
+      {"", "the edit has no identifier", {}, {}},
+      {"e", "e: a sequence has no identifier", {"1", ""}, {}},
+      {"e", "e: sequence 1 is there twice", {"1", "2", "1"}, {}},
+      {"e", "e: sequence taken belongs to edit other", {"loose", "taken"}, {}},
+      {"e",
+       "e: the operator's profile of sequence 1 has no server",
+       {"1"},
+       [&](Edit& edit) {
+         edit.Sequences()[0].Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
+       }},
+      {"e",
+       "e: there is no table for the metadata profile oru.dapoperator of sequence 1",
+       {"1"},
+       [&](Edit& edit) { edit.Sequences()[0].Metadata().Set(ofAssets); }},
+      {"e",
+       "e: there is no table for the metadata profile oru.dapoperator of sequence 1",
+       {"1"},
+       [&](Edit& edit) { edit.Sequences()[0].Metadata().Set(named); }},
+      {"e",
+       "e: there is no table for the metadata profile oru.dapoperator of the edit",
+       {},
+       [&](Edit& edit) { edit.Metadata().Set(OnServer(10)); }},
+  };
+  for (const auto& [id, reason, sequences, change] : cases) {
+    Edit edit = WithSequences(id, sequences);
+    if (change) change(edit);
+    EXPECT_THAT([&] { repository.Put(edit); }, testing::ThrowsMessage<NotStoredException>(reason));
+  }
+  EXPECT_EQ(Value("SELECT group_concat(id || ifnull(editRef, '')) FROM Sequence"), "taken1,loose");
+  EXPECT_FALSE(repository.Find(EditId("")) || repository.Remove(EditId("")) || repository.Find(EditId("e")));
+
+  Edit taking = WithSequences("e", {"loose"});
+  repository.Put(taking);
+  EXPECT_EQ(taking.Sequences()[0].ObjectId(), loose.ObjectId());
+  {
+    const ReadGuard reading(database);
+    EXPECT_THROW(repository.Put(taking), InvalidOperationException);
+  }
+  database.Close();
+  EXPECT_THROW(repository.Put(taking), InvalidOperationException);
+  EXPECT_THROW(repository.Find(taking.Id()), InvalidOperationException);
+}
+
+}  // namespace Oru::BusinessEntityModel::Edits::Database
