@@ -13,18 +13,18 @@ namespace Databases = Oru::Common::Databases;
 using Assets::Database::DataModelDatabase;
 
 int main() {
+  DataModelDatabase misspelt("file:clips.db?_bussy_timeout=100", nullptr);
   try {
-    DataModelDatabase database("file:clips.db?_bussy_timeout=100", nullptr);
-    database.Open();
+    misspelt.Open();
   } catch (const Databases::ArgumentException&) {
-    std::cout << "an option that doesn't exist\n";
+    std::cout << misspelt.LastFailure() << '\n';
   }
 
+  DataModelDatabase nowhere("no/such/folder/clips.db", nullptr);
   try {
-    DataModelDatabase database("no/such/folder/clips.db", nullptr);
-    database.Open();
+    nowhere.Open();
   } catch (const Databases::NotSupportedException&) {
-    std::cout << "a file that can't be opened\n";
+    std::cout << nowhere.LastFailure() << '\n';
   }
 
   const auto log = std::make_shared<std::ostringstream>();
@@ -37,11 +37,11 @@ int main() {
   try {
     cursor->Next();
   } catch (const Databases::ObjectClosedException&) {
-    std::cout << "a query that SQLite refuses\n";
+    std::cout << database.LastFailure() << '\n';
   }
   std::cout << "logged: " << (log->str().find("no such column: noSuchColumn") != std::string::npos) << '\n';
 
   if (!database.ExecuteStatement("INSERT INTO Stream VALUES (1, 'secret-id', 99, 0)")) {
-    std::cout << "a row that a constraint refuses\n";
+    std::cout << database.LastFailure() << '\n';
   }
 }

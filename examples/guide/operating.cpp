@@ -1,19 +1,24 @@
 // The operator's view of a clip, a multi-angle group, an edit, and what a deletion takes along.
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/BusinessEntityModel/Edits/Sequence.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
+#include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include <iostream>
 #include <memory>
+#include <utility>
 
 namespace Assets = Oru::DataModel::MediaAssets;
 namespace Edits = Oru::BusinessEntityModel::Edits;
 using namespace Oru::TimePoints;
 using Assets::Database::DataModelDatabase;
+using Assets::Database::MediaAssetGroupRepository;
+using Assets::Database::NotStoredException;
 using Oru::Common::Databases::Sqlite::TransactionGuard;
 
 namespace {
@@ -38,23 +43,32 @@ bool SaveOperatorsClip(DataModelDatabase& database) {
   return true;
 }
 
-bool SaveGroup(DataModelDatabase& database) {
+void PutGroup(DataModelDatabase& database) {
   Assets::AnglesMediaAssetGroup group("group-1", "Penalty");
   group.Items().push_back(
       std::make_shared<Assets::AnglesMediaAssetGroupItem>("wide", Assets::MediaAssetReference("clip-1")));
-  return database.GetAnglesMediaAssetGroupTable().Save(group);
+  MediaAssetGroupRepository groups(database);
+  groups.Put(group);
+
+  group.Items().push_back(
+      std::make_shared<Assets::AnglesMediaAssetGroupItem>("close", Assets::MediaAssetReference("clip-9")));
+  try {
+    groups.Put(group);
+  } catch (const NotStoredException& refusal) {
+    std::cout << refusal.what() << '\n';
+  }
 }
 
-bool SaveEdit(DataModelDatabase& database) {
+void PutEdit(DataModelDatabase& database) {
   Edits::Edit edit("edit-1");
   edit.Name("Highlights");
-  if (!database.GetEditTable().Save(edit)) return false;
-
   Edits::Sequence sequence("sequence-1");
   sequence.Duration(Edits::SequenceDuration(Duration::FromSeconds(30)));
-  Edits::Database::SequenceEncapsulated owned(sequence);
-  owned.editFk = edit.ObjectId();
-  return database.GetSequenceTable().Save(owned);
+  edit.Sequences().Add(std::move(sequence));
+  edit.Sequences().Add(Edits::Sequence("sequence-2"));
+  Edits::Database::EditRepository edits(database);
+  edits.Put(edit);
+  std::cout << "sequences: " << edits.Find("edit-1")->Sequences().Size() << '\n';
 }
 
 }  // namespace
@@ -63,12 +77,11 @@ int main() {
   DataModelDatabase database(":memory:", nullptr);
   database.Open();
   TransactionGuard transaction(database);
-  if (!SaveOperatorsClip(database) || !SaveGroup(database) || !SaveEdit(database)) return 1;
+  if (!SaveOperatorsClip(database)) return 1;
+  PutGroup(database);
+  PutEdit(database);
   transaction.Commit();
 
   if (!database.GetMediaAssetTable().DeleteByServerId(Assets::ZuServerId(110))) return 1;
-  std::cout << "group: " << database.GetMediaAssetGroupTable().GetObjectIdFromIdentifier("group-1") << '\n';
-
-  if (!database.GetEditTable().Delete(database.GetEditTable().GetObjectIdFromIdentifier("edit-1"))) return 1;
-  std::cout << "sequence: " << database.GetSequenceTable().GetObjectIdFromIdentifier("sequence-1") << '\n';
+  std::cout << "group: " << MediaAssetGroupRepository(database).Find("group-1").has_value() << '\n';
 }

@@ -1,4 +1,5 @@
 // Opens a file, and saves a clip with all that a recorder knows of it.
+#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
@@ -12,6 +13,7 @@ namespace Assets = Oru::DataModel::MediaAssets;
 namespace BaseTypes = Oru::BusinessEntityModel::BaseTypes;
 using namespace Oru::TimePoints;
 using Assets::Database::DataModelDatabase;
+using Oru::Common::Databases::Sqlite::SavepointGuard;
 using Oru::Common::Databases::Sqlite::TransactionGuard;
 
 namespace {
@@ -72,4 +74,15 @@ int main() {
   }
   std::cout << "clip-2 after a rollback: "
             << database.GetMediaAssetTable().GetObjectIdFromIdentifier("clip-2") << '\n';
+
+  TransactionGuard batch(database);
+  for (const char* id : {"clip-3", "clip-4"}) {
+    SavepointGuard part(database);
+    Assets::MediaAsset taken(id);
+    if (!database.GetMediaAssetTable().Save(taken)) return 1;
+    if (taken.Id() == Assets::MediaAssetId("clip-3")) part.Commit();
+  }
+  batch.Commit();
+  std::cout << "clip-4 after its savepoint: "
+            << database.GetMediaAssetTable().GetObjectIdFromIdentifier("clip-4") << '\n';
 }
