@@ -1,8 +1,8 @@
 #include "Oru/Common/Databases/Sqlite/ChangeTeller.h"
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 #include "Oru/Common/Databases/Sqlite/Savepoints.h"
 
@@ -149,12 +149,12 @@ bool ChangeTeller::BeginTelling() {
 }
 
 ChangedRows ChangeTeller::TakeCommitted() {
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(mDatabase);
   return std::exchange(mCommitted, {});
 }
 
 bool ChangeTeller::EndTelling() {
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(mDatabase);
   mIsTelling = !mCommitted.IsEmpty();
   return !mIsTelling;
 }

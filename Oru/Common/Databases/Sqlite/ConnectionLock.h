@@ -8,11 +8,14 @@ namespace Oru::Common::Databases::Sqlite {
 
 class DatabaseSqlite;
 
-/// Keeps other threads from a connection for the length of a scope, so that the statements run in it see one
-/// state and are all in the same transaction, if in any. They wait meanwhile, readers too. What SQLite locks
-/// for each call within costs little then, since the lock is held already.
+/// Keeps other threads from a connection for the length of a scope. They wait meanwhile, readers too.
 ///
-/// Who listens to changes is told of them when the last lock of the thread ends: see `ChangeListener`.
+/// Take it wherever several calls of SQLite belong together: a step and the row, the key or the error text
+/// that it leaves; a question about the transaction and what is done about the answer; statements that must
+/// see one state. It may be taken again within itself, which costs little. Never take it around a call of a
+/// listener's function.
+///
+/// Listeners are told of changes when the last lock of the thread ends: see `ChangeListener`.
 ///
 /// Threads: a lock belongs to the thread that made it, which may hold several of one connection.
 class ORU_COMMON_DATABASE_EXPORT ConnectionLock {

@@ -5,7 +5,6 @@
 #include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
@@ -14,6 +13,7 @@
 #include <algorithm>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -39,6 +39,14 @@ CursorSqlite::CursorSqlite(DatabaseSqlite& db, const std::string& select, const 
   Prepare(select);
 }
 
+CursorSqlite::CursorSqlite(DatabaseSqlite& db, StatementText select, StatementText count)
+    : Cursor(db),
+      mCountStatement(std::move(count.text)),
+      mValues(std::move(select.values)),
+      mCountValues(std::move(count.values)) {
+  Prepare(select.text);
+}
+
 CursorSqlite::~CursorSqlite() {
   CursorSqlite::Close();
 }
@@ -53,19 +61,16 @@ void CursorSqlite::Prepare(const std::string& select) {
     db.LogFailure("statement on a closed database");
     return;
   }
-  std::string error;
-  mPrepared = db.mStatements->Take(db.Handle(), select, &error);
-  if (!mPrepared) {
-    if (error.empty()) {
-      error = "the text holds no statement";
-      const HandleLock lock(db.Handle());
-      mPrepared = PreparedStatement::Prepare(db.Handle(), select.data(), select.size(), false);
-      if (!mPrepared && sqlite3_errcode(db.Handle()) != SQLITE_OK) error = sqlite3_errmsg(db.Handle());
-    }
-    if (!mPrepared) {
-      db.LogFailure(error);
+  {
+    const ConnectionLock lock(db);
+    std::unique_ptr<PreparedStatement> prepared = db.mStatements->Take(db.Handle(), select);
+    const int code = prepared ? prepared->BindAll(mValues) : sqlite3_errcode(db.Handle());
+    if (!prepared || code != SQLITE_OK) {
+      db.LogFailure(code == SQLITE_OK ? "the text holds no statement" : sqlite3_errmsg(db.Handle()));
+      if (prepared) db.mStatements->Return(std::move(prepared), false);
       return;
     }
+    mPrepared = std::move(prepared);
   }
   mStatement = mPrepared->Handle();
   mPosition = Position::AheadOfRows;
@@ -91,10 +96,18 @@ void CursorSqlite::LeaveRow() {
   mPrepared->Rewind();
 }
 
+void CursorSqlite::Rewind() {
+  if (mValues.empty()) {
+    mPrepared->Clear();
+  } else {
+    mPrepared->Rewind();
+  }
+}
+
 void CursorSqlite::Reset() {
   if (!mPrepared) return;
   LeaveRow();
-  mPrepared->Rewind();
+  Rewind();
   mPosition = Position::AheadOfRows;
   mLastParameter = 0;
 }
@@ -103,7 +116,18 @@ void CursorSqlite::Reset(DatabaseSqlite& db, const std::string& select, const st
   CursorSqlite::Close();
   AttachToDatabase(db);
   mCountStatement = count;
+  mValues.clear();
+  mCountValues.clear();
   Prepare(select);
+}
+
+void CursorSqlite::Reset(DatabaseSqlite& db, StatementText select, StatementText count) {
+  CursorSqlite::Close();
+  AttachToDatabase(db);
+  mCountStatement = std::move(count.text);
+  mValues = std::move(select.values);
+  mCountValues = std::move(count.values);
+  Prepare(select.text);
 }
 
 int CursorSqlite::StepOnce() {
@@ -326,10 +350,10 @@ int CursorSqlite::ParameterNumber(const std::string& name) {
   return number;
 }
 
-// Parameters that stand for literals of the text are nobody's to bind.
+// The values that the statement came with stay.
 bool CursorSqlite::MayBind(int32_t number) {
   if (number <= 0) return false;
-  return !mPrepared || !mPrepared->hasLiftedLiterals || IsBound(SQLITE_RANGE);
+  return mValues.empty() || IsBound(SQLITE_RANGE);
 }
 
 bool CursorSqlite::IsBound(int code) {
@@ -419,7 +443,7 @@ bool CursorSqlite::Bind(int32_t number) {
 
 int32_t CursorSqlite::GetTotalItemsCount() const {
   if (mCountStatement.empty() || !mPrepared) return -1;
-  CursorSqlite counting(GetDatabase(), mCountStatement);
+  CursorSqlite counting(GetDatabase(), {mCountStatement, mCountValues});
   if (!counting.IsOpened() || !counting.Step()) return -1;
   return static_cast<int32_t>(std::min<int64_t>(counting.GetInt64(0), std::numeric_limits<int32_t>::max()));
 }

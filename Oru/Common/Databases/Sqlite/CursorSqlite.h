@@ -2,11 +2,13 @@
 
 #include "Oru/Common/Databases/Cursor.h"
 #include "Oru/Common/Databases/Export.h"
+#include "Oru/Common/Databases/Sqlite/StatementText.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 struct sqlite3_stmt;
 
@@ -30,6 +32,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   CursorSqlite(DatabaseSqlite& db, const std::string& select);
   /// @param count  the statement that `GetTotalItemsCount` runs
   CursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count);
+  /// The same with values for the parameters of the statements. They stay bound when the cursor is rewound,
+  /// and `Bind` refuses to change them.
+  explicit CursorSqlite(DatabaseSqlite& db, StatementText select, StatementText count = {});
   ~CursorSqlite() override;
 
   using Cursor::GetBoolean;
@@ -105,6 +110,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   void Reset() override;
   /// Gives the statement up for another one.
   virtual void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count);
+  void Reset(DatabaseSqlite& db, StatementText select, StatementText count);
 
   /// Steps to the next row.
   /// @return false behind the last row, and at every further call
@@ -131,6 +137,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   enum class Position : uint8_t { AheadOfRows, OnRow, BehindRows, Failed };
 
   void Prepare(const std::string& select);
+  void Rewind();
   int StepOnce();
   void LeaveRow();
   [[noreturn]] void ThrowStepFailure(const std::string& message);
@@ -145,6 +152,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
 
   sqlite3_stmt* mStatement = nullptr;
   std::string mCountStatement;
+  // What the parameters are bound to for as long as the statement is open, if it came with values.
+  std::vector<StatementValue> mValues;
+  std::vector<StatementValue> mCountValues;
   std::unique_ptr<PreparedStatement> mPrepared;
   Position mPosition = Position::AheadOfRows;
   bool mHasFailed = false;

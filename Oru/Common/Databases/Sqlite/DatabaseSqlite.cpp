@@ -7,7 +7,6 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionText.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
-#include "Oru/Common/Databases/Sqlite/HandleLock.h"
 #include "Oru/Common/Databases/Sqlite/IntegrityCheck.h"
 #include "Oru/Common/Databases/Sqlite/LogEntry.h"
 #include "Oru/Common/Databases/Sqlite/OnlineCopy.h"
@@ -76,6 +75,9 @@ void DatabaseSqlite::Open() {
   sqlite3_busy_timeout(mHandle, mBusyTimeout);
   // Not by the pragma, which a transaction of another process could keep from running.
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
+  // The same text has the same plan whatever its values: SQLite would prepare a statement with a LIKE again
+  // for each of them. https://sqlite.org/queryplanner-ng.html#qpstab
+  sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
   // The first read tells whether the file is a database at all.
   if (!RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
       !Configure("journal_mode", connection.journalMode) ||
@@ -128,7 +130,7 @@ std::unique_ptr<Query> DatabaseSqlite::NewQuery() const {
 void DatabaseSqlite::BeginTransaction() {
   std::string error = "the database is not open";
   if (IsOpen()) {
-    const HandleLock lock(mHandle);
+    const ConnectionLock lock(*this);
     RecoverFromShortMemory();
     if (HasLostTransaction()) {
       error = LostTransactionText;
@@ -176,7 +178,7 @@ int64_t DatabaseSqlite::EndTransaction(bool commit) {
 uint64_t DatabaseSqlite::BeginReading() {
   std::string error = "the database is not open";
   if (IsOpen()) {
-    const HandleLock lock(mHandle);
+    const ConnectionLock lock(*this);
     // A view begun behind a lost transaction would pass for that transaction.
     if (IsInTransaction() || HasLostTransaction()) return 0;
     if (RunPlain("BEGIN")) {
@@ -225,7 +227,7 @@ uint64_t DatabaseSqlite::BeginSavepoint() {
 
 bool DatabaseSqlite::HasSavepoint(uint64_t number) const {
   if (!IsOpen()) return false;
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   return IsInTransaction() && mSavepoints->DepthOf(number) < mSavepoints->Depth();
 }
 
@@ -267,13 +269,13 @@ bool DatabaseSqlite::IsInTransaction() const {
 
 bool DatabaseSqlite::HasBegunTransaction() const {
   if (!IsOpen()) return false;
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   return mInTransaction;
 }
 
 uint64_t DatabaseSqlite::TransactionNumber() const {
   if (!IsOpen()) return 0;
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   return mTransactionNumber;
 }
 
@@ -306,51 +308,50 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
     return false;
   }
   const bool wasInTransaction = IsInTransaction();
-  bool isDone = false;
-  if (RunKept(text, isDone)) return isDone;
-  isDone = RunAll(text.c_str());
+  const bool isDone = RunAll(text.c_str());
   if (!isDone && !wasInTransaction && IsInTransaction()) RunPlain("ROLLBACK");
   return isDone;
 }
 
-// Runs a text that the statement cache serves or fails at; false, with nothing done, for one that it doesn't
-// serve.
-bool DatabaseSqlite::RunKept(const std::string& text, bool& isDone) {
-  std::string error;
-  std::unique_ptr<PreparedStatement> statement = mStatements->Take(mHandle, text, &error);
-  if (!statement && error.empty()) return false;
-  if (statement) error = RunToEnd(statement->Handle());
-  isDone = error.empty();
-  if (!isDone) LogFailure(error);
-  if (statement) mStatements->Return(std::move(statement), isDone);
+bool DatabaseSqlite::ExecuteStatement(const StatementText& statement) {
+  if (!IsOpen()) {
+    LogFailure("statement on a closed database");
+    return false;
+  }
+  std::string_view text = statement.text;
+  return RunFirst(text, statement.values);
+}
+
+bool DatabaseSqlite::RunAll(std::string_view text) {
+  while (!text.empty()) {
+    if (!RunFirst(text, {})) return false;
+  }
   return true;
 }
 
-bool DatabaseSqlite::RunAll(const char* text) {
-  while (*text != '\0') {
-    const char* next = nullptr;
-    sqlite3_stmt* handle = nullptr;
-    std::string error;
-    {
-      const HandleLock lock(mHandle);
-      if (PreparedStatement::Prepare(mHandle, text, -1, 0, &handle, &next) != SQLITE_OK)
-        error = sqlite3_errmsg(mHandle);
-    }
-    // A piece of blanks and comments gives no statement.
-    if (handle) {
-      const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(handle, sqlite3_finalize);
-      const bool wasInTransaction = IsInTransaction();
-      error = RunToEnd(handle);
-      // Whatever writes and isn't the begin of a transaction may have changed the columns of kept statements.
-      if (sqlite3_stmt_readonly(handle) == 0 && wasInTransaction == IsInTransaction()) mStatements->Clear();
-    }
-    if (!error.empty()) {
-      LogFailure(error);
-      return false;
-    }
-    text = next;
+// Runs the first statement of a text, which is then what follows it. A text of blanks and comments holds
+// none.
+bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<StatementValue>& values) {
+  std::string error;
+  std::unique_ptr<PreparedStatement> statement;
+  {
+    const ConnectionLock lock(*this);
+    statement = mStatements->Take(mHandle, text, &text);
+    const int code = statement ? statement->BindAll(values) : sqlite3_errcode(mHandle);
+    if (code != SQLITE_OK) error = sqlite3_errmsg(mHandle);
   }
-  return true;
+  if (statement) {
+    const bool wasInTransaction = IsInTransaction();
+    if (error.empty()) error = RunToEnd(statement->Handle());
+    // What is run once and writes, and isn't the begin of a transaction, may have changed the columns of idle
+    // statements.
+    const bool mayChangeColumns =
+        !statement->slot && !statement->IsReadOnly() && wasInTransaction == IsInTransaction();
+    mStatements->Return(std::move(statement), error.empty());
+    if (mayChangeColumns) mStatements->Clear();
+  }
+  if (!error.empty()) LogFailure(error);
+  return error.empty();
 }
 
 // Runs a statement to its end; gives why that failed, empty for success.
@@ -383,7 +384,7 @@ bool DatabaseSqlite::RunPlain(const char* statement) {
 // Why a backup must not begin now, empty if it may.
 std::string DatabaseSqlite::WhyNoBackup() {
   if (!IsOpen()) return "the database is not open";
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   // It would copy what may yet be rolled back; SQLite refuses it too.
   const bool isWriting = sqlite3_txn_state(mHandle, "main") == SQLITE_TXN_WRITE;
   return isWriting ? "a transaction is open" : HasLostTransaction() ? LostTransactionText : "";
@@ -405,7 +406,7 @@ bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progr
     return true;
   } catch (const OnlineCopy::Failure& failure) {
     LogFailure(std::string("backup failed: ") + failure.what());
-    const HandleLock lock(mHandle);
+    const ConnectionLock lock(*this);
     NoteFailure(failure.Code());
     throw NotSupportedException(failure.what(), __FILE__, __LINE__);
   }
@@ -414,7 +415,7 @@ bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progr
 std::vector<std::string> DatabaseSqlite::CheckIntegrity() {
   std::string error = "the database is not open";
   if (IsOpen()) {
-    const HandleLock lock(mHandle);
+    const ConnectionLock lock(*this);
     const char* refusal = Refusal(false);
     IntegrityCheck check(mHandle);
     const int code = refusal ? SQLITE_ERROR : check.Run();
@@ -479,7 +480,7 @@ void DatabaseSqlite::LogFailure(const std::string& message) {
 
 std::string DatabaseSqlite::ErrorText() const {
   if (!IsOpen()) return "the database is not open";
-  const HandleLock lock(mHandle);
+  const ConnectionLock lock(*this);
   return sqlite3_errmsg(mHandle);
 }
 

@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Database.h"
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
+#include "Oru/Common/Databases/Sqlite/StatementText.h"
 
 #include <cstdint>
 #include <functional>
@@ -10,6 +11,7 @@
 #include <mutex>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct sqlite3;
@@ -74,6 +76,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// @return false, with a log entry of SQLite's text, at the first statement that fails; a transaction that
   ///         the text itself began is then rolled back
   bool ExecuteStatement(const std::string& text);
+  /// Runs one statement with its values.
+  /// @return false, with a log entry of SQLite's text, when it fails
+  bool ExecuteStatement(const StatementText& statement);
 
   /// Told how far a backup has come: how many pages remain, and of how many. Gives false to stop it. It runs
   /// on the thread of the backup, and may use the database, but not open or close it.
@@ -162,8 +167,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   void KeepLastFailure(const std::string& message) noexcept;
   std::string WhyNoBackup();
   bool Configure(const char* pragma, const std::string& value);
-  bool RunKept(const std::string& text, bool& isDone);
-  bool RunAll(const char* text);
+  bool RunAll(std::string_view text);
+  bool RunFirst(std::string_view& text, const std::vector<StatementValue>& values);
   std::string RunToEnd(sqlite3_stmt* statement);
   bool RunPlain(const char* statement);
   // Whether SQLite rolled back the transaction that the caller still believes open. Writing on would store

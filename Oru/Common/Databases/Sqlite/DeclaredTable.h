@@ -47,7 +47,7 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   /// Says in which column the key of a row's owner stands. For constructors, behind `GenerateStatements`.
   void OwnerStandsIn(const std::string& column) {
     QuerySqlite owned = OwnedBy(column);
-    ownedSelect = KeptSelect<T>(this->StatementGenerator().GenerateSelectStatement(owned));
+    ownedSelect = KeptSelect<T>(this->StatementGenerator().SelectToRun(owned).text);
     ownedDeletion = std::make_unique<OwnedRowsDeletion>(GetTableName(), column);
   }
 

@@ -45,7 +45,7 @@ int IntegrityCheck::Run() {
 
 int IntegrityCheck::FindRows(const std::string& select, Description describe,
                              std::vector<std::string>& rows) {
-  const auto statement = PreparedStatement::Prepare(mHandle, select.data(), select.size(), false);
+  const auto statement = PreparedStatement::Prepare(mHandle, select, false);
   if (!statement) return Judge({});
   int code = SQLITE_OK;
   while ((code = sqlite3_step(statement->Handle())) == SQLITE_ROW)

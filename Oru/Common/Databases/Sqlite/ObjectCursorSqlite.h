@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -43,6 +44,10 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
       : ObjectCursor<T, U>(attachedView, lazy), cursorSqlite(DatabaseOf(attachedView), statement) {}
   ObjectCursorSqlite(View<T>& attachedView, const std::string& select, const std::string& count, bool lazy)
       : ObjectCursor<T, U>(attachedView, lazy), cursorSqlite(DatabaseOf(attachedView), select, count) {}
+  /// With values that stay bound.
+  ObjectCursorSqlite(View<T>& attachedView, StatementText select, StatementText count, bool lazy)
+      : ObjectCursor<T, U>(attachedView, lazy),
+        cursorSqlite(DatabaseOf(attachedView), std::move(select), std::move(count)) {}
 
   using Cursor::GetBoolean;
   using Cursor::GetBytes;
@@ -124,6 +129,11 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
   virtual void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count, bool lazy) {
     this->AttachToDatabase(db);
     cursorSqlite.Reset(db, select, count);
+    this->mLazy = lazy;
+  }
+  void Reset(DatabaseSqlite& db, StatementText select, StatementText count, bool lazy) {
+    this->AttachToDatabase(db);
+    cursorSqlite.Reset(db, std::move(select), std::move(count));
     this->mLazy = lazy;
   }
 

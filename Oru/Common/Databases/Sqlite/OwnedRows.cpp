@@ -6,12 +6,12 @@ namespace Oru::Common::Databases::Sqlite {
 
 QuerySqlite OwnedBy(const std::string& column) {
   QuerySqlite query;
-  query.EqualsParameter(column);
+  query.Equals(column, int64_t{0});
   return query;
 }
 
 OwnedRowsDeletion::OwnedRowsDeletion(const std::string& table, const std::string& column)
-    : mStatement("DELETE FROM " + table + " WHERE " + OwnedBy(column).GetFilterSQL()) {}
+    : mStatement("DELETE FROM " + table + " WHERE " + column + " = ?") {}
 
 bool OwnedRowsDeletion::Run(DatabaseSqlite& db, int64_t ownerKey) {
   KeptStatement::Run run(mStatement, db);

@@ -11,7 +11,7 @@ namespace Oru::Common::Databases::Sqlite {
 
 class DatabaseSqlite;
 
-/// The rows that refer to an owner: those whose `column` holds its key, the parameter of the statement.
+/// The rows that refer to an owner: those whose `column` holds its key, the parameter of the text that runs.
 ORU_COMMON_DATABASE_EXPORT QuerySqlite OwnedBy(const std::string& column);
 
 /// Deletes the rows of a table that refer to an owner, by a statement that it keeps.

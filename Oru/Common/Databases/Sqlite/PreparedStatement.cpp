@@ -3,6 +3,9 @@
 #include <climits>
 #include <sqlite3.h>
 
+#include <type_traits>
+#include <variant>
+
 namespace Oru::Common::Databases::Sqlite {
 
 namespace {
@@ -12,23 +15,22 @@ constexpr std::size_t LongestKeptText = 256;
 
 }  // namespace
 
-std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, const char* text,
-                                                              std::size_t length, bool isKept) {
+std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, std::string_view text,
+                                                              bool isKept, std::string_view* rest) {
   sqlite3_stmt* statement = nullptr;
+  const char* end = nullptr;
   const unsigned int flags = isKept ? SQLITE_PREPARE_PERSISTENT : 0;
-  const int bytes = length > INT_MAX ? INT_MAX : static_cast<int>(length);
-  if (Prepare(handle, text, bytes, flags, &statement, nullptr) != SQLITE_OK || !statement) return nullptr;
-  return std::unique_ptr<PreparedStatement>(new PreparedStatement(statement));
-}
-
-int PreparedStatement::Prepare(sqlite3* handle, const char* text, int length, unsigned int flags,
-                               sqlite3_stmt** statement, const char** behind) {
-  const int code = sqlite3_prepare_v3(handle, text, length, flags, statement, behind);
+  const int bytes = text.size() > INT_MAX ? INT_MAX : static_cast<int>(text.size());
+  const auto prepare = [&] {
+    return sqlite3_prepare_v3(handle, text.data(), bytes, flags, &statement, &end);
+  };
   // A statement that needs the full-text index may be the first to find that another connection has changed
-  // the schema. Taking up the index then reads the schema anew in the midst of the statement, which knows
+  // the schema. Taking up the index then reads the schema again in the midst of the statement, which knows
   // none of its tables any more, and SQLite 3.40 gives up at the second such try. The next one finds them.
-  return (code & 0xFF) == SQLITE_SCHEMA ? sqlite3_prepare_v3(handle, text, length, flags, statement, behind)
-                                        : code;
+  if ((prepare() & 0xFF) == SQLITE_SCHEMA) prepare();
+  if (rest) *rest = end ? text.substr(static_cast<std::size_t>(end - text.data())) : std::string_view();
+  if (!statement) return nullptr;
+  return std::unique_ptr<PreparedStatement>(new PreparedStatement(statement));
 }
 
 PreparedStatement::PreparedStatement(sqlite3_stmt* statement)
@@ -75,9 +77,32 @@ int PreparedStatement::BindText(int number, const std::string& text) {
   return sqlite3_bind_text64(mStatement, number, kept.data(), kept.size(), SQLITE_STATIC, SQLITE_UTF8);
 }
 
+int PreparedStatement::BindAll(const std::vector<StatementValue>& values) {
+  int code = SQLITE_OK;
+  int number = 0;
+  const auto bind = [&](const auto& value) {
+    using Value = std::decay_t<decltype(value)>;
+    ++number;
+    if constexpr (std::is_same_v<Value, int64_t>) return sqlite3_bind_int64(mStatement, number, value);
+    if constexpr (std::is_same_v<Value, double>) return sqlite3_bind_double(mStatement, number, value);
+    if constexpr (std::is_same_v<Value, std::string>) {
+      return sqlite3_bind_text64(mStatement, number, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8);
+    }
+    if constexpr (std::is_same_v<Value, std::vector<uint8_t>>) {
+      // SQLite takes a null pointer for NULL; no bytes are not nothing.
+      const void* data = value.empty() ? static_cast<const void*>("") : value.data();
+      return sqlite3_bind_blob64(mStatement, number, data, value.size(), SQLITE_STATIC);
+    }
+  };
+  for (const StatementValue& value : values) {
+    code = std::visit(bind, value);
+    if (code != SQLITE_OK) break;
+  }
+  return code;
+}
+
 void PreparedStatement::Rewind() {
   sqlite3_reset(mStatement);
-  if (!hasLiftedLiterals) sqlite3_clear_bindings(mStatement);
 }
 
 void PreparedStatement::Clear() {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/NameIndex.h"
+#include "Oru/Common/Databases/Sqlite/StatementText.h"
 
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct sqlite3;
@@ -20,12 +22,9 @@ class PreparedStatement {
   /// Prepares the first statement of a text; null when SQLite refuses, its reason then standing in the
   /// handle, or when the text holds none.
   /// @param isKept  whether the statement will be used many times
-  static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, const char* text, std::size_t length,
-                                                    bool isKept);
-  /// The same in SQLite's own terms.
-  /// @param behind  set to where the next statement begins, unless null
-  static int Prepare(sqlite3* handle, const char* text, int length, unsigned int flags,
-                     sqlite3_stmt** statement, const char** behind);
+  /// @param rest    set to what follows the statement in the text, unless null
+  static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, std::string_view text, bool isKept,
+                                                    std::string_view* rest = nullptr);
 
   PreparedStatement(const PreparedStatement&) = delete;
   PreparedStatement& operator=(const PreparedStatement&) = delete;
@@ -51,14 +50,17 @@ class PreparedStatement {
   /// @return SQLite's result code
   int BindText(int number, const std::string& text);
 
-  /// Rewinds; also clears the bindings, unless they are the values of a text whose literals were lifted.
+  /// Binds all values in the order of the parameters. They must stay as they are until the bindings are
+  /// cleared, since a text or bytes are not copied.
+  /// @return SQLite's result code
+  int BindAll(const std::vector<StatementValue>& values);
+
+  /// Rewinds, and leaves the bindings.
   void Rewind();
-  /// Rewinds and clears, to serve the next user.
+  /// Rewinds and clears the bindings, to serve the next user.
   void Clear();
 
-  /// Whether parameters stand for literals of the text.
-  bool hasLiftedLiterals = false;
-  /// Where the statement cache keeps statements of this shape; null for a statement that isn't kept.
+  /// Where the statement cache keeps statements of this text; null for a statement that isn't kept.
   void* slot = nullptr;
 
  private:

@@ -2,7 +2,9 @@
 
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/Query.h"
+#include "Oru/Common/Databases/Sqlite/StatementText.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -10,7 +12,8 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// A query that becomes SQL text with its values written out as literals.
+/// A query that becomes SQL text. It keeps its values beside the text: a statement that runs takes them as
+/// parameters, and a text that is asked for has them written out as literals.
 ///
 /// Threads: a query belongs to one thread at a time; distinct queries are independent.
 class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
@@ -88,29 +91,43 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   bool IsEmpty() const override { return mFilter.empty(); }
   Query& Match(const std::string& table, const std::string& expression) override;
 
-  /// Compares a column with a parameter, which whoever runs the statement binds by its place in the text,
-  /// from 1.
-  Query& EqualsParameter(const std::string& column);
-
   /// The whole condition without the word WHERE; empty for a query without conditions.
-  const std::string& GetFilterSQL() const { return mFilter; }
+  std::string GetFilterSQL() const;
   /// The ordering terms without the words ORDER BY; empty when none was given.
   const std::string& GetOrderBySQL() const { return mOrderBy; }
   /// The whole limit clause, keyword included; empty when none was given.
-  const std::string& GetLimitSQL() const { return mLimit; }
+  std::string GetLimitSQL() const;
+
+  bool HasLimit() const { return !mLimit.empty(); }
+
+  /// How a value stands in a text: written out, or as a parameter.
+  enum class Values { Literal, Bound };
+
+  /// A query with more values than this runs with literals: SQLite allows 32766 parameters in a statement,
+  /// and a text with so many values is seldom run twice. https://sqlite.org/limits.html#max_variable_number
+  static constexpr std::size_t MostBoundValues = 256;
+
+  /// Append the condition or the limit clause to a statement, and its values where they are bound.
+  void AppendFilter(StatementText& statement, Values form) const;
+  void AppendLimit(StatementText& statement, Values form) const;
 
  private:
-  // The one way in for a condition: joins it to those before by AND.
-  Query& Add(const std::string& condition);
-  Query& Compare(const std::string& column, const char* comparison, const std::string& literal);
+  // The one way in for a condition, with a question mark in place of each value: joins it to those before by
+  // AND.
+  Query& Add(const std::string& condition, std::vector<StatementValue> values = {});
+  Query& Compare(const std::string& column, const char* comparison, StatementValue value);
   Query& Like(const std::string& column, const char* before, const std::string& text, const char* after);
   // The bytes stand in the column from a place on that counts from 1, or from the end if it is negative.
   Query& BytesFrom(const std::string& column, int64_t start, const uint8_t* bytes, int32_t length);
+  template <class Value>
+  Query& Among(const std::string& column, const std::vector<Value>& values);
   Query& OrderBy(const std::string& column, const char* direction);
 
   std::string mFilter;
+  std::vector<StatementValue> mValues;
   std::string mOrderBy;
-  std::string mLimit;
+  // Count and offset, if there is a limit.
+  std::vector<StatementValue> mLimit;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

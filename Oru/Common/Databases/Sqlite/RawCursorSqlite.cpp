@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -48,11 +49,19 @@ RawCursorSqlite::RawCursorSqlite(DatabaseSqlite& db, const std::string& select)
 RawCursorSqlite::RawCursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count)
     : RawCursor(db), cursorSqlite(db, select, count) {}
 
+RawCursorSqlite::RawCursorSqlite(DatabaseSqlite& db, StatementText select, StatementText count)
+    : RawCursor(db), cursorSqlite(db, std::move(select), std::move(count)) {}
+
 RawCursorSqlite::~RawCursorSqlite() = default;
 
 void RawCursorSqlite::Reset(DatabaseSqlite& db, const std::string& select, const std::string& count) {
   AttachToDatabase(db);
   cursorSqlite.Reset(db, select, count);
+}
+
+void RawCursorSqlite::Reset(DatabaseSqlite& db, StatementText select, StatementText count) {
+  AttachToDatabase(db);
+  cursorSqlite.Reset(db, std::move(select), std::move(count));
 }
 
 bool RawCursorSqlite::Next(RawRead& row) {

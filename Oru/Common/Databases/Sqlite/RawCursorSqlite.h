@@ -21,6 +21,7 @@ class ORU_COMMON_DATABASE_EXPORT RawCursorSqlite : public RawCursor {
   /// Opens the cursor, as `CursorSqlite` does.
   RawCursorSqlite(DatabaseSqlite& db, const std::string& select);
   RawCursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count);
+  RawCursorSqlite(DatabaseSqlite& db, StatementText select, StatementText count);
   ~RawCursorSqlite() override;
 
   int32_t GetColumnsCount() override { return cursorSqlite.GetColumnsCount(); }
@@ -57,6 +58,7 @@ class ORU_COMMON_DATABASE_EXPORT RawCursorSqlite : public RawCursor {
   void Reset() override { cursorSqlite.Reset(); }
   /// Gives the statement up for another one.
   void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count);
+  void Reset(DatabaseSqlite& db, StatementText select, StatementText count);
 
   bool Next(RawRead& row) override;
   bool Next() override { return cursorSqlite.Step(); }

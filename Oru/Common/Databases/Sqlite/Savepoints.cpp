@@ -19,7 +19,7 @@ bool Savepoints::IsOwnRollback(const char* text) {
 }
 
 std::unique_ptr<PreparedStatement> Savepoints::Prepare(sqlite3* handle, const std::string& text) {
-  return PreparedStatement::Prepare(handle, text.data(), text.size(), true);
+  return PreparedStatement::Prepare(handle, text, true);
 }
 
 int Savepoints::Run(const PreparedStatement& statement) {

@@ -63,18 +63,18 @@ std::string Literal(double value) {
 
 std::string Literal(const std::string& value) {
   if (value.find('\0') != std::string::npos) {
-    return "CAST(" + BytesLiteral(reinterpret_cast<const uint8_t*>(value.data()), value.size()) + " AS TEXT)";
+    return "CAST(" + Literal(std::vector<uint8_t>(value.begin(), value.end())) + " AS TEXT)";
   }
   return Quoted(value, '\'');
 }
 
-std::string BytesLiteral(const uint8_t* bytes, std::size_t length) {
+std::string Literal(const std::vector<uint8_t>& bytes) {
   static constexpr char Digits[] = "0123456789abcdef";
   std::string literal("x'");
-  literal.reserve(2 * length + 3);
-  for (std::size_t i = 0; i < length; ++i) {
-    literal += Digits[bytes[i] >> 4];
-    literal += Digits[bytes[i] & 15];
+  literal.reserve(2 * bytes.size() + 3);
+  for (const uint8_t byte : bytes) {
+    literal += Digits[byte >> 4];
+    literal += Digits[byte & 15];
   }
   literal += '\'';
   return literal;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // How names and values are written into SQL text. Internal to the access layer.
 namespace Oru::Common::Databases::Sqlite::SqlText {
@@ -20,7 +21,7 @@ std::string Literal(double value);
 /// Text between single quotes, quotes doubled. A NUL byte would end the statement's text, so text that holds
 /// one is written as bytes and cast.
 std::string Literal(const std::string& value);
-std::string BytesLiteral(const uint8_t* bytes, std::size_t length);
+std::string Literal(const std::vector<uint8_t>& bytes);
 
 /// A pattern for `LIKE ... ESCAPE '\'` in which the text stands for itself.
 std::string EscapedForLike(std::string_view text);

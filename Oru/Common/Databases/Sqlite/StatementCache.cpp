@@ -1,8 +1,5 @@
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
-#include "Oru/Common/Databases/Sqlite/HandleLock.h"
-#include "Oru/Common/Databases/Sqlite/StatementShape.h"
-
 #include <sqlite3.h>
 
 #include <iterator>
@@ -12,36 +9,25 @@ namespace Oru::Common::Databases::Sqlite {
 
 namespace {
 
-// A text literal as the database stores it: two quotes stand for one.
-std::string Unquoted(std::string_view text) {
-  std::string value;
-  value.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    value += text[i];
-    if (text[i] == '\'') ++i;
-  }
-  return value;
+constexpr std::string_view Blanks = " \t\r\n\f";
+
+std::string_view WithoutLeading(std::string_view text, std::string_view characters) {
+  const std::size_t begin = text.find_first_not_of(characters);
+  return begin == std::string_view::npos ? std::string_view() : text.substr(begin);
 }
 
-int BindText(sqlite3_stmt* statement, int number, std::string_view text) {
-  return sqlite3_bind_text64(statement, number, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-}
-
-bool BindLiterals(sqlite3_stmt* statement, const std::vector<StatementShape::Literal>& literals) {
-  int number = 0;
-  for (const StatementShape::Literal& literal : literals) {
-    ++number;
-    int code = SQLITE_OK;
-    if (!literal.isText) {
-      code = sqlite3_bind_int64(statement, number, literal.integer);
-    } else if (literal.text.find('\'') == std::string_view::npos) {
-      code = BindText(statement, number, literal.text);
-    } else {
-      code = BindText(statement, number, Unquoted(literal.text));
+// Whether a text may be prepared once and run many times. A PRAGMA may not: some do their work as they are
+// prepared (https://sqlite.org/pragma.html).
+bool IsWorthKeeping(std::string_view text) {
+  if (text.size() > StatementCache::LongestText) return false;
+  const std::string_view start = WithoutLeading(text, Blanks);
+  for (const std::string_view word : {"SELECT", "INSERT", "UPDATE", "DELETE", "REPLACE", "WITH"}) {
+    if (start.size() > word.size() &&
+        sqlite3_strnicmp(start.data(), word.data(), static_cast<int>(word.size())) == 0) {
+      return true;
     }
-    if (code != SQLITE_OK) return false;
   }
-  return true;
+  return false;
 }
 
 }  // namespace
@@ -50,40 +36,25 @@ StatementCache::StatementCache(std::size_t capacity) : mCapacity(capacity) {}
 
 StatementCache::~StatementCache() = default;
 
-std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, const std::string& text,
-                                                        std::string* error) {
-  // One analysis a thread, kept for its memory.
-  thread_local StatementShape shape;
-  shape.Guess(text);
-  std::unique_ptr<PreparedStatement> statement = TakeIdle(shape);
+std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, std::string_view text,
+                                                        std::string_view* rest) {
+  std::string_view tail;
+  std::unique_ptr<PreparedStatement> statement = TakeIdle(text);
   if (!statement) {
-    if (shape.Analyse(text) == StatementShape::Kind::Uncacheable) return nullptr;
-    statement = TakeIdle(shape);
+    const bool isWorthKeeping = IsWorthKeeping(text);
+    statement = PreparedStatement::Prepare(handle, text, isWorthKeeping, &tail);
+    const bool isWhole = WithoutLeading(WithoutLeading(tail, Blanks), ";").empty();
+    if (statement && isWorthKeeping && isWhole) Register(*statement, text);
   }
-  if (!statement) {
-    const HandleLock lock(handle);
-    statement = PreparedStatement::Prepare(handle, shape.Text().data(), shape.Text().size(), true);
-    if (!statement) {
-      const bool isMisunderstood = (sqlite3_errcode(handle) & 0xFF) == SQLITE_ERROR;
-      if (!isMisunderstood && error) *error = sqlite3_errmsg(handle);
-      return nullptr;
-    }
-    Register(*statement, shape);
-  }
-  statement->hasLiftedLiterals = !shape.Literals().empty();
-  if (!BindLiterals(statement->Handle(), shape.Literals())) {
-    Return(std::move(statement), false);
-    return nullptr;
-  }
+  if (rest) *rest = tail;
   return statement;
 }
 
-std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(const StatementShape& shape) {
+std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(std::string_view text) {
   const std::lock_guard<std::mutex> lock(mMutex);
-  const auto found = mByShape.find(shape.Text());
-  if (found == mByShape.end()) return nullptr;
+  const auto found = mByText.find(text);
+  if (found == mByText.end()) return nullptr;
   const Slots::iterator slot = found->second;
-  if (slot->literalCount != shape.Literals().size()) return nullptr;
   mSlots.splice(mSlots.begin(), mSlots, slot);
   if (slot->idle.empty()) return nullptr;
   std::unique_ptr<PreparedStatement> statement = std::move(slot->idle.back());
@@ -93,22 +64,18 @@ std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(const StatementShape
   return statement;
 }
 
-void StatementCache::Register(PreparedStatement& statement, const StatementShape& shape) {
+void StatementCache::Register(PreparedStatement& statement, std::string_view text) {
   const std::lock_guard<std::mutex> lock(mMutex);
-  auto found = mByShape.find(shape.Text());
-  if (found == mByShape.end()) {
+  auto found = mByText.find(text);
+  if (found == mByText.end()) {
     mSlots.emplace_front();
     const Slots::iterator slot = mSlots.begin();
-    slot->shape = shape.Text();
-    slot->literalCount = shape.Literals().size();
+    slot->text = text;
     slot->self = slot;
-    found = mByShape.emplace(slot->shape, slot).first;
+    found = mByText.emplace(slot->text, slot).first;
   }
-  Slot& slot = *found->second;
-  // A text whose own parameters make it look like the shape of another isn't kept beside that.
-  if (slot.literalCount != shape.Literals().size()) return;
-  ++slot.outCount;
-  statement.slot = &slot;
+  ++found->second->outCount;
+  statement.slot = &*found->second;
 }
 
 void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool isSound) {
@@ -143,19 +110,16 @@ std::unique_ptr<PreparedStatement> StatementCache::TakeLeastRecentlyUsed() {
 
 void StatementCache::EraseIfUnused(Slots::iterator slot) {
   if (!slot->idle.empty() || slot->outCount > 0) return;
-  mByShape.erase(slot->shape);
+  mByText.erase(slot->text);
   mSlots.erase(slot);
 }
 
 bool StatementCache::KeepRollback(sqlite3* handle) {
-  const HandleLock lock(handle);
-  constexpr std::string_view text = "ROLLBACK";
-  if (!mRollback) mRollback = PreparedStatement::Prepare(handle, text.data(), text.size(), true);
+  if (!mRollback) mRollback = PreparedStatement::Prepare(handle, "ROLLBACK", true);
   return mRollback != nullptr;
 }
 
 bool StatementCache::Rollback(sqlite3* handle) {
-  const HandleLock lock(handle);
   if (!KeepRollback(handle)) return false;
   const bool isDone = sqlite3_step(mRollback->Handle()) == SQLITE_DONE;
   return sqlite3_reset(mRollback->Handle()) == SQLITE_OK && isDone;

@@ -63,10 +63,13 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
   }
   bool Delete(Query& query) override {
     DatabaseSqlite& db = this->AttachedDatabase();
-    std::string text("DELETE FROM ");
-    text += this->GetTableName();
-    if (!query.IsEmpty()) text.append(" WHERE ").append(static_cast<QuerySqlite&>(query).GetFilterSQL());
-    return db.ExecuteStatement(text);
+    StatementText statement;
+    statement.text.append("DELETE FROM ").append(this->GetTableName());
+    if (!query.IsEmpty()) {
+      statement.text += " WHERE ";
+      static_cast<const QuerySqlite&>(query).AppendFilter(statement, QuerySqlite::Values::Bound);
+    }
+    return db.ExecuteStatement(statement);
   }
   /// Deletes all rows.
   /// @return false, with a log entry, when the database refuses

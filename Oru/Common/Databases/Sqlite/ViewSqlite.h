@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -54,38 +55,35 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   }
   std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor(Query& query, bool lazy) override {
     AttachedDatabase();
-    return std::make_unique<ObjectCursorSqlite<T, T>>(
-        *this, StatementGenerator().GenerateSelectStatement(query),
-        StatementGenerator().GenerateSelectCountStatement(query), lazy);
+    return std::make_unique<ObjectCursorSqlite<T, T>>(*this, StatementGenerator().SelectToRun(query),
+                                                      StatementGenerator().CountToRun(query), lazy);
   }
   std::unique_ptr<RawCursor> OpenRawCursor(Query& query) override {
-    return std::make_unique<RawCursorSqlite>(AttachedDatabase(),
-                                             StatementGenerator().GenerateSelectStatement(query),
-                                             StatementGenerator().GenerateSelectCountStatement(query));
+    return std::make_unique<RawCursorSqlite>(AttachedDatabase(), StatementGenerator().SelectToRun(query),
+                                             StatementGenerator().CountToRun(query));
   }
   void OpenObjectCursor(ObjectCursor<T, T>& cursor, bool lazy) override {
-    Reattach(cursor, selectStatement, StatementGenerator().GenerateSelectCountStatement(), lazy);
+    Reattach(cursor, {selectStatement, {}}, {StatementGenerator().GenerateSelectCountStatement(), {}}, lazy);
   }
   void OpenRawCursor(RawCursor& cursor) override {
     static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(), selectStatement,
                                                 StatementGenerator().GenerateSelectCountStatement());
   }
   void OpenObjectCursor(ObjectCursor<T, T>& cursor, Query& query, bool lazy) override {
-    Reattach(cursor, StatementGenerator().GenerateSelectStatement(query),
-             StatementGenerator().GenerateSelectCountStatement(query), lazy);
+    AttachedDatabase();
+    Reattach(cursor, StatementGenerator().SelectToRun(query), StatementGenerator().CountToRun(query), lazy);
   }
   void OpenRawCursor(RawCursor& cursor, Query& query) override {
-    static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(),
-                                                StatementGenerator().GenerateSelectStatement(query),
-                                                StatementGenerator().GenerateSelectCountStatement(query));
+    static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(), StatementGenerator().SelectToRun(query),
+                                                StatementGenerator().CountToRun(query));
   }
 
   bool GetObject(int64_t objectID, T& destObj, bool lazy) override {
     AttachedDatabase();
     std::string text(selectStatement);
     text.append(StatementGenerator().ConditionKeyword()).append(GetTableName()).append(".");
-    AppendKeyCondition(text, objectID);
-    ObjectCursorSqlite<T, T> cursor(*this, text, lazy);
+    AppendKeyCondition(text);
+    ObjectCursorSqlite<T, T> cursor(*this, StatementText{std::move(text), {objectID}}, StatementText(), lazy);
     return cursor.Next(destObj);
   }
   bool Exists(int64_t objectID) override {
@@ -93,8 +91,8 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
     std::string text("SELECT ");
     text.append(this->GetObjectIdColumnName()).append(" FROM ").append(GetTableName()).append(" WHERE ");
     if (!GetWhereClause().empty()) text.append(GetWhereClause()).append(" AND ");
-    AppendKeyCondition(text, objectID);
-    ObjectCursorSqlite<T, T> cursor(*this, text);
+    AppendKeyCondition(text);
+    ObjectCursorSqlite<T, T> cursor(*this, StatementText{std::move(text), {objectID}}, StatementText(), true);
     return cursor.Next();
   }
 
@@ -144,14 +142,15 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   std::unique_ptr<ViewStatementGenerator<T>> statementGenerator;
 
  private:
-  void AppendKeyCondition(std::string& text, int64_t objectID) const {
-    text.append(this->GetObjectIdColumnName()).append(" = ").append(std::to_string(objectID));
+  void AppendKeyCondition(std::string& text) const {
+    text.append(this->GetObjectIdColumnName()).append(" = ?");
   }
 
-  void Reattach(ObjectCursor<T, T>& cursor, const std::string& select, const std::string& count, bool lazy) {
+  void Reattach(ObjectCursor<T, T>& cursor, StatementText select, StatementText count, bool lazy) {
     AttachedDatabase();
     cursor.AttachToTable(*this);
-    static_cast<ObjectCursorSqlite<T, T>&>(cursor).Reset(*database, select, count, lazy);
+    static_cast<ObjectCursorSqlite<T, T>&>(cursor).Reset(*database, std::move(select), std::move(count),
+                                                         lazy);
   }
 };
 

@@ -51,26 +51,25 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
 
   /// A select text of this view with the clauses of a query.
   std::string GenerateSelectStatement(const std::string& selectStatement, Query& query) const {
-    const auto& querySqlite = static_cast<const QuerySqlite&>(query);
-    std::string text;
-    // Room for the words between, so that the text is allocated once.
-    text.reserve(selectStatement.size() + querySqlite.GetFilterSQL().size() +
-                 querySqlite.GetOrderBySQL().size() + querySqlite.GetLimitSQL().size() + 24);
-    text += selectStatement;
-    AppendFilter(text, querySqlite);
-    if (!querySqlite.GetOrderBySQL().empty()) text.append(" ORDER BY ").append(querySqlite.GetOrderBySQL());
-    if (!querySqlite.GetLimitSQL().empty()) text.append(" ").append(querySqlite.GetLimitSQL());
-    return text;
+    return Select(selectStatement, query, QuerySqlite::Values::Literal).text;
   }
 
   /// The text that counts what the view's select finds.
-  std::string GenerateSelectCountStatement() const { return Count(view.GetSelectStatement()); }
+  std::string GenerateSelectCountStatement() const { return Count({view.GetSelectStatement(), {}}).text; }
 
   /// The same with the filter of a query; its order and limit don't enter.
   std::string GenerateSelectCountStatement(Query& query) const {
-    std::string text(view.GetSelectStatement());
-    AppendFilter(text, static_cast<const QuerySqlite&>(query));
-    return Count(text);
+    return Count(Filtered(view.GetSelectStatement(), query, QuerySqlite::Values::Literal)).text;
+  }
+
+  /// What runs in place of these texts: the same with parameters, and the query's values beside them.
+  /// @throws ArgumentException when the view has no select text
+  StatementText SelectToRun(Query& query) const {
+    if (view.GetSelectStatement().empty()) throw ArgumentException();
+    return Select(view.GetSelectStatement(), query, QuerySqlite::Values::Bound);
+  }
+  StatementText CountToRun(Query& query) const {
+    return Count(Filtered(view.GetSelectStatement(), query, QuerySqlite::Values::Bound));
   }
 
   /// The word that a further condition needs behind the view's select text, a blank on either side.
@@ -105,13 +104,31 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
   const ViewSqlite<T>& view;
 
  private:
-  void AppendFilter(std::string& text, const QuerySqlite& query) const {
-    if (!query.GetFilterSQL().empty())
-      text.append(ConditionKeyword()).append(" ").append(query.GetFilterSQL());
+  StatementText Filtered(const std::string& selectStatement, Query& query, QuerySqlite::Values form) const {
+    StatementText statement;
+    statement.text = selectStatement;
+    if (!query.IsEmpty()) {
+      statement.text.append(ConditionKeyword()).append(" ");
+      static_cast<const QuerySqlite&>(query).AppendFilter(statement, form);
+    }
+    return statement;
   }
 
-  static std::string Count(const std::string& selectStatement) {
-    return "SELECT COUNT(*) FROM (" + selectStatement + ")";
+  StatementText Select(const std::string& selectStatement, Query& query, QuerySqlite::Values form) const {
+    const auto& querySqlite = static_cast<const QuerySqlite&>(query);
+    StatementText statement = Filtered(selectStatement, query, form);
+    const std::string& order = querySqlite.GetOrderBySQL();
+    if (!order.empty()) statement.text.append(" ORDER BY ").append(order);
+    if (querySqlite.HasLimit()) {
+      statement.text += " ";
+      querySqlite.AppendLimit(statement, form);
+    }
+    return statement;
+  }
+
+  static StatementText Count(StatementText select) {
+    select.text = "SELECT COUNT(*) FROM (" + select.text + ")";
+    return select;
   }
 };
 

@@ -33,8 +33,7 @@ MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
   anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
   Sqlite::QuerySqlite query;
   query.In("key", tableName, columnNames[2], Sqlite::OwnedBy(columnNames[0]));
-  assetOfItem =
-      Sqlite::KeptSelect<MediaAsset>(mediaAssetTable.StatementGenerator().GenerateSelectStatement(query));
+  assetOfItem = Sqlite::KeptSelect<MediaAsset>(mediaAssetTable.StatementGenerator().SelectToRun(query).text);
 }
 
 MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;

@@ -29,8 +29,8 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
   Sqlite::QuerySqlite items = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1]);
   items.OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
   AnglesMediaAssetGroupItemTable& angles = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable();
-  itemsOfGroup = Sqlite::KeptSelect<AnglesMediaAssetGroupItem>(
-      angles.StatementGenerator().GenerateSelectStatement(items));
+  itemsOfGroup =
+      Sqlite::KeptSelect<AnglesMediaAssetGroupItem>(angles.StatementGenerator().SelectToRun(items).text);
 }
 
 MediaAssetGroupTable::~MediaAssetGroupTable() = default;

@@ -64,7 +64,7 @@ Sqlite::KeptSelect<T> SelectLinked(Sqlite::ViewSqlite<T>& table, const std::stri
                                    const std::string& linkColumn) {
   Sqlite::QuerySqlite query;
   query.In("key", linkTable, linkColumn, Sqlite::OwnedBy("refMediaAsset"));
-  return Sqlite::KeptSelect<T>(table.StatementGenerator().GenerateSelectStatement(query));
+  return Sqlite::KeptSelect<T>(table.StatementGenerator().SelectToRun(query).text);
 }
 
 // Deletes the rows of a table that no link refers to.

@@ -33,9 +33,8 @@ TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
   trackChannelTable = std::make_unique<TrackChannelTable>(db);
   streamTable = std::make_unique<StreamTable>(db);
   Sqlite::QuerySqlite byId;
-  byId.EqualsParameter(StreamTable::columnNames[1]);
-  streamById =
-      Sqlite::KeptSelect<PersistentObject>(streamTable->StatementGenerator().GenerateSelectStatement(byId));
+  byId.Equals(StreamTable::columnNames[1], std::string());
+  streamById = Sqlite::KeptSelect<PersistentObject>(streamTable->StatementGenerator().SelectToRun(byId).text);
 }
 
 TrackTable::~TrackTable() = default;

@@ -13,6 +13,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <numeric>
 #include <random>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -167,8 +168,19 @@ class QuerySqliteTest : public testing::Test {
     db.EndTransaction(true);
   }
 
-  std::string Keys(const std::string& condition) {
-    return TestSupport::Value(db, "SELECT coalesce(group_concat(key), '') FROM T WHERE " + condition);
+  std::string Keys(const std::string& condition) { return Keys(StatementText{condition, {}}); }
+
+  std::string Keys(StatementText statement) {
+    statement.text.insert(0, "SELECT coalesce(group_concat(key), '') FROM T WHERE ");
+    CursorSqlite cursor(db, statement);
+    return cursor.Step() ? cursor.GetString(0) : "no row";
+  }
+
+  // What a query selects when it runs: with its values bound.
+  std::string KeysBound(const QuerySqlite& query) {
+    StatementText statement;
+    query.AppendFilter(statement, QuerySqlite::Values::Bound);
+    return Keys(statement);
   }
 
   // Fills a query with random conditions and gives what it means, nothing for a query that has stayed empty.
@@ -213,6 +225,7 @@ TEST_F(QuerySqliteTest, EveryConditionSelectsTheRowsThatItsMeaningSelects) {
     negated.Not(query);
     const std::string keys = Keys(condition.meaning);
     ASSERT_EQ(Keys(query.GetFilterSQL()), keys) << query.GetFilterSQL();
+    ASSERT_EQ(KeysBound(query), keys) << query.GetFilterSQL();
     ASSERT_EQ(Keys(negated.GetFilterSQL()), Keys("NOT (" + condition.meaning + ")"))
         << negated.GetFilterSQL();
     if (!keys.empty()) ++selecting;
@@ -226,7 +239,9 @@ TEST_F(QuerySqliteTest, ConditionsComposeAsTheirOrderSays) {
     const std::string meaning = Compose(3, query);
     ASSERT_EQ(query.IsEmpty(), meaning.empty()) << query.GetFilterSQL();
     const std::string keys = Keys(meaning.empty() ? "0" : meaning);
-    ASSERT_EQ(query.IsEmpty() ? "" : Keys(query.GetFilterSQL()), keys) << query.GetFilterSQL();
+    if (query.IsEmpty()) continue;
+    ASSERT_EQ(Keys(query.GetFilterSQL()), keys) << query.GetFilterSQL();
+    ASSERT_EQ(KeysBound(query), keys) << query.GetFilterSQL();
   }
 }
 
@@ -247,6 +262,19 @@ TEST_F(QuerySqliteTest, ADoubleLiteralIsTheBoundDoubleToTheLastBit) {
     query.Equals("r", value);
     ASSERT_EQ(TestSupport::Value(db, "SELECT count(*) FROM D WHERE " + query.GetFilterSQL()), "1")
         << query.GetFilterSQL();
+  }
+}
+
+TEST_F(QuerySqliteTest, RunsWithMoreValuesThanAStatementTakesParameters) {
+  for (const std::size_t count : {QuerySqlite::MostBoundValues, std::size_t{40000}}) {
+    std::vector<long long> keys(count);
+    std::iota(keys.begin(), keys.end(), 100);
+    QuerySqlite query;
+    query.In("key", keys);
+    StatementText statement;
+    query.AppendFilter(statement, QuerySqlite::Values::Bound);
+    EXPECT_EQ(statement.values.size(), count <= QuerySqlite::MostBoundValues ? count : 0);
+    EXPECT_EQ(Keys(statement), Keys("key >= 100"));
   }
 }
 

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// A value that a statement runs with. A NaN is stored and compared as NULL.
+using StatementValue = std::variant<int64_t, double, std::string, std::vector<uint8_t>>;
+
+/// One statement and the values of its parameters, in the order of the text. Statements that differ only in
+/// their values have one text, and SQLite prepares it once.
+struct StatementText {
+  std::string text;
+  std::vector<StatementValue> values;
+};
+
+}  // namespace Oru::Common::Databases::Sqlite
