@@ -2,8 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
-#include "Oru/Common/Databases/Sqlite/BindValues.h"
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
@@ -141,10 +140,9 @@ void EditRepository::PlaceSequences(Edit& edit, int64_t editKey) {
   SequenceTable& table = mEdits.GetSequenceTable();
   std::set<int64_t> leaving;
   {
-    KeptStatement::Run run(mSequencesOfEdit, mDatabase);
-    BindValues(run.Cursor(), editKey);
+    KeptStatement::Run run(mSequencesOfEdit, mDatabase, editKey);
     while (run.Step())
-      leaving.insert(run.Cursor().GetInt64(0));
+      leaving.insert(run.Row().GetInt64(0));
   }
   int64_t last = 0;
   bool isNew = false;
@@ -165,10 +163,9 @@ void EditRepository::PlaceSequences(Edit& edit, int64_t editKey) {
 }
 
 void EditRepository::RequireFree(const Edit& edit, int64_t editKey, const SequenceId& id) {
-  KeptStatement::Run run(mEditOfSequence, mDatabase);
-  BindValues(run.Cursor(), id.Value(), editKey);
+  KeptStatement::Run run(mEditOfSequence, mDatabase, id.Value(), editKey);
   if (run.Step()) {
-    RefuseObject(edit.Id(), "sequence " + id.Value() + " belongs to edit " + run.Cursor().GetString(0));
+    RefuseObject(edit.Id(), "sequence " + id.Value() + " belongs to edit " + run.Row().GetString(0));
   }
 }
 

@@ -1,7 +1,5 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-
 ORU_ENTITY_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::Edit)
 
 namespace Oru::BusinessEntityModel::Edits::Database {
@@ -33,7 +31,7 @@ void EditTable::ReadMetadata(Edit& edit) {
 }
 
 int64_t EditTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool EditTable::BindToCursor(Cursor& cursor, Edit& edit) {

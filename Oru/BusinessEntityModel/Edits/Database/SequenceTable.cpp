@@ -1,8 +1,5 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
-
 #include <memory>
 
 ORU_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::Sequence,
@@ -67,22 +64,19 @@ void SequenceTable::ReadMetadata(Sequence& sequence) {
 }
 
 void SequenceTable::ReadDapOperatorProfileTable(Sequence& sequence) {
-  auto& select = dapOperatorProfileTable.OwnedSelect();
   using Profile = DapOperatorMetadataProfile;
   const auto name = DapOperatorMetadataProfile::StaticFullyQualifiedName();
   if (sequence.Metadata().Contains(name)) {
-    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, sequence.ObjectId(),
-                               dynamic_cast<Profile&>(sequence.Metadata().At(name)));
+    dapOperatorProfileTable.ReadOwned(sequence.ObjectId(),
+                                      dynamic_cast<Profile&>(sequence.Metadata().At(name)));
     return;
   }
-  if (const auto profile = std::make_shared<Profile>();
-      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, sequence.ObjectId(), *profile)) {
-    sequence.Metadata().Set(profile);
-  }
+  const auto profile = std::make_shared<Profile>();
+  if (dapOperatorProfileTable.ReadOwned(sequence.ObjectId(), *profile)) sequence.Metadata().Set(profile);
 }
 
 int64_t SequenceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool SequenceTable::BindToCursor(Cursor& cursor, SequenceEncapsulated& obj) {

@@ -3,7 +3,6 @@
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 #include "Oru/Common/Databases/Sqlite/Savepoints.h"
 
 #include <sqlite3.h>
@@ -185,7 +184,7 @@ bool ChangeTeller::IsShadow(const std::string& table) {
   const auto found = mShadows.find(table);
   if (found != mShadows.end()) return found->second;
   try {
-    return mShadows[table] = FindKey(mDatabase, mShadowCount, table) > 0;
+    return mShadows[table] = mShadowCount.FindKey(mDatabase, table) > 0;
   } catch (const InvalidOperationException&) {
     // The file is locked, say. Rather a table too many than one too few.
     return false;

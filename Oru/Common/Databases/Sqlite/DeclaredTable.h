@@ -2,8 +2,7 @@
 
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
 #include <cstddef>
@@ -31,29 +30,56 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   int32_t GetColumnsCount() const override { return static_cast<int32_t>(Derived::columnNames.size()); }
   const std::string& GetObjectIdColumnName() const override { return Derived::columnNames[0]; }
 
-  /// What selects the rows of one owner, whose key is its parameter; without a text for a table whose rows
-  /// have no owner.
-  KeptSelect<T>& OwnedSelect() { return ownedSelect; }
+  /// Walks the rows of the owner with that key, reading each into the same object.
+  /// @param use  called with the object after each row; what it leaves in the object stays for the next row
+  /// @throws as a cursor; InvalidOperationException also for a table whose rows have no owner, as the other
+  ///         operations here
+  template <class Use>
+  void ForEachOwned(int64_t ownerKey, Use use) {
+    KeptStatement::Run run(Owned().select, this->AttachedDatabase(), ownerKey);
+    for (T object{}; run.Step(); use(object))
+      this->ReadFromCursor(run.Row(), object, true);
+  }
+  /// The same with a new object for each row.
+  /// @param make  gives an owning pointer to a new object
+  /// @param use   is called with that pointer after each row
+  template <class Make, class Use>
+  void ForEachOwned(int64_t ownerKey, Make make, Use use) {
+    this->ForEachNew(Owned().select, make, use, ownerKey);
+  }
+  /// Reads the first row of the owner with that key.
+  /// @return false, with `object` as it was, if there is none
+  bool ReadOwned(int64_t ownerKey, T& object) { return this->ReadFirst(Owned().select, object, ownerKey); }
   /// Deletes the rows of the owner with that key. That there are none is no failure.
   /// @return false, with a log entry, when the database refuses
-  /// @throws InvalidOperationException for a table whose rows have no owner
-  bool DeleteOwned(int64_t ownerKey) {
-    DatabaseSqlite& db = this->AttachedDatabase();
-    if (!ownedDeletion) throw InvalidOperationException();
-    return ownedDeletion->Run(db, ownerKey);
-  }
+  bool DeleteOwned(int64_t ownerKey) { return Owned().deletion.Execute(this->AttachedDatabase(), ownerKey); }
 
  protected:
-  /// Says in which column the key of a row's owner stands. For constructors, behind `GenerateStatements`.
+  /// Says which column holds the key of a row's owner. For constructors, after `GenerateStatements`.
   void OwnerStandsIn(const std::string& column) {
-    QuerySqlite owned = OwnedBy(column);
-    ownedSelect = KeptSelect<T>(this->StatementGenerator().SelectToRun(owned).text);
-    ownedDeletion = std::make_unique<OwnedRowsDeletion>(GetTableName(), column);
+    QuerySqlite ofOwner;
+    ofOwner.Equals(column, int64_t{});
+    owned = std::make_unique<OwnedRows>(OwnedRows{
+        KeptStatement(this->StatementGenerator().SelectToRun(ofOwner).text),
+        KeptStatement("DELETE FROM " + GetTableName() + " WHERE " + column + " = ?"),
+    });
   }
 
  private:
-  KeptSelect<T> ownedSelect;
-  std::unique_ptr<OwnedRowsDeletion> ownedDeletion;
+  // The statements for the rows of one owner, whose key is their parameter.
+  struct OwnedRows {
+    KeptStatement select;
+    KeptStatement deletion;
+  };
+
+  OwnedRows& Owned() {
+    this->AttachedDatabase();
+    if (!owned) throw InvalidOperationException();
+    return *owned;
+  }
+
+  // Null for a table whose rows have no owner.
+  std::unique_ptr<OwnedRows> owned;
 };
 
 /// A declared table that extends another one: its key is the key of a row there, and its select yields the

@@ -8,13 +8,15 @@ namespace Oru::Common::Databases::Sqlite {
 
 KeptStatement::KeptStatement(std::string text) : mText(std::move(text)) {}
 
-KeptStatement::Run::Run(KeptStatement& statement, DatabaseSqlite& db)
-    : mLock(db), mCursor(statement.mCursor) {
-  if (!mCursor.IsOpenedOn(db)) mCursor.Reset(db, statement.mText, std::string());
+KeptStatement::Run::Run(KeptStatement& statement, DatabaseSqlite& db, Bare)
+    : mLock(db), mStatement(statement), mCursor(std::move(statement.mIdle)) {
+  if (!mCursor) mCursor = std::make_unique<CursorSqlite>();
+  if (!mCursor->IsOpenedOn(db)) mCursor->Reset(db, statement.mText, std::string());
 }
 
 KeptStatement::Run::~Run() {
-  mCursor.Reset();
+  mCursor->Reset();
+  mStatement.mIdle = std::move(mCursor);
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -1,7 +1,5 @@
 #include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-
 ORU_ENTITY_TABLE_TEMPLATES(, Oru::Common::Databases::Property)
 
 namespace Oru::Common::Databases::Sqlite {
@@ -23,7 +21,7 @@ PropertiesTableSqlite::PropertiesTableSqlite(const std::string& name, DatabaseSq
 PropertiesTableSqlite::~PropertiesTableSqlite() = default;
 
 int64_t PropertiesTableSqlite::GetObjectIdFromName(const std::string& name) {
-  return FindKey(AttachedDatabase(), keyByName, name);
+  return keyByName.FindKey(AttachedDatabase(), name);
 }
 
 bool PropertiesTableSqlite::Save(Property& obj, bool lazy) {

@@ -1,7 +1,5 @@
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 
 #include <memory>
@@ -51,20 +49,17 @@ bool AnglesMediaAssetGroupTable::Delete(const Identifier& groupId) {
 
 void AnglesMediaAssetGroupTable::ReadDapOperatorProfileTable(AnglesMediaAssetGroup& obj) {
   using Profile = AnglesDapOperatorMetadataProfile;
-  auto& select = dapOperatorProfileTable.OwnedSelect();
   if (obj.Metadata().Contains(Profile::StaticFullyQualifiedName())) {
     auto& held = dynamic_cast<Profile&>(obj.Metadata().At(Profile::StaticFullyQualifiedName()));
-    Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, obj.ObjectId(), held);
+    dapOperatorProfileTable.ReadOwned(obj.ObjectId(), held);
     return;
   }
-  if (const auto profile = std::make_shared<Profile>();
-      Sqlite::ReadFirst<Profile>(dapOperatorProfileTable, select, obj.ObjectId(), *profile)) {
-    obj.Metadata().Set(profile);
-  }
+  const auto profile = std::make_shared<Profile>();
+  if (dapOperatorProfileTable.ReadOwned(obj.ObjectId(), *profile)) obj.Metadata().Set(profile);
 }
 
 int64_t AnglesMediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool AnglesMediaAssetGroupTable::BindToCursor(Cursor& cursor, AnglesMediaAssetGroup& obj) {

@@ -1,6 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/AnnotationTable.h"
 
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Annotation,

@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/EssenceTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
@@ -53,7 +52,7 @@ void EssenceTable::ReadMetadata(Essence& essence) {
 }
 
 int64_t EssenceTable::GetObjectIdFromEssenceNr(int64_t streamRef, int32_t number) {
-  return Sqlite::FindKey(AttachedDatabase(), keyByNr, streamRef, number);
+  return keyByNr.FindKey(AttachedDatabase(), streamRef, number);
 }
 
 AudioEssenceTable& EssenceTable::GetAudioEssenceTable() {

@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
@@ -32,8 +31,8 @@ MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
   OwnerStandsIn(columnNames[1]);
   anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
   Sqlite::QuerySqlite query;
-  query.In("key", tableName, columnNames[2], Sqlite::OwnedBy(columnNames[0]));
-  assetOfItem = Sqlite::KeptSelect<MediaAsset>(mediaAssetTable.StatementGenerator().SelectToRun(query).text);
+  query.In("key", tableName, columnNames[2], Sqlite::QuerySqlite().Equals(columnNames[0], int64_t{}));
+  assetOfItem = Sqlite::KeptStatement(mediaAssetTable.StatementGenerator().SelectToRun(query).text);
 }
 
 MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
@@ -51,16 +50,15 @@ bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int6
 }
 
 void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem) {
-  Sqlite::KeptStatement::Run run(lazyAsset, AttachedDatabase());
-  Sqlite::CursorSqlite& cursor = run.Cursor();
-  Sqlite::BindValues(cursor, groupItem.ObjectId());
+  Sqlite::KeptStatement::Run run(lazyAsset, AttachedDatabase(), groupItem.ObjectId());
+  const Sqlite::CursorSqlite& cursor = run.Row();
   const Identifier id(run.Step() ? cursor.GetString(0) : std::string());
   groupItem.MediaAsset(MediaAssetReference(id));
 }
 
 void MediaAssetGroupItemTable::ReadMediaAsset(MediaAssetGroupItem& groupItem) {
   auto asset = std::make_shared<MediaAsset>(Identifier::Empty());
-  Sqlite::ReadFirst<MediaAsset>(mediaAssetTable, assetOfItem, groupItem.ObjectId(), *asset);
+  mediaAssetTable.ReadFirst(assetOfItem, *asset, groupItem.ObjectId());
   groupItem.MediaAsset(MediaAssetReference(std::move(asset)));
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
 #include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
@@ -66,7 +65,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
  private:
   MediaAssetTable& mediaAssetTable;
   std::unique_ptr<AnglesMediaAssetGroupItemTable> anglesMediaAssetGroupItemTable;
-  Common::Databases::Sqlite::KeptSelect<MediaAsset> assetOfItem;
+  Common::Databases::Sqlite::KeptStatement assetOfItem;
   Common::Databases::Sqlite::KeptStatement lazyAsset;
 };
 

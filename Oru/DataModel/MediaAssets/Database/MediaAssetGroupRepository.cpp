@@ -2,7 +2,6 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
-#include "Oru/Common/Databases/Sqlite/BindValues.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
@@ -103,9 +102,8 @@ std::vector<MediaAssetGroup> MediaAssetGroupRepository::All() {
 }
 
 void MediaAssetGroupRepository::ReadItems(MediaAssetGroup& group, bool areAngles) {
-  KeptStatement::Run run(mItemsOfGroup, mDatabase);
-  CursorSqlite& cursor = run.Cursor();
-  BindValues(cursor, group.ObjectId());
+  KeptStatement::Run run(mItemsOfGroup, mDatabase, group.ObjectId());
+  const CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     MediaAssetReference asset(Identifier(cursor.GetString(1)));
     std::string name = cursor.GetString(2);

@@ -1,8 +1,5 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
@@ -26,11 +23,11 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
   GenerateStatements();
   anglesMediaAssetGroupTable = std::make_unique<AnglesMediaAssetGroupTable>(*this);
   mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);
-  Sqlite::QuerySqlite items = Sqlite::OwnedBy(MediaAssetGroupItemTable::columnNames[1]);
-  items.OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
+  Sqlite::QuerySqlite items;
+  items.Equals(MediaAssetGroupItemTable::columnNames[1], int64_t{})
+      .OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
   AnglesMediaAssetGroupItemTable& angles = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable();
-  itemsOfGroup =
-      Sqlite::KeptSelect<AnglesMediaAssetGroupItem>(angles.StatementGenerator().SelectToRun(items).text);
+  itemsOfGroup = Sqlite::KeptStatement(angles.StatementGenerator().SelectToRun(items).text);
 }
 
 MediaAssetGroupTable::~MediaAssetGroupTable() = default;
@@ -45,9 +42,8 @@ bool MediaAssetGroupTable::Save(MediaAssetGroup& obj, bool lazy) {
 }
 
 void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, bool lazy) {
-  Sqlite::ReadEachNew(
-      mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable(), itemsOfGroup, obj.ObjectId(),
-      [] { return std::make_shared<AnglesMediaAssetGroupItem>(); },
+  mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable().ForEachNew(
+      itemsOfGroup, [] { return std::make_shared<AnglesMediaAssetGroupItem>(); },
       [&](std::shared_ptr<AnglesMediaAssetGroupItem> item) {
         if (lazy) {
           mediaAssetGroupItemTable->ReadMediaAssetLazy(*item);
@@ -55,11 +51,12 @@ void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, 
           mediaAssetGroupItemTable->ReadMediaAsset(*item);
         }
         obj.Items().push_back(std::move(item));
-      });
+      },
+      obj.ObjectId());
 }
 
 int64_t MediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool MediaAssetGroupTable::BindToCursor(Cursor& cursor, MediaAssetGroup& obj) {

@@ -2,7 +2,6 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
 #include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
@@ -72,7 +71,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
  private:
   std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;
   std::unique_ptr<MediaAssetGroupItemTable> mediaAssetGroupItemTable;
-  Common::Databases::Sqlite::KeptSelect<AnglesMediaAssetGroupItem> itemsOfGroup;
+  Common::Databases::Sqlite::KeptStatement itemsOfGroup;
   mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
 };
 

@@ -1,8 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
@@ -60,11 +58,11 @@ const std::string lazyMediaResourceQuery =
 
 // What selects the rows of a table that a link table ties to an asset, whose key is its parameter.
 template <class T>
-Sqlite::KeptSelect<T> SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
+Sqlite::KeptStatement SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
                                    const std::string& linkColumn) {
   Sqlite::QuerySqlite query;
-  query.In("key", linkTable, linkColumn, Sqlite::OwnedBy("refMediaAsset"));
-  return Sqlite::KeptSelect<T>(table.StatementGenerator().SelectToRun(query).text);
+  query.In("key", linkTable, linkColumn, Sqlite::QuerySqlite().Equals("refMediaAsset", int64_t{}));
+  return Sqlite::KeptStatement(table.StatementGenerator().SelectToRun(query).text);
 }
 
 // Deletes the rows of a table that no link refers to.
@@ -144,7 +142,7 @@ const std::string& MediaAssetTable::GetFromClause() const {
 }
 
 int64_t MediaAssetTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool MediaAssetTable::Save(MediaAsset& obj, bool lazy) {
@@ -231,8 +229,7 @@ std::shared_ptr<DapOperatorMetadataProfile> MediaAssetTable::OperatorProfile(Med
 void MediaAssetTable::ReadDapOperatorMetadata(MediaAsset& mediaAsset) {
   const auto held = OperatorProfile(mediaAsset);
   const auto profile = held ? held : std::make_shared<DapOperatorMetadataProfile>();
-  Sqlite::ReadFirst<DapOperatorMetadataProfile>(
-      *dapOperatorMetadataTable, dapOperatorMetadataTable->OwnedSelect(), mediaAsset.ObjectId(), *profile);
+  dapOperatorMetadataTable->ReadOwned(mediaAsset.ObjectId(), *profile);
   if (!held) mediaAsset.Metadata().Set(profile);
   ReadDapOperatorKeyword(mediaAsset);
 }
@@ -243,17 +240,14 @@ void MediaAssetTable::ReadDapOperatorKeyword(MediaAsset& mediaAsset) {
     profile = std::make_shared<DapOperatorMetadataProfile>();
     mediaAsset.Metadata().Set(profile);
   }
-  DapOperatorKeywordsTable& keywords = GetDapOperatorKeywordsTable();
-  Sqlite::ReadEach(keywords, keywords.OwnedSelect(), mediaAsset.ObjectId(),
-                   [&](const KeywordEncapsulated& row) {
-                     profile->Keyword(static_cast<unsigned int>(row.nr), row.value);
-                   });
+  GetDapOperatorKeywordsTable().ForEachOwned(mediaAsset.ObjectId(), [&](const KeywordEncapsulated& row) {
+    profile->Keyword(static_cast<unsigned int>(row.nr), row.value);
+  });
 }
 
 void MediaAssetTable::ReadAnnotations(MediaAsset& mediaAsset) {
-  Sqlite::ReadEachNew(
-      *annotationTable, annotationTable->OwnedSelect(), mediaAsset.ObjectId(),
-      [] { return std::make_shared<Annotation>(); },
+  annotationTable->ForEachOwned(
+      mediaAsset.ObjectId(), [] { return std::make_shared<Annotation>(); },
       [&](std::shared_ptr<Annotation> annotation) {
         ReadMetadata(annotation->ObjectId(), *annotation);
         mediaAsset.Annotations().push_back(std::move(annotation));
@@ -265,21 +259,20 @@ void MediaAssetTable::ReadMetadata(int64_t id, Annotation& annotation) {
 }
 
 void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
-  Sqlite::ReadEachNew(
-      *mediaResouceTable, linkedResources, mediaAsset.ObjectId(),
-      [] { return std::make_shared<MediaResource>(Identifier::Empty()); },
+  mediaResouceTable->ForEachNew(
+      linkedResources, [] { return std::make_shared<MediaResource>(Identifier::Empty()); },
       [&](std::shared_ptr<MediaResource> resource) {
         mediaResouceTable->ReadMetadata(*resource);
         mediaResouceTable->ReadTimebounds(*resource);
         mediaResouceTable->ReadStreams(*resource);
         mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(std::move(resource)));
-      });
+      },
+      mediaAsset.ObjectId());
 }
 
 void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
-  Sqlite::KeptStatement::Run run(lazyResources, AttachedDatabase());
-  Sqlite::CursorSqlite& cursor = run.Cursor();
-  Sqlite::BindValues(cursor, mediaAsset.ObjectId());
+  Sqlite::KeptStatement::Run run(lazyResources, AttachedDatabase(), mediaAsset.ObjectId());
+  const Sqlite::CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(Identifier(cursor.GetString(0))));
   }
@@ -287,12 +280,13 @@ void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
 
 template <class ReadChannels>
 void MediaAssetTable::ReadTracks(MediaAsset& mediaAsset, ReadChannels readChannels) {
-  Sqlite::ReadEachNew(
-      *trackTable, linkedTracks, mediaAsset.ObjectId(), [] { return std::make_shared<Track>(); },
+  trackTable->ForEachNew(
+      linkedTracks, [] { return std::make_shared<Track>(); },
       [&](const std::shared_ptr<Track>& track) {
         readChannels(*track);
         mediaAsset.Tracks().Insert(track);
-      });
+      },
+      mediaAsset.ObjectId());
 }
 
 void MediaAssetTable::ReadTrack(MediaAsset& mediaAsset) {

@@ -3,7 +3,6 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/MetadataProfileDictionary.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
 #include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/AnnotationTable.h"
@@ -187,8 +186,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   std::unique_ptr<TrackTable> trackTable;
   std::unique_ptr<RelationAssetTrackTable> relationAssetTrackTable;
   std::unique_ptr<MediaAssetGroupTable> mediaAssetGroupTable;
-  Common::Databases::Sqlite::KeptSelect<MediaResource> linkedResources;
-  Common::Databases::Sqlite::KeptSelect<Track> linkedTracks;
+  Common::Databases::Sqlite::KeptStatement linkedResources;
+  Common::Databases::Sqlite::KeptStatement linkedTracks;
   Common::Databases::Sqlite::KeptStatement lazyResources;
   std::unique_ptr<UnusedRows> unusedMediaResources;
   std::unique_ptr<UnusedRows> unusedTracks;

@@ -1,8 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaResourceTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 
 #include <utility>
 
@@ -57,10 +55,8 @@ void MediaResourceTable::ReadStreamsLazy(MediaResource& mediaResource) {
 }
 
 void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) {
-  Sqlite::ViewSqlite<PersistentObject>& streams = *streamTable;
-  Sqlite::ReadEachNew(
-      streams, streamTable->OwnedSelect(), mediaResource.ObjectId(),
-      [] { return std::make_unique<Stream>(); },
+  streamTable->ForEachOwned(
+      mediaResource.ObjectId(), [] { return std::make_unique<Stream>(); },
       [&](std::unique_ptr<Stream> stream) {
         streamTable->ReadTimebounds(*stream);
         streamTable->ReadMetadata(*stream);
@@ -70,7 +66,7 @@ void MediaResourceTable::ReadStreams(MediaResource& mediaResource, Depth depth) 
 }
 
 int64_t MediaResourceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool MediaResourceTable::BindToCursor(Cursor& cursor, MediaResource& object) {

@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
 
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 
 #include <memory>
 
@@ -57,7 +56,7 @@ bool MetadataTable::DeleteOnKey(int64_t key) {
 }
 
 void MetadataTable::Read(int64_t fk, MetadataProfileDictionary& metadataDictionary) {
-  Sqlite::ReadEach(*this, OwnedSelect(), fk, [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
+  ForEachOwned(fk, [&](const MetadataRow& row) { Fold(metadataDictionary, row); });
 }
 
 void MetadataTable::Fold(MetadataProfileDictionary& metadataDictionary, const MetadataRow& row) {

@@ -1,8 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
@@ -30,9 +28,8 @@ namespace {
 template <class Kind, class KindTable>
 void ReadEssencesOfKind(KindTable& kindTable, int64_t streamKey,
                         std::vector<std::unique_ptr<Essence>>& essences) {
-  Sqlite::ViewSqlite<PersistentObject>& rows = kindTable;
-  Sqlite::ReadEachNew(
-      rows, kindTable.OwnedSelect(), streamKey, [] { return std::make_unique<Kind>(); },
+  kindTable.ForEachOwned(
+      streamKey, [] { return std::make_unique<Kind>(); },
       [&](std::unique_ptr<Kind> essence) { essences.push_back(std::move(essence)); });
 }
 
@@ -101,7 +98,7 @@ void StreamTable::ReadDataEssences(int64_t streamKey, std::vector<std::unique_pt
 }
 
 int64_t StreamTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool StreamTable::BindToCursor(Cursor& cursor, StreamEncapsulated& obj) {

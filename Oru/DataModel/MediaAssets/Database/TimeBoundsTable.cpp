@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/TimeBoundsTable.h"
 
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
 
 ORU_TABLE_TEMPLATES(, Oru::TimePoints::TimeBounds,
@@ -35,7 +34,7 @@ bool TimeBoundsTable::DeleteOnKey(int64_t key) {
 }
 
 void TimeBoundsTable::Read(int64_t fk, TimeBoundsArray& timeBounds) {
-  Sqlite::ReadEach(*this, OwnedSelect(), fk, [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
+  ForEachOwned(fk, [&](const TimeBounds& bounds) { timeBounds.Insert(bounds); });
 }
 
 bool TimeBoundsTable::BindToCursor(Cursor& cursor, TimeBoundsEncapsulated& obj) {

@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/TrackChannelTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 
 ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Database::TrackChannelEncapsulated)
 
@@ -30,7 +29,7 @@ bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>
          Sqlite::WriteEach(channels, [&](const std::shared_ptr<TrackChannelToRemove>& channel) {
            const std::string& streamId = channel->Stream().Id().Value();
            const int64_t essenceKey =
-               Sqlite::FindKey(AttachedDatabase(), essenceByStreamAndNr, channel->EssenceNr(), streamId);
+               essenceByStreamAndNr.FindKey(AttachedDatabase(), channel->EssenceNr(), streamId);
            if (essenceKey == -1) return false;
            TrackChannelEncapsulated row(trackKey, essenceKey, channel->ChannelNr());
            return Save(row);

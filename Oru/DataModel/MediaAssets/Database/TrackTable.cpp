@@ -1,8 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/TrackTable.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-#include "Oru/Common/Databases/Sqlite/OwnedRows.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
+#include "Oru/Common/Databases/Sqlite/WriteEach.h"
 
 #include <utility>
 
@@ -34,7 +32,7 @@ TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
   streamTable = std::make_unique<StreamTable>(db);
   Sqlite::QuerySqlite byId;
   byId.Equals(StreamTable::columnNames[1], std::string());
-  streamById = Sqlite::KeptSelect<PersistentObject>(streamTable->StatementGenerator().SelectToRun(byId).text);
+  streamById = Sqlite::KeptStatement(streamTable->StatementGenerator().SelectToRun(byId).text);
 }
 
 TrackTable::~TrackTable() = default;
@@ -49,9 +47,8 @@ bool TrackTable::Save(Track& obj, bool lazy) {
 }
 
 void TrackTable::ReadTrackChannelLazy(Track& track) {
-  Sqlite::KeptStatement::Run run(lazyChannels, AttachedDatabase());
-  Sqlite::CursorSqlite& cursor = run.Cursor();
-  Sqlite::BindValues(cursor, track.ObjectId());
+  Sqlite::KeptStatement::Run run(lazyChannels, AttachedDatabase(), track.ObjectId());
+  const Sqlite::CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     auto channel = std::make_shared<TrackChannelToRemove>();
     channel->Stream(StreamReference(Identifier(cursor.GetString(0))));
@@ -66,14 +63,14 @@ void TrackTable::ReadTrackChannel(Track& track) {
   for (const std::shared_ptr<TrackChannelToRemove>& channel : track.Channels()) {
     auto stream = std::make_shared<Stream>();
     const std::string& streamId = channel->Stream().Id().Value();
-    if (!Sqlite::ReadFirst<PersistentObject>(*streamTable, streamById, streamId, *stream)) continue;
+    if (!streamTable->ReadFirst(streamById, *stream, streamId)) continue;
     streamTable->ReadEssences(*stream);
     channel->Stream(StreamReference(std::move(stream)));
   }
 }
 
 int64_t TrackTable::GetObjectIdFromIdentifier(const Identifier& id) const {
-  return Sqlite::FindKey(AttachedDatabase(), keyByIdentifier, id.Value());
+  return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
 
 bool TrackTable::BindToCursor(Cursor& cursor, Track& obj) {

@@ -3,7 +3,6 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/SortedVectorSharedPointer.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptSelect.h"
 #include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
@@ -64,7 +63,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
  private:
   std::unique_ptr<TrackChannelTable> trackChannelTable;
   std::unique_ptr<StreamTable> streamTable;
-  Common::Databases::Sqlite::KeptSelect<BusinessEntityModel::BaseTypes::PersistentObject> streamById;
+  Common::Databases::Sqlite::KeptStatement streamById;
   mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
   Common::Databases::Sqlite::KeptStatement lazyChannels;
 };

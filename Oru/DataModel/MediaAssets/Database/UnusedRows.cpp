@@ -1,7 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/UnusedRows.h"
 
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 
 #include <exception>
 #include <utility>
@@ -51,7 +50,7 @@ bool UnusedRows::DeleteUnlinked(const std::function<bool()>& deleteAll) {
 }
 
 bool UnusedRows::BeginNoting() {
-  const bool isNoting = Sqlite::FindKey(database, knownCount, known) > 0;
+  const bool isNoting = knownCount.FindKey(database, known) > 0;
   if (isNoting || database.ExecuteStatement(NotingScript())) return true;
   // Half of it would be worse than nothing: a trigger without its table fails whatever fires it.
   if (database.IsInTransaction()) database.ExecuteStatement("ROLLBACK TO noting; RELEASE noting");
@@ -87,7 +86,7 @@ UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
   Changes changes;
   // Ahead of all else: what another connection commits from here on shows the next time.
   // https://sqlite.org/pragma.html#pragma_data_version
-  changes.dataVersion = Sqlite::FindKey(database, dataVersion);
+  changes.dataVersion = dataVersion.FindKey(database);
   Sqlite::CursorSqlite cursor(database, "SELECT (SELECT ifnull(max(lastKey), -1) FROM temp." + known +
                                             " WHERE dataVersion = " + Number(changes.dataVersion) +
                                             "), (SELECT ifnull(max(key), 0) FROM " + table +

@@ -1,9 +1,8 @@
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
-#include "Oru/Common/Databases/Sqlite/ReadRows.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "support/DescribedTable.h"
@@ -116,7 +115,7 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
   Property property;
   QuerySqlite all;
   all.GreaterThan("key", 0);
-  KeptSelect<Note> later(table.GetSelectStatement() + " WHERE key > ?");
+  KeptStatement later(table.GetSelectStatement() + " WHERE key > ?");
   KeptStatement keyByText("SELECT key FROM Note WHERE text = ?");
   const std::pair<const char*, std::function<void()>> reads[] = {
       {"GetObject", [&] { EXPECT_TRUE(table.GetObject(1, note)); }},
@@ -140,13 +139,12 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
          EXPECT_TRUE(cursor->Step());
          cursor->Reset();
        }},
-      {"FindKey", [&] { EXPECT_EQ(FindKey(db, keyByText, "a"), 1); }},
-      {"ReadEach",
-       [&] { ReadEach<Note>(table, later, 1, [](const Note& read) { EXPECT_NE(read.text, ""); }); }},
-      {"ReadEachNew",
+      {"FindKey", [&] { EXPECT_EQ(keyByText.FindKey(db, "a"), 1); }},
+      {"ReadFirst", [&] { EXPECT_TRUE(table.ReadFirst(later, note, 1)); }},
+      {"ForEachNew",
        [&] {
          const auto refuse = [](const std::unique_ptr<Note>& read) { throw std::runtime_error(read->text); };
-         EXPECT_THROW(ReadEachNew<Note>(table, later, 1, std::make_unique<Note>, refuse), std::runtime_error);
+         EXPECT_THROW(table.ForEachNew(later, std::make_unique<Note>, refuse, 1), std::runtime_error);
        }},
       {"a property", [&] { EXPECT_FALSE(properties.GetObject("a", property)); }},
       {"a text that selects", [&] { EXPECT_TRUE(db.ExecuteStatement("SELECT * FROM Note WHERE key > 1")); }},
