@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// What assets use of that which they share: resources, tracks and groups. Finds what an asset uses, and deletes
+/// what nothing uses any more once the asset has let go of it. All by keys. Internal to the library.
+///
+/// A track is used by the assets that are linked to it, and a group by its items. A resource is used by the
+/// assets that are linked to it, and by the channels of tracks that take one of its streams.
+///
+/// The operations throw InvalidOperationException, with a log entry, when SQLite fails, and
+/// ObjectClosedException, likewise, when it refuses a statement.
+class AssetUses {
+ public:
+  explicit AssetUses(Common::Databases::Sqlite::DatabaseSqlite& usedDatabase);
+
+  /// The resources that the asset is linked to. None occurs twice, in ascending order, as in all of these.
+  std::vector<int64_t> LinkedResources(int64_t asset);
+  /// The resources whose streams the tracks of the asset take.
+  std::vector<int64_t> TrackedResources(int64_t asset);
+  std::vector<int64_t> Tracks(int64_t asset);
+  std::vector<int64_t> Groups(int64_t asset);
+  /// Whether an asset other than that one is linked to the resource.
+  bool IsLinkedElsewhere(int64_t resource, int64_t asset);
+
+  /// Delete those that nothing uses any more. Tracks come before resources, which they may be the last to use.
+  void DeleteUnusedTracks(const std::vector<int64_t>& tracks);
+  void DeleteUnusedResources(const std::vector<int64_t>& resources);
+  void DeleteUnusedGroups(const std::vector<int64_t>& groups);
+
+ private:
+  void RunForEach(Common::Databases::Sqlite::KeptStatement& statement, const std::vector<int64_t>& keys);
+
+  Common::Databases::Sqlite::DatabaseSqlite& database;
+  Common::Databases::Sqlite::KeptStatement linkedResources;
+  Common::Databases::Sqlite::KeptStatement trackedResources;
+  Common::Databases::Sqlite::KeptStatement linkedTracks;
+  Common::Databases::Sqlite::KeptStatement groups;
+  Common::Databases::Sqlite::KeptStatement linkElsewhere;
+  Common::Databases::Sqlite::KeptStatement deleteUnusedTrack;
+  Common::Databases::Sqlite::KeptStatement deleteUnusedResource;
+  Common::Databases::Sqlite::KeptStatement deleteUnusedGroup;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/Database/AssetUses.h"
+#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/DataModel/MediaAssets/Database/ResourceWriter.h"
+#include "Oru/DataModel/MediaAssets/MediaAsset.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+/// Writes assets whole and removes them, by the tables, within the transaction of its caller. Internal to the
+/// library.
+///
+/// What fails has written a part, and changed object ids: the caller rolls back and puts them back.
+class MediaAssetWriter {
+ public:
+  explicit MediaAssetWriter(DataModelDatabase& writtenDatabase);
+
+  /// Makes the file hold the asset as it is, as far as the object holds it. What the asset no longer uses, and
+  /// nothing else does, goes.
+  /// @param key  of the asset in the file, -1 for a new one
+  /// @throws NotStoredException when the asset is at fault; InvalidOperationException, with a log entry, when
+  ///         the file can't be written
+  void Put(MediaAsset& asset, int64_t key);
+
+  /// Stores a new asset that refers to the resources and tracks of another one.
+  /// @param asset     refers to the same ones, under the keys that they have
+  /// @param original  the key of the other asset
+  /// @throws as `Put`
+  void PutSharing(MediaAsset& asset, int64_t original);
+
+  /// Removes an asset with what it owns, and of what it shared that which nothing uses any more: resources,
+  /// tracks, and groups of which it was the last item.
+  /// @throws InvalidOperationException, with a log entry, when the file can't be written
+  void Remove(int64_t key);
+
+ private:
+  void WriteOwn(MediaAsset& asset, int64_t key);
+  void WriteOperatorProfile(MediaAsset& asset);
+  void WriteShared(MediaAsset& asset, bool isNew);
+  std::vector<int64_t> WriteTracks(MediaAsset& asset);
+  [[noreturn]] void RefuseChannels(const MediaAsset& asset, const Track& track);
+  void RelinkResources(const MediaAsset& asset, const std::vector<int64_t>& linked,
+                       const std::vector<int64_t>& wanted);
+  void RelinkTracks(const MediaAsset& asset, const std::vector<int64_t>& linked,
+                    const std::vector<int64_t>& wanted);
+  void Require(const MediaAsset& asset, bool isDone) const;
+
+  DataModelDatabase& database;
+  MediaAssetTable& assets;
+  AssetUses uses;
+  ResourceWriter resourceWriter;
+  Common::Databases::Sqlite::KeptStatement shareResources;
+  Common::Databases::Sqlite::KeptStatement shareTracks;
+  Common::Databases::Sqlite::KeptStatement deleteAsset;
+};
+
+}  // namespace Oru::DataModel::MediaAssets::Database
