@@ -13,6 +13,7 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
 
 namespace {
 
@@ -50,6 +51,16 @@ bool Relink(LinkTable& links, int64_t asset, const Keys& linked, const Keys& wan
   return true;
 }
 
+// A statement that SQLite couldn't prepare has logged why: the file can't be read.
+template <class Operation>
+auto WithoutClosedCursors(Operation operation) {
+  try {
+    return operation();
+  } catch (const ObjectClosedException&) {
+    throw InvalidOperationException();
+  }
+}
+
 std::string LinkCopy(const std::string& table, const std::string& column) {
   return "INSERT INTO " + table + "(refMediaAsset, " + column + ") SELECT DISTINCT ?1, " + column + " FROM " +
          table + " WHERE refMediaAsset = ?2";
@@ -64,28 +75,68 @@ MediaAssetWriter::MediaAssetWriter(DataModelDatabase& writtenDatabase)
       resourceWriter(writtenDatabase, uses),
       shareResources(LinkCopy(RelationMediasTable::tableName, RelationMediasTable::columnNames[1])),
       shareTracks(LinkCopy(RelationAssetTrackTable::tableName, RelationAssetTrackTable::columnNames[1])),
-      deleteAsset("DELETE FROM MediaAsset WHERE key = ?") {}
+      deleteAsset("DELETE FROM MediaAsset WHERE key = ?"),
+      protection(
+          "SELECT 1 FROM DapOperatorMetadata WHERE refMediaAsset = ? AND (userProtected OR dapUIProtected)") {
+}
+
+int64_t MediaAssetWriter::FindKey(const Identifier& id) {
+  return WithoutClosedCursors([&] { return assets.GetObjectIdFromIdentifier(id); });
+}
+
+bool MediaAssetWriter::IsProtected(int64_t key) {
+  return WithoutClosedCursors([&] { return Sqlite::FindKey(database, protection, key) != -1; });
+}
 
 void MediaAssetWriter::Put(MediaAsset& asset, int64_t key) {
   RequireStorable(asset);
-  WriteOwn(asset, key);
-  WriteShared(asset, key == -1);
+  WithoutClosedCursors([&] {
+    WriteOwn(asset, key);
+    WriteShared(asset, key == -1);
+  });
+}
+
+void MediaAssetWriter::PutNew(MediaAsset& asset) {
+  RequireStorable(asset);
+  WithoutClosedCursors([&] {
+    RequireNew(asset);
+    WriteOwn(asset, -1);
+    WriteShared(asset, true);
+  });
 }
 
 void MediaAssetWriter::PutSharing(MediaAsset& asset, int64_t original) {
   RequireStorable(asset);
-  WriteOwn(asset, -1);
-  Sqlite::RunWith(database, shareResources, asset.ObjectId(), original);
-  Sqlite::RunWith(database, shareTracks, asset.ObjectId(), original);
+  WithoutClosedCursors([&] {
+    WriteOwn(asset, -1);
+    Sqlite::RunWith(database, shareResources, asset.ObjectId(), original);
+    Sqlite::RunWith(database, shareTracks, asset.ObjectId(), original);
+  });
 }
 
 void MediaAssetWriter::Remove(int64_t key) {
-  const Keys resources = Union(uses.LinkedResources(key), uses.TrackedResources(key));
-  const Keys tracks = uses.Tracks(key), groups = uses.Groups(key);
-  Sqlite::RunWith(database, deleteAsset, key);
-  uses.DeleteUnusedTracks(tracks);
-  uses.DeleteUnusedResources(resources);
-  uses.DeleteUnusedGroups(groups);
+  WithoutClosedCursors([&] {
+    const Keys resources = Union(uses.LinkedResources(key), uses.TrackedResources(key));
+    const Keys tracks = uses.Tracks(key), groups = uses.Groups(key);
+    Sqlite::RunWith(database, deleteAsset, key);
+    uses.DeleteUnusedTracks(tracks);
+    uses.DeleteUnusedResources(resources);
+    uses.DeleteUnusedGroups(groups);
+  });
+}
+
+void MediaAssetWriter::RequireNew(const MediaAsset& asset) {
+  const auto require = [&asset](const char* what, auto& table, const Identifier& id) {
+    if (table.GetObjectIdFromIdentifier(id) != -1)
+      Refuse(asset.Id(), std::string(what) + " " + id.Value() + " is stored already");
+  };
+  for (const auto& resource : asset.MediaResources()) {
+    require("resource", assets.GetMediaResourceTable(), resource.Id());
+    for (const auto& stream : resource->Streams())
+      require("stream", assets.GetStreamTable(), stream.Id());
+  }
+  for (const auto& track : asset.Tracks())
+    require("track", assets.GetTrackTable(), track->Id());
 }
 
 void MediaAssetWriter::WriteOwn(MediaAsset& asset, int64_t key) {
@@ -106,8 +157,8 @@ void MediaAssetWriter::WriteOperatorProfile(MediaAsset& asset) {
                                                 : profiles.DeleteOwned(asset.ObjectId()));
 }
 
-// Tracks come after the resources, whose essences their channels take. What is no longer used goes at the end,
-// when all that uses it is known.
+// Tracks come after the resources, whose essences their channels take. What is no longer used goes at the
+// end, when all that uses it is known.
 void MediaAssetWriter::WriteShared(MediaAsset& asset, bool isNew) {
   const bool hasResources = Holds(asset, MediaAssetParts::Resources);
   const bool hasTracks = Holds(asset, MediaAssetParts::Tracks);
@@ -162,8 +213,8 @@ void MediaAssetWriter::RelinkResources(const MediaAsset& asset, const Keys& link
 }
 
 void MediaAssetWriter::RelinkTracks(const MediaAsset& asset, const Keys& linked, const Keys& wanted) {
-  Require(asset, Relink<RelationAssetTrack>(assets.GetRelationAssetTrackTable(), asset.ObjectId(), linked,
-                                            wanted));
+  Require(asset,
+          Relink<RelationAssetTrack>(assets.GetRelationAssetTrackTable(), asset.ObjectId(), linked, wanted));
 }
 
 void MediaAssetWriter::Require(const MediaAsset& asset, bool isDone) const {

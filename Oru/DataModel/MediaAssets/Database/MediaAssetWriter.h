@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
+#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/DataModel/MediaAssets/Database/AssetUses.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/Database/ResourceWriter.h"
@@ -18,25 +20,32 @@ class MediaAssetWriter {
  public:
   explicit MediaAssetWriter(DataModelDatabase& writtenDatabase);
 
-  /// Makes the file hold the asset as it is, as far as the object holds it. What the asset no longer uses, and
-  /// nothing else does, goes.
+  /// The key of a stored asset, -1 when none has that identifier.
+  /// @throws InvalidOperationException, with a log entry, when SQLite fails, as the other operations
+  int64_t FindKey(const BusinessEntityModel::BaseTypes::Identifier& id);
+  /// Whether the operator or the interface has protected the asset.
+  bool IsProtected(int64_t key);
+
+  /// Makes the file hold the asset as it is, as far as the object holds it. What the asset no longer uses,
+  /// and nothing else does, goes.
   /// @param key  of the asset in the file, -1 for a new one
   /// @throws NotStoredException when the asset is at fault; InvalidOperationException, with a log entry, when
   ///         the file can't be written
   void Put(MediaAsset& asset, int64_t key);
-
+  /// Stores a new asset with resources, streams and tracks that are all new.
+  /// @throws as `Put`; NotStoredException also when one of these is stored already
+  void PutNew(MediaAsset& asset);
   /// Stores a new asset that refers to the resources and tracks of another one.
-  /// @param asset     refers to the same ones, under the keys that they have
   /// @param original  the key of the other asset
   /// @throws as `Put`
   void PutSharing(MediaAsset& asset, int64_t original);
 
-  /// Removes an asset with what it owns, and of what it shared that which nothing uses any more: resources,
-  /// tracks, and groups of which it was the last item.
-  /// @throws InvalidOperationException, with a log entry, when the file can't be written
+  /// Removes an asset with what it owns, and what only it used: resources, tracks, and groups of which it was
+  /// the last item.
   void Remove(int64_t key);
 
  private:
+  void RequireNew(const MediaAsset& asset);
   void WriteOwn(MediaAsset& asset, int64_t key);
   void WriteOperatorProfile(MediaAsset& asset);
   void WriteShared(MediaAsset& asset, bool isNew);
@@ -55,6 +64,7 @@ class MediaAssetWriter {
   Common::Databases::Sqlite::KeptStatement shareResources;
   Common::Databases::Sqlite::KeptStatement shareTracks;
   Common::Databases::Sqlite::KeptStatement deleteAsset;
+  Common::Databases::Sqlite::KeptStatement protection;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -41,6 +41,11 @@ void ObjectIds::Remember(MediaAsset& asset) {
   VisitTree(asset, [this](PersistentObject& object) { remembered.emplace_back(&object, object.ObjectId()); });
 }
 
+void ObjectIds::Take(ObjectIds& other) {
+  remembered.insert(remembered.end(), other.remembered.begin(), other.remembered.end());
+  other.Keep();
+}
+
 // The last ones first: an object may have been remembered twice.
 void ObjectIds::PutBack() noexcept {
   for (auto entry = remembered.rbegin(); entry != remembered.rend(); ++entry)

@@ -22,6 +22,8 @@ class ObjectIds {
   ~ObjectIds() { PutBack(); }
 
   void Remember(MediaAsset& asset);
+  /// Takes over what another one remembers.
+  void Take(ObjectIds& other);
   /// Lets the objects keep the ids that they have now.
   void Keep() noexcept { remembered.clear(); }
   /// Gives the objects the ids that they came with.

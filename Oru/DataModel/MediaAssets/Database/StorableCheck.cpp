@@ -23,7 +23,7 @@ class StorableCheck {
   explicit StorableCheck(const MediaAsset& checkedAsset) : asset(checkedAsset) {}
 
   void Run() const {
-    if (asset.Id().IsEmpty()) throw NotStoredException(asset.Id(), "an asset has no identifier");
+    if (asset.Id().IsEmpty()) Refuse("the asset has no identifier");
     if (Holds(MediaAssetParts::Metadata | MediaAssetParts::Operator)) CheckMetadata();
     if (Holds(MediaAssetParts::Annotations)) CheckAnnotations();
     if (Holds(MediaAssetParts::Resources)) CheckResources();
@@ -34,9 +34,7 @@ class StorableCheck {
   // Whether the asset holds one of the parts.
   bool Holds(MediaAssetParts parts) const { return (asset.HeldParts() & parts) != MediaAssetParts::Row; }
 
-  [[noreturn]] void Refuse(const std::string& reason) const {
-    Database::Refuse(asset.Id(), reason);
-  }
+  [[noreturn]] void Refuse(const std::string& reason) const { Database::Refuse(asset.Id(), reason); }
 
   void CheckMetadata() const {
     asset.Metadata().Iterate([&](const MetadataProfile& profile) {
@@ -163,10 +161,9 @@ class StorableCheck {
     };
     std::sort(channels.begin(), channels.end(),
               [&](const auto* left, const auto* right) { return place(*left) < place(*right); });
-    const auto twice =
-        std::adjacent_find(channels.begin(), channels.end(), [&](const auto* left, const auto* right) {
-          return place(*left) == place(*right);
-        });
+    const auto twice = std::adjacent_find(
+        channels.begin(), channels.end(),
+        [&](const auto* left, const auto* right) { return place(*left) == place(*right); });
     if (twice != channels.end()) Refuse(ChannelName(track, **twice) + " twice");
   }
 
@@ -193,7 +190,7 @@ void RequireStorable(const MediaAsset& asset) {
 }
 
 void Refuse(const Identifier& asset, const std::string& reason) {
-  throw NotStoredException(asset, asset.Value() + ": " + reason);
+  throw NotStoredException(asset, asset.IsEmpty() ? reason : asset.Value() + ": " + reason);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,134 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
+
+#include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetWriter.h"
+#include "Oru/DataModel/MediaAssets/Database/ObjectIds.h"
+#include "Oru/DataModel/MediaAssets/Database/StorableCheck.h"
+#include "Oru/DataModel/MediaAssets/Database/TreeRenaming.h"
+
+#include <utility>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+using BusinessEntityModel::BaseTypes::Identifier;
+
+namespace {
+
+// How many assets share a transaction.
+constexpr int BlockSize = 256;
+
+}  // namespace
+
+MediaAssetRepository::MediaAssetRepository(DataModelDatabase& assetDatabase)
+    : database(assetDatabase), writer(std::make_unique<MediaAssetWriter>(assetDatabase)) {}
+
+MediaAssetRepository::~MediaAssetRepository() = default;
+
+std::optional<MediaAsset> MediaAssetRepository::Find(const Identifier& id, MediaAssetParts parts) {
+  const Sqlite::ConnectionLock lock(database);
+  const Sqlite::ReadGuard view(database);
+  MediaAssetTable& assets = database.GetMediaAssetTable();
+  const int64_t key = id.IsEmpty() ? -1 : writer->FindKey(id);
+  MediaAsset asset;
+  if (key == -1 || !assets.GetObject(key, asset)) return std::nullopt;
+  const auto isWanted = [parts](MediaAssetParts part) { return (parts & part) == part; };
+  if (isWanted(MediaAssetParts::TimeBounds)) assets.ReadTimebounds(asset);
+  if (isWanted(MediaAssetParts::Metadata)) assets.ReadMetadata(asset);
+  if (isWanted(MediaAssetParts::Operator) && assets.GetDapOperatorMetadataTable().Exists(key))
+    assets.ReadDapOperatorMetadata(asset);
+  if (isWanted(MediaAssetParts::Annotations)) assets.ReadAnnotations(asset);
+  if (isWanted(MediaAssetParts::Resources)) {
+    assets.ReadMediaResources(asset);
+    for (auto& resource : asset.MediaResources()) {
+      for (auto& stream : resource->Streams()) {
+        for (const auto& essence : stream->Essences())
+          assets.GetEssenceTable().ReadMetadata(*essence);
+      }
+    }
+  }
+  if (isWanted(MediaAssetParts::Tracks)) assets.ReadTrackLazy(asset);
+  asset.HeldParts(parts);
+  return asset;
+}
+
+void MediaAssetRepository::Put(MediaAsset& asset) {
+  ObjectIds before(asset);
+  Sqlite::AllOrNothing(database, [&] { writer->Put(asset, writer->FindKey(asset.Id())); });
+  before.Keep();
+}
+
+std::vector<NotStored> MediaAssetRepository::PutEach(const NextAsset& next, bool isMultiPass, int64_t total,
+                                                     const PutProgress& progress) {
+  const Sqlite::ConnectionLock lock(database);
+  std::vector<NotStored> leftOut;
+  int64_t done = 0;
+  const auto put = [&](MediaAsset& asset, ObjectIds& ofBlock) {
+    ObjectIds before(asset);
+    try {
+      Sqlite::AllOrNothing(database, [&] { writer->Put(asset, writer->FindKey(asset.Id())); });
+      if (isMultiPass) ofBlock.Take(before);
+    } catch (const NotStoredException& exception) {
+      leftOut.push_back({exception.Id(), exception.what()});
+    }
+  };
+  const auto goesOn = [&] { return ++done, !progress || progress(done, total); };
+  for (MediaAsset* asset = next(); asset != nullptr;) {
+    ObjectIds ofBlock;
+    Sqlite::AllOrNothing(database, [&] {
+      for (int count = 0; asset != nullptr && count < BlockSize; ++count) {
+        put(*asset, ofBlock);
+        asset = goesOn() ? next() : nullptr;
+      }
+    });
+    ofBlock.Keep();
+  }
+  return leftOut;
+}
+
+MediaAsset MediaAssetRepository::Change(const Identifier& id,
+                                        const std::function<void(MediaAsset&)>& change) {
+  return Sqlite::AllOrNothing(database, [&] {
+    std::optional<MediaAsset> asset = Find(id);
+    if (!asset) Refuse(id, "it isn't stored");
+    change(*asset);
+    if (asset->Id() != id && writer->FindKey(asset->Id()) != -1)
+      Refuse(id, "it can't be renamed to " + asset->Id().Value() + ", which is stored already");
+    writer->Put(*asset, writer->FindKey(id));
+    return std::move(*asset);
+  });
+}
+
+MediaAsset MediaAssetRepository::Copy(const Identifier& from, const Identifier& to, CopyResources resources) {
+  return Sqlite::AllOrNothing(database, [&] {
+    std::optional<MediaAsset> copy = Find(from);
+    if (!copy) Refuse(from, "it isn't stored");
+    if (writer->FindKey(to) != -1) Refuse(to, "it is stored already");
+    if (resources == CopyResources::Own) {
+      RenameTree(*copy, to);
+      writer->PutNew(*copy);
+    } else {
+      const int64_t original = copy->ObjectId();
+      copy->Id(to);
+      writer->PutSharing(*copy, original);
+    }
+    return std::move(*copy);
+  });
+}
+
+RemoveOutcome MediaAssetRepository::Remove(const Identifier& id, Protection protection) {
+  return Sqlite::AllOrNothing(database, [&] {
+    const int64_t key = id.IsEmpty() ? -1 : writer->FindKey(id);
+    if (key == -1) return RemoveOutcome::Absent;
+    if (protection == Protection::Respect && writer->IsProtected(key)) return RemoveOutcome::Protected;
+    writer->Remove(key);
+    return RemoveOutcome::Removed;
+  });
+}
+
+void MediaAssetRepository::ForgetKeys(MediaAsset& asset) {
+  ObjectIds::Forget(asset);
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,210 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
+
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+
+#include "support/AssetReading.h"
+#include "support/ClipBuilder.h"
+#include "support/OpenDatabase.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <iterator>
+#include <list>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+namespace {
+
+using namespace TestSupport;
+using BusinessEntityModel::BaseTypes::GenericMetadataProfile;
+using BusinessEntityModel::BaseTypes::Identifier;
+using Common::Databases::InvalidOperationException;
+using Common::Databases::Sqlite::ReadGuard;
+using Common::Databases::Sqlite::SavepointGuard;
+using Common::Databases::Sqlite::TransactionGuard;
+using testing::ElementsAre;
+
+using Lines = std::multiset<std::string>;
+
+class MediaAssetRepositoryTest : public OpenDatabase {
+ protected:
+  // Whether the file gives back what an object holds, with its keys and channels.
+  testing::AssertionResult Holds(const MediaAsset& asset) {
+    const auto found = repository.Find(asset.Id());
+    if (!found) return testing::AssertionFailure() << asset.Id() << " isn't stored";
+    if (*found != asset) return testing::AssertionFailure() << asset.Id() << " differs";
+    const Lines expected = KeysAndChannels(asset, true), stored = KeysAndChannels(*found, true);
+    if (stored == expected) return testing::AssertionSuccess();
+    return testing::AssertionFailure()
+           << testing::PrintToString(stored) << " instead of " << testing::PrintToString(expected);
+  }
+
+  std::string ReasonOf(const std::function<void()>& operation) {
+    try {
+      operation();
+      return "none";
+    } catch (const NotStoredException& exception) {
+      return exception.what();
+    }
+  }
+
+  MediaAssetRepository repository{database};
+};
+
+TEST_F(MediaAssetRepositoryTest, WhatIsPutComesBackInPlaceOfWhateverWasThere) {
+  MediaAsset clip = MakeClip("c");
+  repository.Put(clip);
+  EXPECT_TRUE(Holds(clip));
+  const int64_t key = clip.ObjectId();
+
+  // An object made anew, with a resource, a track and an essence in the middle fewer, and others of a new
+  // kind.
+  MediaAsset next = MakeClip("c", "second");
+  Stream& stream = *next.MediaResources().Front()->Streams().front();
+  stream.Essences().Erase(1);
+  stream.Essences().Add(std::make_unique<VideoEssence>());
+  next.MediaResources().Insert(MakeResource("other"));
+  next.Tracks().Clear();
+  next.Tracks().Insert(std::make_shared<Track>(TrackId("new")));
+  next.Tracks().Front()->Channels().push_back(Channel("other/stream", 2, 1));
+  next.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
+  repository.Put(next);
+  EXPECT_TRUE(Holds(next));
+  EXPECT_EQ(next.ObjectId(), key);
+  EXPECT_EQ(Count("Track"), 1);
+  EXPECT_EQ(Count("DapOperatorKeywords") + Count("DapOperatorMetadata"), 0);
+
+  MediaAsset empty{MediaAssetId("c")};
+  repository.Put(empty);
+  EXPECT_TRUE(Holds(empty));
+  for (const char* table : {"MediaResource", "Stream", "Essence", "Track", "TrackChannel", "Annotation",
+                            "TimeBoundsMediaAsset", "MetadataMediaAsset", "RelationAssetTrack"})
+    EXPECT_EQ(Count(table), 0) << table;
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(MediaAssetRepositoryTest, PartsThatAnObjectDoesNotHoldStayAsTheyAre) {
+  MediaAsset clip = MakeClip("c");
+  repository.Put(clip);
+  for (const uint32_t part : {0U, 1U, 2U, 4U, 8U, 16U, 32U}) {
+    auto found = repository.Find(clip.Id(), static_cast<MediaAssetParts>(part));
+    ASSERT_TRUE(found);
+    found->Name("part " + std::to_string(part));
+    repository.Put(*found);
+    clip.Name(found->Name());
+    EXPECT_EQ(*repository.Find(clip.Id()), clip) << part;
+  }
+}
+
+TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFileAsTheyWere) {
+  MediaAsset other = MakeClip("other");
+  repository.Put(other);
+  struct Case {
+    std::string reason;
+    std::function<void(MediaAsset&)> spoil;
+  };
+  const auto profile = [](MediaAsset& clip) -> DapOperatorMetadataProfile& {
+    return clip.DapOperatorMetadata();
+  };
+  const auto resource = [](MediaAsset& clip) { return clip.MediaResources().Front().Pointer(); };
+  const auto stream = [](MediaAsset& clip) {
+    return clip.MediaResources().Front()->Streams().front().Pointer();
+  };
+  const auto track = [](MediaAsset& clip) { return clip.Tracks().Front(); };
+  const auto generic = [](const char* name) { return std::make_shared<GenericMetadataProfile>(name); };
+  const std::vector<Case> cases = {
+      {"the asset has no identifier", [](auto& clip) { clip.Id(Identifier()); }},
+      {"c: page 10 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Page(10); }},
+      {"c: bank -1 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Bank(-1); }},
+      {"c: row 256 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Row(256); }},
+      {"c: camera 77 is none of the letters A to L", [&](auto& clip) { profile(clip).Camera('M'); }},
+      {"c: its 65537 keywords are more than the 65536 that can be read",
+       [&](auto& clip) { profile(clip).Keywords(StringVector(65537)); }},
+      {"c: there is no table for the metadata profile oru.dapoperator of the asset",
+       [&](auto& clip) { clip.Metadata().Set(generic("oru.dapoperator")); }},
+      {"c: there is no table for the metadata profile oru.dapoperator of annotation 0",
+       [&](auto& clip) {
+         clip.Annotations()[0]->Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
+       }},
+      {"c: there is no table for the metadata profile oru.dapoperator of resource c/resource",
+       [&](auto& clip) { resource(clip)->Metadata()->Set(generic("oru.dapoperator")); }},
+      {"c: a resource has no identifier", [](auto& clip) { clip.MediaResources().Insert(Identifier()); }},
+      {"c: a stream has no identifier", [&](auto& clip) { stream(clip)->Id(Identifier()); }},
+      {"c: a track has no identifier", [&](auto& clip) { track(clip)->Id(Identifier()); }},
+      {"c: stream c/resource/stream is there twice",
+       [&](auto& clip) { resource(clip)->Add(Identifier("c/resource/stream")); }},
+      {"c: track c/track is there twice",
+       [](auto& clip) { clip.Tracks().Insert(std::make_shared<Track>(TrackId("c/track"), "again")); }},
+      {"c: resource c/resource is there twice",
+       [](auto& clip) {
+         clip.MediaResources().Insert(MakeResource("x"));
+         clip.MediaResources().Back()->Id(Identifier("c/resource"));
+       }},
+      {"c: it refers to resource none, which isn't stored",
+       [](auto& clip) { clip.MediaResources().Insert(Identifier("none")); }},
+      {"c: resource c/resource refers to stream none, which isn't stored",
+       [&](auto& clip) { resource(clip)->Add(Identifier("none")); }},
+      {"c: resource c/resource refers to stream other/resource/stream, which belongs to resource "
+       "other/resource",
+       [&](auto& clip) { resource(clip)->Add(Identifier("other/resource/stream")); }},
+      {"c: stream other/resource/stream belongs to resource other/resource",
+       [&](auto& clip) {
+         resource(clip)->Adopt(std::make_unique<Stream>(StreamId("other/resource/stream")));
+       }},
+      {"c: essence 1 of stream c/resource/stream has the number 7",
+       [&](auto& clip) { stream(clip)->Essences()[1].Nr(7); }},
+      {"c: essence 1 of stream c/resource/stream has -2 channels",
+       [&](auto& clip) { stream(clip)->Essences()[1].ChannelCount(-2); }},
+      {"c: track c/track refers to essence 3 of stream c/resource/stream, which isn't stored",
+       [&](auto& clip) { track(clip)->Channels().push_back(Channel("c/resource/stream", 3, 0)); }},
+      {"c: track c/track refers to essence 0 of stream none, which isn't stored",
+       [&](auto& clip) { track(clip)->Channels().push_back(Channel("none", 0, 0)); }},
+      {"c: track c/track takes channel 1 of essence 1 of stream c/resource/stream twice",
+       [&](auto& clip) { track(clip)->Channels().push_back(Channel("c/resource/stream", 1, 1)); }},
+      {"c: track c/track takes channel -1 of essence 0 of stream c/resource/stream, which can't be",
+       [&](auto& clip) { track(clip)->Channels().push_back(Channel("c/resource/stream", 0, -1)); }},
+      {"c: a channel of track c/track is a null pointer",
+       [&](auto& clip) { track(clip)->Channels().push_back(nullptr); }},
+      {"c: annotation 1 is a null pointer", [](auto& clip) { clip.Annotations().push_back(nullptr); }},
+      {"c: UNIQUE constraint failed: TimeBoundsMediaAsset.foreignKey, TimeBoundsMediaAsset.inBoundary, "
+       "TimeBoundsMediaAsset.inBoundaryMoving, TimeBoundsMediaAsset.outBoundary, "
+       "TimeBoundsMediaAsset.outBoundaryMoving",
+       [](auto& clip) {
+         clip.PhysicalTimebounds().Insert(BoundsOf(8, 9));
+         *clip.PhysicalTimebounds().begin() = BoundsOf(8, 9);
+       }},
+  };
+  for (const bool isStored : {false, true}) {
+    MediaAsset stored = MakeClip("c", "stored");
+    if (isStored) repository.Put(stored);
+    for (const Case& refused : cases) {
+      MediaAsset clip = MakeClip("c");
+      refused.spoil(clip);
+      EXPECT_EQ(ReasonOf([&] { repository.Put(clip); }), refused.reason);
+      EXPECT_EQ(clip.ObjectId(), -1) << refused.reason;
+      EXPECT_EQ(clip.Annotations()[0]->ObjectId(), -1) << refused.reason;
+      if (clip.MediaResources().Front()) {
+        EXPECT_EQ(clip.MediaResources().Front()->ObjectId(), -1) << refused.reason;
+      }
+      if (isStored) {
+        EXPECT_TRUE(Holds(stored)) << refused.reason;
+      }
+      EXPECT_TRUE(Holds(other)) << refused.reason;
+      EXPECT_EQ(Count("MediaAsset"), isStored ? 2 : 1) << refused.reason;
+      EXPECT_EQ(Count("MediaResource"), isStored ? 2 : 1) << refused.reason;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace Oru::DataModel::MediaAssets::Database
