@@ -17,7 +17,8 @@ AssetUses::AssetUses(Sqlite::DatabaseSqlite& usedDatabase)
           " CROSS JOIN TrackChannel c ON c.refTrack = r.refTrack CROSS JOIN Essence e ON e.key = c.refEssence"
           " CROSS JOIN Stream s ON s.key = e.refStream WHERE r.refMediaAsset = ?"
           " ORDER BY s.refMediaResource"),
-      linkedTracks("SELECT DISTINCT refTrack FROM RelationAssetTrack WHERE refMediaAsset = ? ORDER BY refTrack"),
+      linkedTracks(
+          "SELECT DISTINCT refTrack FROM RelationAssetTrack WHERE refMediaAsset = ? ORDER BY refTrack"),
       groups(
           "SELECT DISTINCT refMediaAssetGroup FROM MediaAssetGroupItem WHERE refMediaAsset = ?"
           " ORDER BY refMediaAssetGroup"),

@@ -8,8 +8,8 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// What assets use of that which they share: resources, tracks and groups. Finds what an asset uses, and deletes
-/// what nothing uses any more once the asset has let go of it. All by keys. Internal to the library.
+/// What assets use of that which they share: resources, tracks and groups. Finds what an asset uses, and
+/// deletes what nothing uses any more once the asset has let go of it. All by keys. Internal to the library.
 ///
 /// A track is used by the assets that are linked to it, and a group by its items. A resource is used by the
 /// assets that are linked to it, and by the channels of tracks that take one of its streams.
@@ -29,7 +29,8 @@ class AssetUses {
   /// Whether an asset other than that one is linked to the resource.
   bool IsLinkedElsewhere(int64_t resource, int64_t asset);
 
-  /// Delete those that nothing uses any more. Tracks come before resources, which they may be the last to use.
+  /// Delete those that nothing uses any more. Tracks come before resources, which they may be the last to
+  /// use.
   void DeleteUnusedTracks(const std::vector<int64_t>& tracks);
   void DeleteUnusedResources(const std::vector<int64_t>& resources);
   void DeleteUnusedGroups(const std::vector<int64_t>& groups);

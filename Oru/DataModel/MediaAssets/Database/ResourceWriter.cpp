@@ -35,7 +35,8 @@ ResourceWriter::ResourceWriter(DataModelDatabase& writtenDatabase, AssetUses& as
       essencesOfStream(
           "SELECT e.nr, e.key, EXISTS (SELECT 1 FROM AudioEssence WHERE refEssence = e.key),"
           " EXISTS (SELECT 1 FROM DataEssence WHERE refEssence = e.key),"
-          " EXISTS (SELECT 1 FROM VideoEssence WHERE refEssence = e.key) FROM Essence e WHERE e.refStream = ?"),
+          " EXISTS (SELECT 1 FROM VideoEssence WHERE refEssence = e.key) FROM Essence e WHERE e.refStream = "
+          "?"),
       resourceByKey("SELECT id FROM MediaResource WHERE key = ?") {}
 
 std::vector<int64_t> ResourceWriter::Write(MediaAsset& asset, const std::vector<int64_t>& linked) {
@@ -64,8 +65,8 @@ std::vector<int64_t> ResourceWriter::Write(MediaAsset& asset, const std::vector<
 
 int64_t ResourceWriter::WriteRow(const Writing& writing, MediaResource& resource) {
   resource.ObjectId(resources.GetObjectIdFromIdentifier(resource.Id()));
-  Require(writing, resource.ObjectId() == -1 ? resources.Insert(resource, true)
-                                             : resources.Update(resource, true));
+  Require(writing,
+          resource.ObjectId() == -1 ? resources.Insert(resource, true) : resources.Update(resource, true));
   Require(writing, resources.GetTimeBoundsTable().Write(resource.Timebounds(), resource.ObjectId()));
   Require(writing, resources.GetMetadataTable().Write(*resource.Metadata(), resource.ObjectId()));
   return resource.ObjectId();
@@ -79,11 +80,10 @@ void ResourceWriter::WriteStreams(const Writing& writing, MediaResource& resourc
     }
     const StoredStream stored = FindStream(reference.Id());
     if (stored.resource == resource.ObjectId()) continue;
-    Refuse(writing.asset.Id(), "resource " + resource.Id().Value() + " refers to stream " +
-                                   reference.Id().Value() +
-                                   (stored.key == -1
-                                        ? ", which isn't stored"
-                                        : ", which belongs to resource " + ResourceName(stored.resource)));
+    Refuse(writing.asset.Id(),
+           "resource " + resource.Id().Value() + " refers to stream " + reference.Id().Value() +
+               (stored.key == -1 ? ", which isn't stored"
+                                 : ", which belongs to resource " + ResourceName(stored.resource)));
   }
 }
 
@@ -102,8 +102,8 @@ void ResourceWriter::WriteStream(const Writing& writing, Stream& stream, int64_t
   WriteEssences(writing, stream, isNew);
 }
 
-// A stream stays with a resource of which this asset doesn't tell what it holds: one that another asset is linked
-// to, or that is linked to by its identifier alone.
+// A stream stays with a resource of which this asset doesn't tell what it holds: one that another asset is
+// linked to, or that is linked to by its identifier alone.
 bool ResourceWriter::MayTakeStreamFrom(const Writing& writing, int64_t resource) {
   if (Contains(writing.keys, resource)) return Contains(writing.heldKeys, resource);
   return Contains(writing.linked, resource) && !uses.IsLinkedElsewhere(resource, writing.asset.ObjectId());

@@ -16,26 +16,26 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// Writes the resources of an asset, with their streams and essences, so that the file holds them as the objects
-/// are: streams and essences that they no longer hold go. Resources and streams go by their identifiers, and
-/// essences by their numbers. Internal to the library.
+/// Writes the resources of an asset, with their streams and essences, so that the file holds them as the
+/// objects are: streams and essences that they no longer hold go. Resources and streams go by their
+/// identifiers, and essences by their numbers. Internal to the library.
 class ResourceWriter {
  public:
   ResourceWriter(DataModelDatabase& writtenDatabase, AssetUses& assetUses);
 
-  /// Stores the resources that the asset holds, and finds those of which it only knows the identifier. The links
-  /// to them are left alone.
+  /// Stores the resources that the asset holds, and finds those of which it only knows the identifier. The
+  /// links to them are left alone.
   /// @param asset   has its key
   /// @param linked  the resources that the asset is linked to in the file, in ascending order
   /// @return the keys of all resources that the asset refers to, in ascending order
-  /// @throws NotStoredException when the asset refers to a resource or a stream that isn't stored, or to a stream
+  /// @throws NotStoredException when the asset refers to a resource or a stream that isn't stored, or to a
+  /// stream
   ///         of another resource; InvalidOperationException and ObjectClosedException when SQLite fails
   std::vector<int64_t> Write(MediaAsset& asset, const std::vector<int64_t>& linked);
 
  private:
-  using KindTable =
-      Common::Databases::Sqlite::TableSqlite<BusinessEntityModel::BaseTypes::PersistentObject,
-                                             EssenceEncapsulated>;
+  using KindTable = Common::Databases::Sqlite::TableSqlite<BusinessEntityModel::BaseTypes::PersistentObject,
+                                                           EssenceEncapsulated>;
   struct StoredStream {
     int64_t key = -1;
     int64_t resource = -1;

@@ -7,8 +7,8 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// Refuses an asset that a file couldn't give back as it is, by what its held parts say of themselves: what they
-/// refer to is looked at when they are written. Internal to the library.
+/// Refuses an asset that a file couldn't give back as it is, by what its held parts say of themselves: what
+/// they refer to is looked at when they are written. Internal to the library.
 /// @throws NotStoredException with a reason that names the asset, the part and what is wrong with it
 void RequireStorable(const MediaAsset& asset);
 
