@@ -1,7 +1,5 @@
 #include "Oru/DataModel/MediaAssets/Database/AssetUses.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
-
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
@@ -17,6 +15,11 @@ AssetUses::AssetUses(Sqlite::DatabaseSqlite& usedDatabase)
           " CROSS JOIN TrackChannel c ON c.refTrack = r.refTrack CROSS JOIN Essence e ON e.key = c.refEssence"
           " CROSS JOIN Stream s ON s.key = e.refStream WHERE r.refMediaAsset = ?"
           " ORDER BY s.refMediaResource"),
+      resourcesOfTrack(
+          "SELECT DISTINCT s.refMediaResource FROM TrackChannel c CROSS JOIN Essence e ON e.key = "
+          "c.refEssence"
+          " CROSS JOIN Stream s ON s.key = e.refStream WHERE c.refTrack = ? ORDER BY s.refMediaResource"),
+      streams("SELECT key FROM Stream WHERE refMediaResource = ? ORDER BY key"),
       linkedTracks(
           "SELECT DISTINCT refTrack FROM RelationAssetTrack WHERE refMediaAsset = ? ORDER BY refTrack"),
       groups(
@@ -36,24 +39,40 @@ AssetUses::AssetUses(Sqlite::DatabaseSqlite& usedDatabase)
           "DELETE FROM MediaAssetGroup WHERE key = ?1"
           " AND NOT EXISTS (SELECT 1 FROM MediaAssetGroupItem WHERE refMediaAssetGroup = ?1)") {}
 
+std::vector<int64_t> AssetUses::Find(Sqlite::KeptStatement& select, int64_t owner) {
+  Sqlite::KeptStatement::Run run(select, database, owner);
+  std::vector<int64_t> keys;
+  while (run.Step())
+    keys.push_back(run.Row().GetInt64(0));
+  return keys;
+}
+
 std::vector<int64_t> AssetUses::LinkedResources(int64_t asset) {
-  return Sqlite::FindKeys(database, linkedResources, asset);
+  return Find(linkedResources, asset);
 }
 
 std::vector<int64_t> AssetUses::TrackedResources(int64_t asset) {
-  return Sqlite::FindKeys(database, trackedResources, asset);
+  return Find(trackedResources, asset);
+}
+
+std::vector<int64_t> AssetUses::ResourcesOfTrack(int64_t track) {
+  return Find(resourcesOfTrack, track);
+}
+
+std::vector<int64_t> AssetUses::Streams(int64_t resource) {
+  return Find(streams, resource);
 }
 
 std::vector<int64_t> AssetUses::Tracks(int64_t asset) {
-  return Sqlite::FindKeys(database, linkedTracks, asset);
+  return Find(linkedTracks, asset);
 }
 
 std::vector<int64_t> AssetUses::Groups(int64_t asset) {
-  return Sqlite::FindKeys(database, groups, asset);
+  return Find(groups, asset);
 }
 
 bool AssetUses::IsLinkedElsewhere(int64_t resource, int64_t asset) {
-  return Sqlite::FindKey(database, linkElsewhere, resource, asset) != -1;
+  return linkElsewhere.FindKey(database, resource, asset) != -1;
 }
 
 void AssetUses::DeleteUnusedTracks(const std::vector<int64_t>& tracks) {
@@ -70,7 +89,7 @@ void AssetUses::DeleteUnusedGroups(const std::vector<int64_t>& unused) {
 
 void AssetUses::RunForEach(Sqlite::KeptStatement& statement, const std::vector<int64_t>& keys) {
   for (const int64_t key : keys)
-    Sqlite::RunWith(database, statement, key);
+    Sqlite::KeptStatement::Run(statement, database, key).Step();
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

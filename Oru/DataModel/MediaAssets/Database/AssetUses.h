@@ -24,6 +24,9 @@ class AssetUses {
   std::vector<int64_t> LinkedResources(int64_t asset);
   /// The resources whose streams the tracks of the asset take.
   std::vector<int64_t> TrackedResources(int64_t asset);
+  /// The resources whose streams a track takes.
+  std::vector<int64_t> ResourcesOfTrack(int64_t track);
+  std::vector<int64_t> Streams(int64_t resource);
   std::vector<int64_t> Tracks(int64_t asset);
   std::vector<int64_t> Groups(int64_t asset);
   /// Whether an asset other than that one is linked to the resource.
@@ -36,11 +39,14 @@ class AssetUses {
   void DeleteUnusedGroups(const std::vector<int64_t>& groups);
 
  private:
+  std::vector<int64_t> Find(Common::Databases::Sqlite::KeptStatement& select, int64_t owner);
   void RunForEach(Common::Databases::Sqlite::KeptStatement& statement, const std::vector<int64_t>& keys);
 
   Common::Databases::Sqlite::DatabaseSqlite& database;
   Common::Databases::Sqlite::KeptStatement linkedResources;
   Common::Databases::Sqlite::KeptStatement trackedResources;
+  Common::Databases::Sqlite::KeptStatement resourcesOfTrack;
+  Common::Databases::Sqlite::KeptStatement streams;
   Common::Databases::Sqlite::KeptStatement linkedTracks;
   Common::Databases::Sqlite::KeptStatement groups;
   Common::Databases::Sqlite::KeptStatement linkElsewhere;

@@ -4,6 +4,7 @@
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetWriter.h"
 #include "Oru/DataModel/MediaAssets/Database/ObjectIds.h"
+#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
 #include "Oru/DataModel/MediaAssets/Database/StorableCheck.h"
 #include "Oru/DataModel/MediaAssets/Database/TreeRenaming.h"
 
@@ -54,9 +55,15 @@ std::optional<MediaAsset> MediaAssetRepository::Find(const Identifier& id, Media
 }
 
 void MediaAssetRepository::Put(MediaAsset& asset) {
-  ObjectIds before(asset);
+  FormerObjectIds former;
+  PutOne(asset, former);
+  former.KeepNew();
+}
+
+// The ids that the object came with are put back by `former` unless it is let keep the new ones.
+void MediaAssetRepository::PutOne(MediaAsset& asset, FormerObjectIds& former) {
+  RememberObjectIds(former, asset);
   Sqlite::AllOrNothing(database, [&] { writer->Put(asset, writer->FindKey(asset.Id())); });
-  before.Keep();
 }
 
 std::vector<NotStored> MediaAssetRepository::PutEach(const NextAsset& next, bool isMultiPass, int64_t total,
@@ -64,25 +71,25 @@ std::vector<NotStored> MediaAssetRepository::PutEach(const NextAsset& next, bool
   const Sqlite::ConnectionLock lock(database);
   std::vector<NotStored> leftOut;
   int64_t done = 0;
-  const auto put = [&](MediaAsset& asset, ObjectIds& ofBlock) {
-    ObjectIds before(asset);
+  const auto put = [&](MediaAsset& asset, FormerObjectIds& ofBlock) {
+    FormerObjectIds former;
     try {
-      Sqlite::AllOrNothing(database, [&] { writer->Put(asset, writer->FindKey(asset.Id())); });
-      if (isMultiPass) ofBlock.Take(before);
+      PutOne(asset, former);
+      if (isMultiPass) ofBlock.Take(former);
     } catch (const NotStoredException& exception) {
       leftOut.push_back({exception.Id(), exception.what()});
     }
   };
   const auto goesOn = [&] { return ++done, !progress || progress(done, total); };
   for (MediaAsset* asset = next(); asset != nullptr;) {
-    ObjectIds ofBlock;
+    FormerObjectIds ofBlock;
     Sqlite::AllOrNothing(database, [&] {
       for (int count = 0; asset != nullptr && count < BlockSize; ++count) {
         put(*asset, ofBlock);
         asset = goesOn() ? next() : nullptr;
       }
     });
-    ofBlock.Keep();
+    ofBlock.KeepNew();
   }
   return leftOut;
 }
@@ -91,10 +98,10 @@ MediaAsset MediaAssetRepository::Change(const Identifier& id,
                                         const std::function<void(MediaAsset&)>& change) {
   return Sqlite::AllOrNothing(database, [&] {
     std::optional<MediaAsset> asset = Find(id);
-    if (!asset) Refuse(id, "it isn't stored");
+    if (!asset) RefuseObject(id, "it isn't stored");
     change(*asset);
     if (asset->Id() != id && writer->FindKey(asset->Id()) != -1)
-      Refuse(id, "it can't be renamed to " + asset->Id().Value() + ", which is stored already");
+      RefuseObject(id, "it can't be renamed to " + asset->Id().Value() + ", which is stored already");
     writer->Put(*asset, writer->FindKey(id));
     return std::move(*asset);
   });
@@ -103,8 +110,8 @@ MediaAsset MediaAssetRepository::Change(const Identifier& id,
 MediaAsset MediaAssetRepository::Copy(const Identifier& from, const Identifier& to, CopyResources resources) {
   return Sqlite::AllOrNothing(database, [&] {
     std::optional<MediaAsset> copy = Find(from);
-    if (!copy) Refuse(from, "it isn't stored");
-    if (writer->FindKey(to) != -1) Refuse(to, "it is stored already");
+    if (!copy) RefuseObject(from, "it isn't stored");
+    if (writer->FindKey(to) != -1) RefuseObject(to, "it is stored already");
     if (resources == CopyResources::Own) {
       RenameTree(*copy, to);
       writer->PutNew(*copy);
@@ -128,7 +135,7 @@ RemoveOutcome MediaAssetRepository::Remove(const Identifier& id, Protection prot
 }
 
 void MediaAssetRepository::ForgetKeys(MediaAsset& asset) {
-  ObjectIds::Forget(asset);
+  ForgetObjectIds(asset);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

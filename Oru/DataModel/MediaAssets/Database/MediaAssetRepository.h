@@ -22,6 +22,7 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
+class FormerObjectIds;
 class MediaAssetWriter;
 
 /// Media assets as wholes: an asset goes in with all that hangs under it, and comes back equal.
@@ -130,6 +131,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
       : std::is_base_of<std::forward_iterator_tag,
                         typename std::iterator_traits<Iterator>::iterator_category> {};
 
+  void PutOne(MediaAsset& asset, FormerObjectIds& former);
   std::vector<NotStored> PutEach(const NextAsset& next, bool isMultiPass, int64_t total,
                                  const PutProgress& progress);
 

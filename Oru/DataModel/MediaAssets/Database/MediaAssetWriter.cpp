@@ -1,10 +1,9 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetWriter.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
 #include "Oru/DataModel/MediaAssets/Database/StorableCheck.h"
-#include "Oru/DataModel/MediaAssets/Database/WriteOutcome.h"
 
 #include <algorithm>
 #include <iterator>
@@ -85,7 +84,7 @@ int64_t MediaAssetWriter::FindKey(const Identifier& id) {
 }
 
 bool MediaAssetWriter::IsProtected(int64_t key) {
-  return WithoutClosedCursors([&] { return Sqlite::FindKey(database, protection, key) != -1; });
+  return WithoutClosedCursors([&] { return protection.FindKey(database, key) != -1; });
 }
 
 void MediaAssetWriter::Put(MediaAsset& asset, int64_t key) {
@@ -109,8 +108,8 @@ void MediaAssetWriter::PutSharing(MediaAsset& asset, int64_t original) {
   RequireStorable(asset);
   WithoutClosedCursors([&] {
     WriteOwn(asset, -1);
-    Sqlite::RunWith(database, shareResources, asset.ObjectId(), original);
-    Sqlite::RunWith(database, shareTracks, asset.ObjectId(), original);
+    Sqlite::KeptStatement::Run(shareResources, database, asset.ObjectId(), original).Step();
+    Sqlite::KeptStatement::Run(shareTracks, database, asset.ObjectId(), original).Step();
   });
 }
 
@@ -118,7 +117,7 @@ void MediaAssetWriter::Remove(int64_t key) {
   WithoutClosedCursors([&] {
     const Keys resources = Union(uses.LinkedResources(key), uses.TrackedResources(key));
     const Keys tracks = uses.Tracks(key), groups = uses.Groups(key);
-    Sqlite::RunWith(database, deleteAsset, key);
+    Sqlite::KeptStatement::Run(deleteAsset, database, key).Step();
     uses.DeleteUnusedTracks(tracks);
     uses.DeleteUnusedResources(resources);
     uses.DeleteUnusedGroups(groups);
@@ -128,7 +127,7 @@ void MediaAssetWriter::Remove(int64_t key) {
 void MediaAssetWriter::RequireNew(const MediaAsset& asset) {
   const auto require = [&asset](const char* what, auto& table, const Identifier& id) {
     if (table.GetObjectIdFromIdentifier(id) != -1)
-      Refuse(asset.Id(), std::string(what) + " " + id.Value() + " is stored already");
+      RefuseObject(asset.Id(), std::string(what) + " " + id.Value() + " is stored already");
   };
   for (const auto& resource : asset.MediaResources()) {
     require("resource", assets.GetMediaResourceTable(), resource.Id());
@@ -172,18 +171,21 @@ void MediaAssetWriter::WriteShared(MediaAsset& asset, bool isNew) {
     released = Difference(Union(released, linkedResources), wanted);
   }
   if (hasTracks) {
-    const Keys wanted = WriteTracks(asset);
+    const Keys wanted = WriteTracks(asset, linkedTracks, released);
     RelinkTracks(asset, linkedTracks, wanted);
     uses.DeleteUnusedTracks(Difference(linkedTracks, wanted));
   }
   uses.DeleteUnusedResources(released);
 }
 
-std::vector<int64_t> MediaAssetWriter::WriteTracks(MediaAsset& asset) {
+std::vector<int64_t> MediaAssetWriter::WriteTracks(MediaAsset& asset, const Keys& linked, Keys& released) {
   TrackTable& tracks = assets.GetTrackTable();
   Keys keys;
   for (const auto& track : asset.Tracks()) {
     track->ObjectId(tracks.GetObjectIdFromIdentifier(track->Id()));
+    // What the tracks of the asset take is known already; one that comes to it may let go of something too.
+    if (track->ObjectId() != -1 && !std::binary_search(linked.begin(), linked.end(), track->ObjectId()))
+      released = Union(released, uses.ResourcesOfTrack(track->ObjectId()));
     Require(asset, track->ObjectId() == -1 ? tracks.Insert(*track, true) : tracks.Update(*track, true));
     if (!tracks.GetTrackChannelTable().Write(track->Channels(), track->ObjectId(), true))
       RefuseChannels(asset, *track);
@@ -200,11 +202,12 @@ void MediaAssetWriter::RefuseChannels(const MediaAsset& asset, const Track& trac
     const auto& stream = channel->Stream().Id();
     const int64_t streamKey = database.GetStreamTable().GetObjectIdFromIdentifier(stream);
     if (database.GetEssenceTable().GetObjectIdFromEssenceNr(streamKey, channel->EssenceNr()) != -1) continue;
-    Refuse(asset.Id(), "track " + track.Id().Value() + " refers to essence " +
-                           std::to_string(channel->EssenceNr()) + " of stream " + stream.Value() +
-                           ", which isn't stored");
+    RefuseObject(asset.Id(), "track " + track.Id().Value() + " refers to essence " +
+                                 std::to_string(channel->EssenceNr()) + " of stream " + stream.Value() +
+                                 ", which isn't stored");
   }
-  if (isValueRefused) Refuse(asset.Id(), "a channel of track " + track.Id().Value() + " can't be stored");
+  if (isValueRefused)
+    RefuseObject(asset.Id(), "a channel of track " + track.Id().Value() + " can't be stored");
   throw InvalidOperationException();
 }
 
@@ -218,7 +221,7 @@ void MediaAssetWriter::RelinkTracks(const MediaAsset& asset, const Keys& linked,
 }
 
 void MediaAssetWriter::Require(const MediaAsset& asset, bool isDone) const {
-  RequireDone(database, asset.Id(), isDone);
+  RequireWritten(database, asset.Id(), isDone);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

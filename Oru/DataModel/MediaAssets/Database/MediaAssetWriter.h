@@ -49,7 +49,8 @@ class MediaAssetWriter {
   void WriteOwn(MediaAsset& asset, int64_t key);
   void WriteOperatorProfile(MediaAsset& asset);
   void WriteShared(MediaAsset& asset, bool isNew);
-  std::vector<int64_t> WriteTracks(MediaAsset& asset);
+  std::vector<int64_t> WriteTracks(MediaAsset& asset, const std::vector<int64_t>& linked,
+                                   std::vector<int64_t>& released);
   [[noreturn]] void RefuseChannels(const MediaAsset& asset, const Track& track);
   void RelinkResources(const MediaAsset& asset, const std::vector<int64_t>& linked,
                        const std::vector<int64_t>& wanted);

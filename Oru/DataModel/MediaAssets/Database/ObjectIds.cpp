@@ -37,23 +37,11 @@ void VisitTree(MediaAsset& asset, Visit visit) {
 
 }  // namespace
 
-void ObjectIds::Remember(MediaAsset& asset) {
-  VisitTree(asset, [this](PersistentObject& object) { remembered.emplace_back(&object, object.ObjectId()); });
+void RememberObjectIds(FormerObjectIds& former, MediaAsset& asset) {
+  VisitTree(asset, [&former](PersistentObject& object) { former.Remember(object); });
 }
 
-void ObjectIds::Take(ObjectIds& other) {
-  remembered.insert(remembered.end(), other.remembered.begin(), other.remembered.end());
-  other.Keep();
-}
-
-// The last ones first: an object may have been remembered twice.
-void ObjectIds::PutBack() noexcept {
-  for (auto entry = remembered.rbegin(); entry != remembered.rend(); ++entry)
-    entry->first->ObjectId(entry->second);
-  remembered.clear();
-}
-
-void ObjectIds::Forget(MediaAsset& asset) {
+void ForgetObjectIds(MediaAsset& asset) {
   const auto forget = [](PersistentObject& object) { object.ObjectId(-1); };
   VisitTree(asset, forget);
   for (const auto& track : asset.Tracks()) {

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-// What the write operations of groups and edits have in common. Internal to the library.
+// What the write operations of assets, groups and edits have in common. Internal to the library.
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// Throws a NotStoredException about an object, which its text names first.
@@ -46,6 +46,11 @@ class FormerObjectIds {
 
   void Remember(BusinessEntityModel::BaseTypes::PersistentObject& object) {
     remembered.emplace_back(&object, object.ObjectId());
+  }
+  /// Takes over what another one remembers.
+  void Take(FormerObjectIds& other) {
+    remembered.insert(remembered.end(), other.remembered.begin(), other.remembered.end());
+    other.remembered.clear();
   }
   /// Lets the objects keep the ids that they have now.
   void KeepNew() noexcept { remembered.clear(); }

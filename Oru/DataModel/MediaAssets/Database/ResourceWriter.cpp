@@ -1,11 +1,10 @@
 #include "Oru/DataModel/MediaAssets/Database/ResourceWriter.h"
 
-#include "Oru/Common/Databases/Sqlite/KeyLookup.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
 #include "Oru/DataModel/MediaAssets/Database/StorableCheck.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
-#include "Oru/DataModel/MediaAssets/Database/WriteOutcome.h"
 
 #include <algorithm>
 
@@ -31,7 +30,6 @@ ResourceWriter::ResourceWriter(DataModelDatabase& writtenDatabase, AssetUses& as
       kinds{&essences.GetAudioEssenceTable(), &essences.GetDataEssenceTable(),
             &essences.GetVideoEssenceTable()},
       streamById("SELECT key, refMediaResource FROM Stream WHERE id = ?"),
-      streamsOfResource("SELECT key FROM Stream WHERE refMediaResource = ?"),
       essencesOfStream(
           "SELECT e.nr, e.key, EXISTS (SELECT 1 FROM AudioEssence WHERE refEssence = e.key),"
           " EXISTS (SELECT 1 FROM DataEssence WHERE refEssence = e.key),"
@@ -48,7 +46,7 @@ std::vector<int64_t> ResourceWriter::Write(MediaAsset& asset, const std::vector<
     } else {
       writing.keys.push_back(resources.GetObjectIdFromIdentifier(reference.Id()));
       if (writing.keys.back() == -1)
-        Refuse(asset.Id(), "it refers to resource " + reference.Id().Value() + ", which isn't stored");
+        RefuseObject(asset.Id(), "it refers to resource " + reference.Id().Value() + ", which isn't stored");
     }
   }
   std::sort(writing.keys.begin(), writing.keys.end());
@@ -80,10 +78,10 @@ void ResourceWriter::WriteStreams(const Writing& writing, MediaResource& resourc
     }
     const StoredStream stored = FindStream(reference.Id());
     if (stored.resource == resource.ObjectId()) continue;
-    Refuse(writing.asset.Id(),
-           "resource " + resource.Id().Value() + " refers to stream " + reference.Id().Value() +
-               (stored.key == -1 ? ", which isn't stored"
-                                 : ", which belongs to resource " + ResourceName(stored.resource)));
+    RefuseObject(writing.asset.Id(),
+                 "resource " + resource.Id().Value() + " refers to stream " + reference.Id().Value() +
+                     (stored.key == -1 ? ", which isn't stored"
+                                       : ", which belongs to resource " + ResourceName(stored.resource)));
   }
 }
 
@@ -91,8 +89,8 @@ void ResourceWriter::WriteStream(const Writing& writing, Stream& stream, int64_t
   const StoredStream stored = FindStream(stream.Id());
   const bool isNew = stored.key == -1;
   if (!isNew && stored.resource != resource && !MayTakeStreamFrom(writing, stored.resource)) {
-    Refuse(writing.asset.Id(),
-           "stream " + stream.Id().Value() + " belongs to resource " + ResourceName(stored.resource));
+    RefuseObject(writing.asset.Id(),
+                 "stream " + stream.Id().Value() + " belongs to resource " + ResourceName(stored.resource));
   }
   stream.ObjectId(stored.key);
   StreamEncapsulated row(resource, stream);
@@ -114,7 +112,7 @@ void ResourceWriter::DeleteStreamsNotIn(const Writing& writing, MediaResource& r
   for (auto& reference : resource.Streams())
     held.push_back(reference ? reference->ObjectId() : FindStream(reference.Id()).key);
   std::sort(held.begin(), held.end());
-  for (const int64_t stored : Sqlite::FindKeys(database, streamsOfResource, resource.ObjectId())) {
+  for (const int64_t stored : uses.Streams(resource.ObjectId())) {
     if (!Contains(held, stored)) Require(writing, streams.Delete(stored));
   }
 }
@@ -146,19 +144,17 @@ void ResourceWriter::WriteEssence(const Writing& writing, Essence& essence, int6
 }
 
 ResourceWriter::StoredStream ResourceWriter::FindStream(const Identifier& id) {
-  Sqlite::KeptStatement::Run run(streamById, database);
-  Sqlite::BindValues(run.Cursor(), id.Value());
+  Sqlite::KeptStatement::Run run(streamById, database, id.Value());
   StoredStream found;
-  if (run.Step()) found = {run.Cursor().GetInt64(0), run.Cursor().GetInt64(1)};
+  if (run.Step()) found = {run.Row().GetInt64(0), run.Row().GetInt64(1)};
   return found;
 }
 
 std::map<int32_t, ResourceWriter::StoredEssence> ResourceWriter::FindEssences(int64_t stream) {
-  Sqlite::KeptStatement::Run run(essencesOfStream, database);
-  const Sqlite::CursorSqlite& row = run.Cursor();
-  Sqlite::BindValues(run.Cursor(), stream);
+  Sqlite::KeptStatement::Run run(essencesOfStream, database, stream);
   std::map<int32_t, StoredEssence> found;
   while (run.Step()) {
+    const Sqlite::CursorSqlite& row = run.Row();
     const StoredEssence essence{row.GetInt64(1), {row.GetBoolean(2), row.GetBoolean(3), row.GetBoolean(4)}};
     found.emplace(row.GetInt32(0), essence);
   }
@@ -166,13 +162,12 @@ std::map<int32_t, ResourceWriter::StoredEssence> ResourceWriter::FindEssences(in
 }
 
 std::string ResourceWriter::ResourceName(int64_t key) {
-  Sqlite::KeptStatement::Run run(resourceByKey, database);
-  Sqlite::BindValues(run.Cursor(), key);
-  return run.Step() ? run.Cursor().GetString(0) : std::string();
+  Sqlite::KeptStatement::Run run(resourceByKey, database, key);
+  return run.Step() ? run.Row().GetString(0) : std::string();
 }
 
 void ResourceWriter::Require(const Writing& writing, bool isDone) const {
-  RequireDone(database, writing.asset.Id(), isDone);
+  RequireWritten(database, writing.asset.Id(), isDone);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -74,7 +74,6 @@ class ResourceWriter {
   // By `Essence::Type`.
   std::array<KindTable*, 3> kinds;
   Common::Databases::Sqlite::KeptStatement streamById;
-  Common::Databases::Sqlite::KeptStatement streamsOfResource;
   Common::Databases::Sqlite::KeptStatement essencesOfStream;
   Common::Databases::Sqlite::KeptStatement resourceByKey;
 };

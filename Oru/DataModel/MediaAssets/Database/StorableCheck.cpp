@@ -2,7 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
+#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -34,7 +34,7 @@ class StorableCheck {
   // Whether the asset holds one of the parts.
   bool Holds(MediaAssetParts parts) const { return (asset.HeldParts() & parts) != MediaAssetParts::Row; }
 
-  [[noreturn]] void Refuse(const std::string& reason) const { Database::Refuse(asset.Id(), reason); }
+  [[noreturn]] void Refuse(const std::string& reason) const { RefuseObject(asset.Id(), reason); }
 
   void CheckMetadata() const {
     asset.Metadata().Iterate([&](const MetadataProfile& profile) {
@@ -187,10 +187,6 @@ class StorableCheck {
 
 void RequireStorable(const MediaAsset& asset) {
   StorableCheck(asset).Run();
-}
-
-void Refuse(const Identifier& asset, const std::string& reason) {
-  throw NotStoredException(asset, asset.IsEmpty() ? reason : asset.Value() + ": " + reason);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/DataModel/MediaAssets/MediaAsset.h"
-
-#include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
 
@@ -11,9 +8,5 @@ namespace Oru::DataModel::MediaAssets::Database {
 /// they refer to is looked at when they are written. Internal to the library.
 /// @throws NotStoredException with a reason that names the asset, the part and what is wrong with it
 void RequireStorable(const MediaAsset& asset);
-
-/// Throws a NotStoredException about an asset.
-/// @param reason  which part of it, and what is missing or wrong; the text names the asset first
-[[noreturn]] void Refuse(const BusinessEntityModel::BaseTypes::Identifier& asset, const std::string& reason);
 
 }  // namespace Oru::DataModel::MediaAssets::Database

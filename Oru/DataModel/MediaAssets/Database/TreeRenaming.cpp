@@ -29,7 +29,7 @@ void RenameTree(MediaAsset& asset, const Identifier& id) {
   }
   // One beginning for all leaves their order as it is.
   asset.Id(id);
-  ObjectIds::Forget(asset);
+  ForgetObjectIds(asset);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database
