@@ -6,6 +6,7 @@
 #include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "support/CapturedLog.h"
 #include "support/SqlValues.h"
@@ -24,6 +25,9 @@ using namespace Common::Databases;
 using Sqlite::TransactionGuard;
 
 namespace {
+
+using DataModel::MediaAssets::Database::MediaAssetRepository;
+using DataModel::MediaAssets::Database::Protection;
 
 FaultJob::Attempt Opening() {
   return [](DataModelDatabase& db) {
@@ -88,6 +92,31 @@ bool IsSavedOrMended(DataModelDatabase& db) {
   EXPECT_LT(links("RelationMediaAssetMediaResource") + links("RelationAssetTrack"), 4);
   MediaAsset half = MakeClip("new", 1);
   return DeleteClip(db, half) && SaveClip(db, *clip.Clone()) && StoredVersion(db, "new") == 1;
+}
+
+// The same objects in each attempt: they are as they were when one fails.
+FaultJob::Attempt PuttingAll(std::vector<MediaAsset> clips) {
+  const auto objects = std::make_shared<std::vector<MediaAsset>>(std::move(clips));
+  return [objects](DataModelDatabase& db) { return MediaAssetRepository(db).PutAll(*objects).empty(); };
+}
+
+FaultJob::Attempt Putting(MediaAsset clip) {
+  const auto object = std::make_shared<MediaAsset>(std::move(clip));
+  return [object](DataModelDatabase& db) {
+    const int64_t before = object->ObjectId();
+    try {
+      MediaAssetRepository(db).Put(*object);
+      return true;
+    } catch (...) {
+      EXPECT_EQ(object->ObjectId(), before);
+      throw;
+    }
+  };
+}
+
+bool RemovesFirst(DataModelDatabase& db) {
+  MediaAssetRepository(db).Remove(MakeClip("a", 1).Id(), Protection::Ignore);
+  return true;
 }
 
 bool HasNewGroup(DataModelDatabase& db) {
@@ -179,6 +208,14 @@ const std::vector<FaultJob>& FaultJobs() {
       {"SaveAgain", [] { return Plain(MakeClip("a", 2), SaveClip); }, HasVersion("a", 2)},
       {"SaveAgainInTransaction", [] { return InTransaction(MakeClip("a", 2), SaveClip); }, HasVersion("a", 2),
        true},
+      {"PutNew", [] { return Putting(MakeClip("new", 1)); }, HasVersion("new", 1), true},
+      {"PutAgain", [] { return Putting(MakeClip("a", 2)); }, HasVersion("a", 2), true},
+      {"PutAll",
+       [] {
+         return PuttingAll({MakeClip("a", 2), MakeClip("new", 1)});
+       },
+       HasVersion("new", 1), true},
+      {"Remove", [] { return FaultJob::Attempt(RemovesFirst); }, IsDeleted, true},
       {"Delete", [] { return Plain(MakeClip("a", 1), DeleteClip); }, IsDeleted},
       {"DeleteInTransaction", [] { return InTransaction(MakeClip("a", 1), DeleteClip); }, IsDeleted, true},
       {"SaveGroup",

@@ -198,6 +198,9 @@ std::vector<int64_t> MediaAssetWriter::WriteTracks(MediaAsset& asset, const Keys
 // Tells why the channels of a track couldn't be written.
 void MediaAssetWriter::RefuseChannels(const MediaAsset& asset, const Track& track) {
   const bool isValueRefused = database.HasRefusedValue();
+  // Without the transaction, which SQLite may have rolled back at a fault of the disk, nothing would be
+  // found.
+  if (!database.IsInTransaction()) throw InvalidOperationException();
   for (const auto& channel : track.Channels()) {
     const auto& stream = channel->Stream().Id();
     const int64_t streamKey = database.GetStreamTable().GetObjectIdFromIdentifier(stream);
