@@ -2,21 +2,23 @@
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 
 #include "support/AssetReading.h"
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
+#include "support/SqlValues.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <list>
 #include <memory>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -30,7 +32,6 @@ using BusinessEntityModel::BaseTypes::GenericMetadataProfile;
 using BusinessEntityModel::BaseTypes::Identifier;
 using Common::Databases::InvalidOperationException;
 using Common::Databases::Sqlite::ReadGuard;
-using Common::Databases::Sqlite::SavepointGuard;
 using Common::Databases::Sqlite::TransactionGuard;
 using testing::ElementsAre;
 
@@ -204,6 +205,161 @@ TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFil
       EXPECT_EQ(Count("MediaResource"), isStored ? 2 : 1) << refused.reason;
     }
   }
+}
+
+// Gives assets that can be walked once, each of them gone at the next.
+class OnePass {
+ public:
+  class Iterator {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = MediaAsset;
+    using difference_type = std::ptrdiff_t;
+    using pointer = MediaAsset*;
+    using reference = MediaAsset&;
+
+    Iterator(int first, int throwingNumber) : number(first), throwsAt(throwingNumber) { Make(); }
+    MediaAsset& operator*() const { return *asset; }
+    Iterator& operator++() {
+      if (++number == throwsAt) throw std::length_error("by the range");
+      Make();
+      return *this;
+    }
+    bool operator!=(const Iterator& other) const { return number != other.number; }
+
+   private:
+    void Make() { asset = std::make_unique<MediaAsset>(MakeClip("one" + std::to_string(number))); }
+
+    int number;
+    int throwsAt;
+    std::unique_ptr<MediaAsset> asset;
+  };
+
+  OnePass(int assetCount, int throwingNumber) : count(assetCount), throwsAt(throwingNumber) {}
+  Iterator begin() const { return {0, throwsAt}; }
+  Iterator end() const { return {count, -1}; }
+
+ private:
+  int count;
+  int throwsAt;
+};
+
+TEST_F(MediaAssetRepositoryTest, ABatchLeavesOutWhatCannotBeStored) {
+  std::list<MediaAsset> clips;
+  for (const char* id : {"a", "bad", "b"})
+    clips.push_back(MakeClip(id));
+  std::next(clips.begin())->DapOperatorMetadata().Page(11);
+  std::vector<std::pair<int64_t, int64_t>> calls;
+  const auto count = [&](int64_t done, int64_t total) { return calls.emplace_back(done, total), true; };
+  const std::vector<NotStored> leftOut = repository.PutAll(clips, count);
+  ASSERT_EQ(leftOut.size(), 1U);
+  EXPECT_EQ(leftOut[0].id, Identifier("bad"));
+  EXPECT_EQ(leftOut[0].reason, "bad: page 11 is off the range from 0 to 9");
+  EXPECT_THAT(calls, ElementsAre(std::pair<int64_t, int64_t>(1, 3), std::pair<int64_t, int64_t>(2, 3),
+                                 std::pair<int64_t, int64_t>(3, 3)));
+  EXPECT_TRUE(Holds(clips.front()) && Holds(clips.back()));
+  EXPECT_EQ(std::next(clips.begin())->ObjectId(), -1);
+
+  EXPECT_TRUE(repository.PutAll(std::vector<MediaAsset>()).empty());
+  // What was handled is stored when the function ends the call.
+  EXPECT_TRUE(repository
+                  .PutAll(OnePass(5, -1),
+                          [](int64_t done, int64_t total) {
+                            EXPECT_EQ(total, -1);
+                            return done < 2;
+                          })
+                  .empty());
+  EXPECT_EQ(Count("MediaAsset WHERE id LIKE 'one%'"), 2);
+}
+
+TEST_F(MediaAssetRepositoryTest, AnExceptionRollsBackTheBlockOfABatchAndLeavesItsObjects) {
+  std::vector<MediaAsset> clips;
+  for (int i = 0; i < 300; ++i)
+    clips.push_back(MediaAsset(MediaAssetId("clip" + std::to_string(i))));
+  const auto throwAt = [](int64_t last) {
+    return [last](int64_t done, int64_t) {
+      if (done == last) throw std::length_error("by the caller");
+      return true;
+    };
+  };
+  EXPECT_THROW(repository.PutAll(clips, throwAt(290)), std::length_error);
+  const int stored = Count("MediaAsset");
+  EXPECT_TRUE(stored > 100 && stored < 290) << stored;
+  for (int i = 0; i < 300; ++i)
+    EXPECT_EQ(clips[static_cast<std::size_t>(i)].ObjectId() != -1, i < stored) << i;
+  EXPECT_THROW(repository.PutAll(OnePass(5, 3)), std::length_error);
+  EXPECT_EQ(Count("MediaAsset"), stored);
+}
+
+TEST_F(MediaAssetRepositoryTest, AnOperationIsAPartOfTheCallersTransaction) {
+  MediaAsset good = MakeClip("good"), bad = MakeClip("bad");
+  bad.Tracks().Front()->Channels().push_back(Channel("none", 0, 0));
+  {
+    TransactionGuard transaction(database);
+    repository.Put(good);
+    EXPECT_THROW(repository.Put(bad), NotStoredException);
+    transaction.Commit();
+  }
+  EXPECT_TRUE(Holds(good));
+  // The keys that objects got in a transaction that was rolled back are void, and do no harm.
+  MediaAsset late = MakeClip("late"), meanwhile = MakeClip("meanwhile");
+  {
+    TransactionGuard transaction(database);
+    repository.Put(late);
+  }
+  repository.Put(meanwhile);
+  EXPECT_EQ(meanwhile.ObjectId(), late.ObjectId());
+  repository.Put(late);
+  EXPECT_TRUE(Holds(late) && Holds(meanwhile) && Holds(good));
+  MediaAssetRepository::ForgetKeys(late);
+  for (const std::string& line : KeysAndChannels(late, true))
+    EXPECT_TRUE(line.find("late/") == 0 || line.find(" -1") != std::string::npos) << line;
+
+  const ReadGuard view(database);
+  EXPECT_THROW(repository.Put(good), InvalidOperationException);
+  EXPECT_THROW(repository.Remove(good.Id()), InvalidOperationException);
+  EXPECT_TRUE(Holds(good));
+}
+
+TEST_F(MediaAssetRepositoryTest, AStreamMovesBetweenTheResourcesOfAnAssetAndKeepsTheChannelsOnIt) {
+  MediaAsset clip = MakeClip("c"), user{MediaAssetId("user")};
+  repository.Put(clip);
+  user.Tracks().Insert(std::make_shared<Track>(TrackId("user/track")));
+  user.Tracks().Front()->Channels().push_back(Channel("c/resource/stream", 0, 5));
+  repository.Put(user);
+  const auto renamed = MakeResource("a");
+  renamed->Streams().clear();
+  renamed->Streams().push_back(clip.MediaResources().Front()->Streams().front());
+  clip.MediaResources().Clear();
+  clip.MediaResources().Insert(renamed);
+  repository.Put(clip);
+  EXPECT_TRUE(Holds(clip) && Holds(user));
+  EXPECT_EQ(Count("MediaResource"), 1);
+  // A resource stays while a channel takes one of its streams, and goes with the last one.
+  EXPECT_EQ(repository.Remove(clip.Id()), RemoveOutcome::Removed);
+  EXPECT_TRUE(Holds(user));
+  EXPECT_EQ(repository.Remove(user.Id()), RemoveOutcome::Removed);
+  EXPECT_EQ(Count("MediaResource") + Count("Track"), 0);
+}
+
+TEST_F(MediaAssetRepositoryTest, ARemovalTakesGroupsWhoseLastItemItWasAndRespectsProtection) {
+  MediaAsset clip = MakeClip("c"), kept = MakeClip("kept");
+  kept.DapOperatorMetadata().UserProtected(true);
+  repository.Put(clip);
+  repository.Put(kept);
+  Run("INSERT INTO MediaAssetGroup(id) VALUES('alone'), ('both'), ('empty')");
+  Run("INSERT INTO MediaAssetGroupItem(refMediaAssetGroup, refMediaAsset) SELECT g.key, m.key"
+      " FROM MediaAssetGroup g JOIN MediaAsset m WHERE g.id = 'both' OR (g.id = 'alone' AND m.id = 'c')");
+  Run("INSERT INTO MediaResource(id) VALUES('loose')");
+  EXPECT_EQ(repository.Remove(Identifier("none")), RemoveOutcome::Absent);
+  EXPECT_EQ(repository.Remove(Identifier()), RemoveOutcome::Absent);
+  EXPECT_EQ(repository.Remove(kept.Id()), RemoveOutcome::Protected);
+  EXPECT_EQ(repository.Remove(clip.Id()), RemoveOutcome::Removed);
+  EXPECT_EQ(Column(database, "SELECT id FROM MediaAssetGroup ORDER BY id"),
+            (std::vector<std::string>{"both", "empty"}));
+  EXPECT_EQ(Column(database, "SELECT id FROM MediaResource ORDER BY id"),
+            (std::vector<std::string>{"kept/resource", "loose"}));
+  EXPECT_EQ(repository.Remove(kept.Id(), Protection::Ignore), RemoveOutcome::Removed);
 }
 
 }  // namespace
