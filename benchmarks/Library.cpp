@@ -61,11 +61,31 @@ std::vector<DataModel::MediaAssets::MediaAsset> Library::Search(const std::strin
   return ReadAssets(query);
 }
 
-std::vector<DataModel::MediaAssets::MediaAsset> Library::Match(const std::string& word, int limit) {
+namespace {
+
+QuerySqlite BestMatches(const std::string& word, int limit) {
   QuerySqlite query;
   query.Match("MediaAssetFts", FullTextExpression::AllWords(word));
   query.OrderByAsc("MediaAssetFts.rank").Limit(limit, 0);
+  return query;
+}
+
+}  // namespace
+
+std::vector<DataModel::MediaAssets::MediaAsset> Library::Match(const std::string& word, int limit) {
+  QuerySqlite query = BestMatches(word, limit);
   return ReadAssets(query);
+}
+
+std::vector<std::string> Library::MatchNames(const std::string& word, int limit) {
+  QuerySqlite query = BestMatches(word, limit);
+  std::vector<std::string> found;
+  const auto cursor = assets.OpenRawCursor(query);
+  while (cursor->Next()) {
+    found.push_back(cursor->GetString("id"));
+    found.push_back(cursor->GetString("nameFts"));
+  }
+  return found;
 }
 
 std::vector<DataModel::MediaAssets::MediaAsset> Library::ReadAssets(Common::Databases::Query& query) {

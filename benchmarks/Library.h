@@ -37,6 +37,7 @@ class Library {
   int Walk();
   std::vector<MediaAsset> Search(const std::string& text, int limit);
   std::vector<MediaAsset> Match(const std::string& word, int limit);
+  std::vector<std::string> MatchNames(const std::string& word, int limit);
   void Delete(MediaAsset& asset);
   void DeleteAbove(int64_t key);
 

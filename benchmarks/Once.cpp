@@ -33,6 +33,10 @@ void RunOn(const std::string& job, int count) {
     } else if (job == "deep") {
       MediaAsset asset;
       jobs.ReadDeep(clip(i % Stored).ObjectId(), asset);
+    } else if (job == "match") {
+      jobs.Match(LastWord(clip(i % Stored).Name()), 50);
+    } else if (job == "match_raw") {
+      jobs.MatchNames(LastWord(clip(i % Stored).Name()), 50);
     } else if (job == "walk") {
       // All that are stored, each time.
       jobs.Walk();

@@ -50,6 +50,8 @@ class Rival {
   std::vector<MediaAsset> Search(const std::string& text, int limit);
   /// Reads the assets that the full-text index finds for a word, the best first.
   std::vector<MediaAsset> Match(const std::string& word, int limit);
+  /// Reads the identifiers and marked names of those assets, in turn.
+  std::vector<std::string> MatchNames(const std::string& word, int limit);
   void Delete(MediaAsset& asset);
   /// Deletes the assets with keys above one.
   void DeleteAbove(int64_t key);

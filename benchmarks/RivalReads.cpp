@@ -131,6 +131,16 @@ std::vector<MediaAsset> Rival::Match(const std::string& word, int limit) {
   return ReadAssets(matchAssets.With(expression, limit));
 }
 
+std::vector<std::string> Rival::MatchNames(const std::string& word, int limit) {
+  const std::string expression = '"' + word + '"';
+  std::vector<std::string> found;
+  for (Rows row(matchAssets.With(expression, limit)); row.Next();) {
+    found.push_back(row->Text(1));
+    found.push_back(row->Text(13));
+  }
+  return found;
+}
+
 std::vector<MediaAsset> Rival::ReadAssets(Statement& bound) {
   std::vector<MediaAsset> found;
   for (Rows row(bound); row.Next();) {

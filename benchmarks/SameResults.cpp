@@ -119,6 +119,9 @@ void CompareReads(LibrarySite& library, RivalSite& rival, const std::vector<Medi
           "what a search finds, " + step);
   Require(areSame(library.Jobs().Match("take", 5), rival.Jobs().Match("take", 5)),
           "what a full-text search finds, " + step);
+  Require(library.Jobs().MatchNames("take", 5) == rival.Jobs().MatchNames("take", 5) &&
+              library.Jobs().MatchNames("take", 5).size() == 10,
+          "what a raw full-text search finds, " + step);
 }
 
 template <class Side>

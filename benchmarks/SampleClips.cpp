@@ -177,6 +177,10 @@ MediaAsset MakeClip(int number) {
   return clip;
 }
 
+std::string LastWord(const std::string& name) {
+  return name.substr(name.rfind(' ') + 1);
+}
+
 std::vector<MediaAsset> MakeClips(int firstNumber, int count) {
   std::vector<MediaAsset> clips;
   clips.reserve(static_cast<std::size_t>(count));

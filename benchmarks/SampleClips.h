@@ -22,6 +22,9 @@ MediaAsset MakeClip(int number);
 DataModel::MediaAssets::MediaAssetId ClipId(int number);
 std::vector<MediaAsset> MakeClips(int firstNumber, int count);
 
+/// The last word of a clip's name, which no other clip's name holds.
+std::string LastWord(const std::string& name);
+
 /// A multi-angle group of the four clips from a number on, with the operator's identity.
 AnglesMediaAssetGroup MakeGroup(int number, int firstClip);
 

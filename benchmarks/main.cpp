@@ -21,7 +21,7 @@ using Options = std::map<std::string, std::string>;
 constexpr const char* Usage =
     "oru_benchmark [--benchmark_...]      the jobs, once the rival has proved honest\n"
     "oru_benchmark --check                only whether the rival is honest\n"
-    "oru_benchmark --once save|resave|deep --side library|rival --clips N\n"
+    "oru_benchmark --once save|resave|deep|match|match_raw|walk --side library|rival --clips N\n"
     "oru_benchmark --growth FOLDER --sizes N,N,... --bare-up-to N\n"
     "oru_benchmark --connections FOLDER\n";
 
