@@ -1,4 +1,4 @@
-#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include <iostream>
 
@@ -7,11 +7,11 @@ int main() {
   Database::DataModelDatabase database("clips.db", nullptr);
   database.Open();
 
+  Database::MediaAssetRepository clips(database);
   MediaAsset clip("clip-1");
   clip.Name("Opening night");
-  if (!database.GetMediaAssetTable().Save(clip)) return 1;
+  clips.Put(clip);
 
-  MediaAsset found;
-  if (!database.GetMediaAssetTable().GetObject(clip.ObjectId(), found)) return 1;
-  std::cout << found.Id() << ": " << found.Name() << '\n';
+  const auto found = clips.Find("clip-1");
+  std::cout << found->Id() << ": " << found->Name() << '\n';
 }

@@ -25,6 +25,9 @@ namespace Oru::DataModel::MediaAssets::Database {
 class FormerObjectIds;
 class MediaAssetWriter;
 
+/// Known here too, as callers name it beside the repository.
+using MediaAssets::MediaAssetParts;
+
 /// Media assets as wholes: an asset goes in with all that hangs under it, and comes back equal.
 ///
 ///     MediaAssetRepository repository(database);
