@@ -493,6 +493,10 @@ bool DatabaseSqlite::HasRefusedValue() const {
   return code == SQLITE_CONSTRAINT || code == SQLITE_TOOBIG;
 }
 
+int64_t DatabaseSqlite::WrittenRows() const {
+  return IsOpen() ? sqlite3_total_changes64(mHandle) : 0;
+}
+
 int64_t DatabaseSqlite::LastInsertRowId() const {
   return IsOpen() ? sqlite3_last_insert_rowid(mHandle) : 0;
 }

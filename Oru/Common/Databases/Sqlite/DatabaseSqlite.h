@@ -134,6 +134,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool HasRefusedValue() const;
   /// The key that the last insert was given; 0 on a closed database.
   int64_t LastInsertRowId() const;
+  /// How many rows the connection has written since it was opened; 0 on a closed database. The number tells
+  /// whether it has written since the number was asked for before.
+  int64_t WrittenRows() const;
   /// The open connection, null while closed; for calls of SQLite's own interface that this class doesn't
   /// offer. It stays owned by the database.
   sqlite3* Handle() const { return mHandle; }

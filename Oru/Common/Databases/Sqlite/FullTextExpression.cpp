@@ -51,6 +51,10 @@ std::string FullTextExpression::AllWordsAsTyped(const std::string& text) {
   return Words(text, " ") + " *";
 }
 
+std::string FullTextExpression::AllWordsBegun(const std::string& text) {
+  return Words(text, " * ") + " *";
+}
+
 std::string FullTextExpression::AnyWord(const std::string& text) {
   return Words(text, " OR ");
 }

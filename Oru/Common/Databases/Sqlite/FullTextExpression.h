@@ -25,6 +25,8 @@ class ORU_COMMON_DATABASE_EXPORT FullTextExpression {
   static std::string AllWords(const std::string& text);
   /// The same, with the last word being the start of one: for a search while a person types.
   static std::string AllWordsAsTyped(const std::string& text);
+  /// The same, with each word being the start of one.
+  static std::string AllWordsBegun(const std::string& text);
   /// Rows that hold at least one of the words.
   static std::string AnyWord(const std::string& text);
   /// Rows that hold the words one behind the other in one column.

@@ -1,7 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetReader.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetWriter.h"
 #include "Oru/DataModel/MediaAssets/Database/ObjectIds.h"
 #include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
@@ -23,35 +23,26 @@ constexpr int BlockSize = 256;
 }  // namespace
 
 MediaAssetRepository::MediaAssetRepository(DataModelDatabase& assetDatabase)
-    : database(assetDatabase), writer(std::make_unique<MediaAssetWriter>(assetDatabase)) {}
+    : database(assetDatabase),
+      writer(std::make_unique<MediaAssetWriter>(assetDatabase)),
+      reader(std::make_shared<MediaAssetReader>(assetDatabase.GetMediaAssetTable())) {}
 
 MediaAssetRepository::~MediaAssetRepository() = default;
 
 std::optional<MediaAsset> MediaAssetRepository::Find(const Identifier& id, MediaAssetParts parts) {
-  const Sqlite::ConnectionLock lock(database);
-  const Sqlite::ReadGuard view(database);
-  MediaAssetTable& assets = database.GetMediaAssetTable();
-  const int64_t key = id.IsEmpty() ? -1 : writer->FindKey(id);
-  MediaAsset asset;
-  if (key == -1 || !assets.GetObject(key, asset)) return std::nullopt;
-  const auto isWanted = [parts](MediaAssetParts part) { return (parts & part) == part; };
-  if (isWanted(MediaAssetParts::TimeBounds)) assets.ReadTimebounds(asset);
-  if (isWanted(MediaAssetParts::Metadata)) assets.ReadMetadata(asset);
-  if (isWanted(MediaAssetParts::Operator) && assets.GetDapOperatorMetadataTable().Exists(key))
-    assets.ReadDapOperatorMetadata(asset);
-  if (isWanted(MediaAssetParts::Annotations)) assets.ReadAnnotations(asset);
-  if (isWanted(MediaAssetParts::Resources)) {
-    assets.ReadMediaResources(asset);
-    for (auto& resource : asset.MediaResources()) {
-      for (auto& stream : resource->Streams()) {
-        for (const auto& essence : stream->Essences())
-          assets.GetEssenceTable().ReadMetadata(*essence);
-      }
-    }
-  }
-  if (isWanted(MediaAssetParts::Tracks)) assets.ReadTrackLazy(asset);
-  asset.HeldParts(parts);
-  return asset;
+  return reader->Read(id, parts);
+}
+
+MediaAssetPage MediaAssetRepository::Find(const MediaAssetSearch& search, MediaAssetParts parts) {
+  return reader->Read(search, parts);
+}
+
+int64_t MediaAssetRepository::Count(const MediaAssetSearch& search) {
+  return reader->Count(search);
+}
+
+MediaAssetRange MediaAssetRepository::Each(const MediaAssetSearch& search, MediaAssetParts parts) {
+  return MediaAssetRange(reader, search, parts);
 }
 
 void MediaAssetRepository::Put(MediaAsset& asset) {
@@ -131,6 +122,18 @@ RemoveOutcome MediaAssetRepository::Remove(const Identifier& id, Protection prot
     if (protection == Protection::Respect && writer->IsProtected(key)) return RemoveOutcome::Protected;
     writer->Remove(key);
     return RemoveOutcome::Removed;
+  });
+}
+
+int64_t MediaAssetRepository::RemoveAll(const MediaAssetSearch& search, Protection protection) {
+  return Sqlite::AllOrNothing(database, [&] {
+    int64_t count = 0;
+    for (const int64_t key : reader->Keys(search)) {
+      if (protection == Protection::Respect && writer->IsProtected(key)) continue;
+      writer->Remove(key);
+      ++count;
+    }
+    return count;
   });
 }
 

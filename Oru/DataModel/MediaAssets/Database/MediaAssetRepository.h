@@ -4,6 +4,9 @@
 #include "Oru/DataModel/MediaAssets/Database/CopyResources.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetPage.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRange.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetSearch.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStored.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
 #include "Oru/DataModel/MediaAssets/Database/Protection.h"
@@ -23,6 +26,7 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 class FormerObjectIds;
+class MediaAssetReader;
 class MediaAssetWriter;
 
 /// Known here too, as callers name it beside the repository.
@@ -59,6 +63,16 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
   /// @throws InvalidOperationException, with a log entry, when the file can't be read
   std::optional<MediaAsset> Find(const BusinessEntityModel::BaseTypes::Identifier& id,
                                  MediaAssetParts parts = MediaAssetParts::All);
+  /// The page that a search names, and how many assets it finds in all. One view of the file.
+  /// @throws ArgumentException when the page follows an asset of which the order isn't known
+  /// (`MediaAssetSearch::After`);
+  ///         InvalidOperationException, with a log entry, when the file can't be read, as the two that follow
+  MediaAssetPage Find(const MediaAssetSearch& search, MediaAssetParts parts = MediaAssetParts::Row);
+  /// How many assets a search finds, without regard to `Limit` and `After`.
+  int64_t Count(const MediaAssetSearch& search);
+  /// The assets of the page that a search names, an object of its own each, read a few dozen at a time:
+  /// `for (MediaAsset& asset : repository.Each(search))`. The body may use the repository in any way.
+  MediaAssetRange Each(const MediaAssetSearch& search, MediaAssetParts parts = MediaAssetParts::Row);
 
   /// Makes the file hold the asset as it is, new or in place of what is stored under its identifier. The
   /// asset keeps its key, and so its places in groups.
@@ -119,6 +133,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
   RemoveOutcome Remove(const BusinessEntityModel::BaseTypes::Identifier& id,
                        Protection protection = Protection::Respect);
 
+  /// Removes the assets of the page that a search names, as `Remove` does.
+  /// @return how many it removed
+  int64_t RemoveAll(const MediaAssetSearch& search, Protection protection = Protection::Respect);
+
   /// Makes all object ids of an asset's tree -1. For the tables: after a rollback, the ids of what was saved
   /// in the transaction are those of other rows, or will be.
   static void ForgetKeys(MediaAsset& asset);
@@ -140,6 +158,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
 
   DataModelDatabase& database;
   std::unique_ptr<MediaAssetWriter> writer;
+  // Shared with the ranges that read by it.
+  std::shared_ptr<MediaAssetReader> reader;
 };
 
 template <class Range>

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/TimePoints/Core/TimePoint.h"
+
+#include <cstdint>
+#include <string>
+#include <variant>
+
+// What searches compare and order by and no column holds, each as SQL and as what an object gives. Both
+// follow what a read makes of the columns: a server, a place or a camera outside its range is none. Internal
+// to the library.
+namespace Oru::DataModel::MediaAssets::Database::SearchColumns {
+
+/// Conditions on an operator's profile, true where there is no profile.
+std::string NoServer();
+std::string NoGridPlace(const std::string& column);
+std::string NoCamera();
+/// Whether a profile protects its asset.
+std::string Protected();
+
+/// Whether a read takes the number for a page, bank or row.
+bool IsGridPlace(int place);
+
+/// The out mark minus the in mark, NULL without both. A difference beyond 64 bits is a double.
+std::string DurationOfMarks();
+/// The same of an object, negative infinity without both.
+std::variant<int64_t, double> DurationOfMarks(const TimePoints::TimePoint& in,
+                                              const TimePoints::TimePoint& out);
+/// What orders by the duration: negative infinity without both marks.
+std::string DurationOrder();
+
+/// Server, page, bank, row and camera as one number, which orders as they do one after the other: what isn't
+/// set follows what is.
+std::string PlaceOrder();
+int64_t PlaceNumber(const DapOperatorMetadataProfile& profile);
+/// The number of assets without a profile, below that of any place.
+constexpr int64_t NoProfile = -1;
+
+}  // namespace Oru::DataModel::MediaAssets::Database::SearchColumns
