@@ -14,6 +14,7 @@
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/Savepoints.h"
+#include "Oru/Common/Databases/Sqlite/SchemaWatch.h"
 #include "Oru/Common/Databases/Sqlite/SqlText.h"
 #include "Oru/Common/Databases/Sqlite/StatementCache.h"
 
@@ -21,7 +22,9 @@
 
 #include <chrono>
 #include <new>
+#include <optional>
 #include <thread>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -78,12 +81,16 @@ void DatabaseSqlite::Open() {
   // The same text has the same plan whatever its values: SQLite would prepare a statement with a LIKE again
   // for each of them. https://sqlite.org/queryplanner-ng.html#qpstab
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
-  // The first read tells whether the file is a database at all.
-  if (!RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
+  mSchemaWatch = std::make_unique<SchemaWatch>(mHandle);
+  // The first reads tell whether the file is a database at all.
+  if (!mSchemaWatch->Begin() || !RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
       !Configure("journal_mode", connection.journalMode) ||
       !Configure("synchronous", connection.synchronous)) {
     Fail(ErrorText());
   }
+  const std::optional<int64_t> version = mSchemaWatch->DataVersion();
+  if (!version) Fail(ErrorText());
+  mReportedVersion = *version;
   if (mTeller) mTeller->Attach(mHandle);
 }
 
@@ -107,6 +114,7 @@ void DatabaseSqlite::Close() {
     cursor->Close();
   mStatements = std::make_unique<StatementCache>();
   mSavepoints->Clear();
+  mSchemaWatch.reset();
   if (mTeller) mTeller->Forget();
   mInTransaction = false;
   mIsReading = false;
@@ -134,18 +142,23 @@ void DatabaseSqlite::BeginTransaction() {
     RecoverFromShortMemory();
     if (HasLostTransaction()) {
       error = LostTransactionText;
-    } else if (sqlite3_db_readonly(mHandle, "main") == 1) {
+    } else if (IsReadOnly()) {
       // SQLite would begin one all the same, and refuse what it is for.
       error = sqlite3_errstr(SQLITE_READONLY);
     } else if (mStatements->KeepRollback(mHandle) && RunPlain("BEGIN IMMEDIATE")) {
       // A transaction that only reads at first could be refused its first write at once, whatever the
       // timeout, when another connection has written since: https://sqlite.org/lang_transaction.html
-      mInTransaction = true;
-      mIsReading = false;
-      mSavepoints->Forget();
-      ++mTransactionNumber;
-      mChangesAtBegin = sqlite3_total_changes64(mHandle);
-      return;
+      mHasLooked = false;
+      if (IsSchemaTrue(false)) {
+        mInTransaction = true;
+        mIsReading = false;
+        mSavepoints->Forget();
+        ++mTransactionNumber;
+        mChangesAtBegin = sqlite3_total_changes64(mHandle);
+        return;
+      }
+      error = sqlite3_errmsg(mHandle);
+      mStatements->Rollback(mHandle);
     } else {
       error = sqlite3_errmsg(mHandle);
     }
@@ -183,6 +196,7 @@ uint64_t DatabaseSqlite::BeginReading() {
     if (IsInTransaction() || HasLostTransaction()) return 0;
     if (RunPlain("BEGIN")) {
       mIsReading = true;
+      mHasLooked = false;
       return ++mReadingNumber;
     }
     error = sqlite3_errmsg(mHandle);
@@ -267,6 +281,10 @@ bool DatabaseSqlite::IsInTransaction() const {
   return IsOpen() && sqlite3_get_autocommit(mHandle) == 0;
 }
 
+bool DatabaseSqlite::IsReadOnly() const {
+  return IsOpen() && sqlite3_db_readonly(mHandle, "main") == 1;
+}
+
 bool DatabaseSqlite::HasBegunTransaction() const {
   if (!IsOpen()) return false;
   const ConnectionLock lock(*this);
@@ -299,7 +317,23 @@ void DatabaseSqlite::RecoverFromShortMemory() {
 
 const char* DatabaseSqlite::Refusal(bool isReadOnly) {
   RecoverFromShortMemory();
-  return isReadOnly || !HasLostTransaction() ? nullptr : LostTransactionText;
+  if (!isReadOnly && HasLostTransaction()) return LostTransactionText;
+  return IsSchemaTrue(isReadOnly) ? nullptr : sqlite3_errmsg(mHandle);
+}
+
+// Whether what SQLite knows of the tables may be trusted for a statement, after a look at it where a
+// transaction begins to read and before each write outside one. A read that couldn't look shows by itself
+// what was wrong, and the end of a transaction must not be refused for it.
+bool DatabaseSqlite::IsSchemaTrue(bool isReadOnly) {
+  const bool isInTransaction = sqlite3_get_autocommit(mHandle) == 0;
+  if (!isInTransaction) mHasLooked = false;
+  if (mHasLooked || (isReadOnly && !isInTransaction)) return true;
+  if (!mSchemaWatch->Look()) {
+    NoteFailure(sqlite3_extended_errcode(mHandle));
+    return isReadOnly;
+  }
+  mHasLooked = isInTransaction;
+  return true;
 }
 
 bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
@@ -476,6 +510,25 @@ std::string DatabaseSqlite::LastFailure() const {
 
 void DatabaseSqlite::LogFailure(const std::string& message) {
   Log(mLogSource, FailureCode, message);
+}
+
+bool DatabaseSqlite::HasChanged() {
+  std::string error = "the database is not open";
+  if (IsOpen()) {
+    const ConnectionLock lock(*this);
+    if (const std::optional<int64_t> version = mSchemaWatch->DataVersion())
+      return std::exchange(mReportedVersion, *version) != *version;
+    error = sqlite3_errmsg(mHandle);
+  }
+  LogFailure("look for changes refused: " + error);
+  throw InvalidOperationException();
+}
+
+// https://sqlite.org/c3ref/c_config_covering_index_scan.html#sqliteconfigmemstatus
+bool DatabaseSqlite::TuneForThreads() {
+  static bool isTuned = false;
+  if (!isTuned) isTuned = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
+  return isTuned;
 }
 
 std::string DatabaseSqlite::ErrorText() const {

@@ -22,6 +22,7 @@ namespace Oru::Common::Databases::Sqlite {
 class ChangeTeller;
 class OpenCursors;
 class Savepoints;
+class SchemaWatch;
 class StatementCache;
 
 /// A connection to one SQLite file.
@@ -155,6 +156,21 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool HasBegunTransaction() const;
   /// Which transaction of `BeginTransaction` is or was the last: a guard tells its own by it.
   uint64_t TransactionNumber() const;
+  /// Whether another connection has committed since the last call, or since `Open`: what was read before may
+  /// no longer be what the file holds. Within a transaction it reports what was visible at its begin. An
+  /// opening that writes nothing is no change.
+  /// @throws InvalidOperationException, with a log entry, on a closed database, or when the file can't be
+  /// read
+  bool HasChanged();
+
+  /// Switches SQLite's memory statistics off for the whole process. Each allocation takes one lock for them,
+  /// so that threads with a database each wait for one another. To be called once at the start of a program
+  /// that reads with several threads, before any thread uses SQLite.
+  /// @return false when it is too late, as SQLite is in use already; nothing has changed then
+  static bool TuneForThreads();
+
+  /// Whether the file can only be read, by its options or by its permissions; false on a closed database.
+  bool IsReadOnly() const;
   /// How many milliseconds a statement waits for another connection's lock.
   int BusyTimeout() const { return mBusyTimeout; }
 
@@ -180,6 +196,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // Why a statement must not be stepped now, null if it may. To be asked with the handle locked, ahead of the
   // first step of each run.
   const char* Refusal(bool isReadOnly);
+  bool IsSchemaTrue(bool isReadOnly);
   // To be told SQLite's code of each step that failed, with the handle locked.
   void NoteFailure(int code);
   void RecoverFromShortMemory();
@@ -211,6 +228,11 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   uint64_t mReadingNumber = 0;
   bool mHasLackedMemory = false;
   bool mIsReading = false;
+  // Whether the open transaction has looked at the tables' definitions, which can't change within it.
+  bool mHasLooked = false;
+  // The number of the last state that HasChanged has reported.
+  int64_t mReportedVersion = 0;
+  std::unique_ptr<SchemaWatch> mSchemaWatch;
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
   std::unique_ptr<Savepoints> mSavepoints;

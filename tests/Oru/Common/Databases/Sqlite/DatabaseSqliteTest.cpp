@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <thread>
@@ -251,6 +252,55 @@ TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneBehindALostTra
   writer.join();
   EXPECT_EQ(Count(), std::to_string(count));
   EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(DatabaseSqliteTest, ReportsWhetherAnotherConnectionHasCommitted) {
+  const std::string row = "INSERT INTO B VALUES (NULL)";
+  for (const std::string journal : {"delete", "wal"}) {
+    DatabaseSqlite other("file:" + path + "?_journal_mode=" + journal, log.Stream());
+    other.Open();
+    EXPECT_EQ(db.HasChanged(), journal == "wal") << "the change of the journal is a commit";
+    EXPECT_TRUE(db.ExecuteStatement(row));
+    db.BeginTransaction();
+    EXPECT_TRUE(db.ExecuteStatement(row));
+    db.EndTransaction(false);
+    other.Close();
+    other.Open();
+    EXPECT_FALSE(db.HasChanged());
+    EXPECT_TRUE(other.ExecuteStatement(row));
+    EXPECT_TRUE(db.HasChanged());
+    EXPECT_FALSE(db.HasChanged() || other.HasChanged());
+    {
+      const ReadGuard reading(db);
+      EXPECT_FALSE(db.HasChanged());
+      EXPECT_EQ(other.ExecuteStatement("PRAGMA busy_timeout = 0;" + row), journal == "wal");
+      EXPECT_FALSE(db.HasChanged());
+    }
+    EXPECT_EQ(db.HasChanged(), journal == "wal");
+    EXPECT_TRUE(other.ExecuteStatement(row));
+    db.Close();
+    db.Open();
+    EXPECT_FALSE(db.HasChanged());
+  }
+  db.Close();
+  EXPECT_THROW(db.HasChanged(), InvalidOperationException);
+}
+
+// A process of its own, since SQLite takes such a setting only before its first use.
+TEST(DatabaseSqliteThreadsTest, MemoryStatisticsGoOffBeforeTheFirstUseOnly) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_EXIT(
+      {
+        const bool isInTime = DatabaseSqlite::TuneForThreads();
+        DatabaseSqlite db(":memory:", nullptr);
+        db.Open();
+        std::exit(isInTime && sqlite3_memory_used() == 0 && DatabaseSqlite::TuneForThreads() ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  DatabaseSqlite db(":memory:", nullptr);
+  db.Open();
+  EXPECT_FALSE(DatabaseSqlite::TuneForThreads());
+  EXPECT_GT(sqlite3_memory_used(), 0);
 }
 
 TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {
