@@ -38,7 +38,7 @@ FaultJob::Attempt Opening() {
 }
 
 bool HoldsAll(DataModelDatabase& db) {
-  return TestSupport::Value(db, "SELECT count(*) FROM sqlite_schema WHERE name LIKE 'Lookup%'") == "13";
+  return TestSupport::Value(db, "SELECT count(*) FROM sqlite_schema WHERE name LIKE 'Lookup%'") == "17";
 }
 
 // All or nothing. The keys that a rolled-back save has left in its objects are void, so each attempt saves a

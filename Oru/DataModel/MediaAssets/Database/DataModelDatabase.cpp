@@ -1,8 +1,52 @@
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
+#include "Oru/Common/Databases/NotSupportedException.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
+
+#include <algorithm>
+#include <exception>
+#include <regex>
+#include <vector>
+
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
+
+namespace {
+
+const char* const StatisticsTable = "sqlite_stat1";
+
+// The objects that a script makes, unless they are there.
+std::set<std::string> ObjectsOf(const std::string& script) {
+  static const std::regex comment("/\\*[^*]*\\*/"), made("IF NOT EXISTS (\\w+)");
+  const std::string text = std::regex_replace(script, comment, "");
+  std::set<std::string> names;
+  for (std::sregex_iterator name(text.begin(), text.end(), made), end; name != end; ++name)
+    names.insert((*name)[1]);
+  return names;
+}
+
+// A script without its own begin and commit.
+std::string WithoutTransaction(const std::string& script) {
+  static const std::regex control("(BEGIN|COMMIT) TRANSACTION \\w+;");
+  return std::regex_replace(script, control, "");
+}
+
+// The first column of what a select gives.
+// @throws NotSupportedException, with SQLite's text and a log entry, when the file can't be read
+std::vector<std::string> ReadColumn(Sqlite::DatabaseSqlite& database, const std::string& select) {
+  Sqlite::CursorSqlite cursor(database, select);
+  std::vector<std::string> values;
+  try {
+    while (cursor.Step())
+      values.push_back(cursor.GetString(0));
+  } catch (const std::exception&) {
+    throw NotSupportedException(database.ErrorText().c_str(), __FILE__, __LINE__);
+  }
+  return values;
+}
+
+}  // namespace
 
 DataModelDatabase::DataModelDatabase(const std::string& connection, const std::shared_ptr<std::ostream>& log)
     : DatabaseSqlite(connection, log),
@@ -38,11 +82,74 @@ bool DataModelDatabase::RebuildFullTextIndex() {
 }
 
 void DataModelDatabase::Create() {
+  if (IsComplete()) return;
+  const bool isReadable = MissingObjects().count(properties.GetTableName()) == 0;
+  if (isReadable && IsReadOnly()) return;
+  try {
+    MakeMissing();
+  } catch (const NotSupportedException&) {
+    if (IsInTransaction()) ExecuteStatement("ROLLBACK");
+    if (!isReadable) throw;
+  }
+}
+
+void DataModelDatabase::MakeMissing() {
+  // Another process may be making the same just now. So the lock comes first, then what the file has is read
+  // again: what IF NOT EXISTS makes a second time leaves a file that nobody can read.
+  RunOrThrow("BEGIN IMMEDIATE");
+  RunOrThrow("PRAGMA writable_schema = RESET");
   properties.Create();
-  ExecuteStatement(createStatements);
-  ExecuteStatement(indexStatements);
-  ExecuteStatement(populateStatements);
-  ExecuteStatement(lookupIndexStatements);
+  const std::set<std::string> missing = MissingObjects();
+  const auto isMissing = [&missing](const std::string& name) { return missing.count(name) > 0; };
+  const std::set<std::string> indexed = ObjectsOf(indexStatements);
+  const bool isIndexNew = std::any_of(indexed.begin(), indexed.end(), isMissing);
+  RunPart(WithoutTransaction(createStatements));
+  RunPart(WithoutTransaction(indexStatements) +
+          (isIndexNew ? "INSERT INTO MediaAssetFts(MediaAssetFts) VALUES('rebuild');" : ""));
+  RunPart(populateStatements);
+  RunPart(lookupIndexStatements);
+  if (isMissing(StatisticsTable) || !HasStatistics()) RunPart(statisticsStatements);
+  RunOrThrow("COMMIT");
+  // What others committed before is no news.
+  HasChanged();
+}
+
+void DataModelDatabase::RunOrThrow(const std::string& statement) {
+  if (!ExecuteStatement(statement)) throw NotSupportedException(ErrorText().c_str(), __FILE__, __LINE__);
+}
+
+// Runs all of some statements in the open transaction, or none: not when SQLite had to roll it back either.
+void DataModelDatabase::RunPart(const std::string& statements) {
+  if (!IsInTransaction() || ExecuteStatement("SAVEPOINT part;" + statements + "RELEASE part;")) return;
+  if (IsInTransaction()) ExecuteStatement("ROLLBACK TO part; RELEASE part");
+}
+
+bool DataModelDatabase::IsComplete() {
+  return ReadColumn(*this, "PRAGMA main.schema_version") == std::vector<std::string>{"2"} &&
+         MissingObjects().empty() && HasStatistics();
+}
+
+std::set<std::string> DataModelDatabase::MissingObjects() {
+  static const std::set<std::string> scripted = [] {
+    std::set<std::string> names{StatisticsTable};
+    for (const std::string* script : {&createStatements, &indexStatements, &lookupIndexStatements})
+      names.merge(ObjectsOf(*script));
+    return names;
+  }();
+  std::set<std::string> missing = scripted;
+  missing.insert(properties.GetTableName());
+  for (const std::string& name : ReadColumn(*this, "SELECT name FROM main.sqlite_schema"))
+    missing.erase(name);
+  return missing;
+}
+
+// Whether SQLite plans by the numbers that are meant for it, and not by those of somebody's ANALYZE, say.
+bool DataModelDatabase::HasStatistics() {
+  try {
+    return ReadColumn(*this, lackingStatistics).empty();
+  } catch (const NotSupportedException&) {
+    return false;
+  }
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <ostream>
+#include <set>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -42,9 +43,12 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   ~DataModelDatabase() override;
 
   /// Opens the file, new or existing, and gives it the tables that it lacks. Nothing that is stored changes.
+  /// A file that has everything is only read, beside a writer too.
   /// @throws as `DatabaseSqlite::Open` and `Create`; the database is closed then
   void Open() override;
-  /// Runs the scripts that make the tables, on an open database. `Open` does so by itself.
+  /// Makes what the file lacks of the tables, the full-text index, which then is filled, the look-up indexes
+  /// and the numbers by which SQLite plans; sets the file's schema version to 2. All is done in one
+  /// transaction, which waits for other writers once. `Open` does so by itself.
   /// @throws NotSupportedException, with SQLite's text, when the properties table can't be made. A later
   /// script that
   ///         fails leaves a log entry: a file that can only be read, say, can be read even so
@@ -108,6 +112,16 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   static const std::string populateStatements;
   static const std::string viewStatements;
   static const std::string lookupIndexStatements;
+  static const std::string statisticsStatements;
+
+  static const std::string lackingStatistics;
+
+  bool IsComplete();
+  std::set<std::string> MissingObjects();
+  bool HasStatistics();
+  void MakeMissing();
+  void RunOrThrow(const std::string& statement);
+  void RunPart(const std::string& statements);
 
   MediaAssetTable mediaAssetTable;
   MediaAssetGroupTable mediaAssetGroupTable;

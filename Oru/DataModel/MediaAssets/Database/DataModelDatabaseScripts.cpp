@@ -1,11 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
-// The stored file. Every statement may run on a file that has it all already, as it does at every opening.
-//
-// Each script takes the write lock first and then reads the schema anew. Several processes may open one new
-// file at once, and since each sets the schema version back to 2, a schema that was read before the lock can
-// be an old one under a version that looks current: what IF NOT EXISTS then makes a second time leaves a file
-// that nobody can read.
+// The stored file. Every statement may run on a file that has it all already. Several processes may open one
+// new file at once: see DataModelDatabase::Create for the lock.
 namespace Oru::DataModel::MediaAssets::Database {
 
 // Columns stand in the tables in this order and with these declared types: both are part of the format of the
@@ -13,8 +9,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 const std::string DataModelDatabase::createStatements = R"sql(
 PRAGMA schema_version = 2;
 PRAGMA foreign_keys = ON;
-BEGIN IMMEDIATE TRANSACTION creation;
-PRAGMA writable_schema = RESET;
+BEGIN TRANSACTION creation;
 
 CREATE TABLE IF NOT EXISTS MediaAsset (
   key integer primary key autoincrement,
@@ -372,8 +367,7 @@ COMMIT TRANSACTION creation;
 // The full-text index over name and description of assets. It holds no text of its own and is written by the
 // triggers alone: https://sqlite.org/fts5.html#external_content_tables
 const std::string DataModelDatabase::indexStatements = R"sql(
-BEGIN IMMEDIATE TRANSACTION fts;
-PRAGMA writable_schema = RESET;
+BEGIN TRANSACTION fts;
 CREATE VIRTUAL TABLE IF NOT EXISTS MediaAssetFts USING fts5(name, description, content='MediaAsset', content_rowid='key');
 CREATE TRIGGER IF NOT EXISTS MediaAssetFtsAfterInsert AFTER INSERT ON MediaAsset BEGIN
   INSERT INTO MediaAssetFts(rowid, name, description) VALUES (new.key, new.name, new.description);
@@ -392,11 +386,12 @@ const std::string DataModelDatabase::populateStatements = "\n\n";
 
 const std::string DataModelDatabase::viewStatements = "\n\n";
 
-// Without these, every read by owner, every cascade and every clean-up would walk whole tables. Owners that
-// lead a primary key or a unique constraint need none.
+// Without these, every read by owner, every cascade and every clean-up would walk whole tables, and every
+// page of a list would sort them. Owners that lead a primary key or a unique constraint need none.
 const std::string DataModelDatabase::lookupIndexStatements = R"sql(
-BEGIN IMMEDIATE TRANSACTION lookup;
-PRAGMA writable_schema = RESET;
+CREATE INDEX IF NOT EXISTS LookupMediaAssetName ON MediaAsset(name);
+CREATE INDEX IF NOT EXISTS LookupMediaAssetCreationDate ON MediaAsset(creationDate);
+CREATE INDEX IF NOT EXISTS LookupMediaAssetModificationDate ON MediaAsset(modificationDate);
 CREATE INDEX IF NOT EXISTS LookupRelationMediaAssetMediaResourceRefMediaAsset ON RelationMediaAssetMediaResource(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupRelationMediaAssetMediaResourceRefMediaResource ON RelationMediaAssetMediaResource(refMediaResource);
 CREATE INDEX IF NOT EXISTS LookupStreamRefMediaResource ON Stream(refMediaResource);
@@ -406,11 +401,27 @@ CREATE INDEX IF NOT EXISTS LookupMediaAssetGroupItemRefMediaAsset ON MediaAssetG
 CREATE INDEX IF NOT EXISTS LookupRelationAssetTrackRefMediaAsset ON RelationAssetTrack(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupRelationAssetTrackRefTrack ON RelationAssetTrack(refTrack);
 CREATE INDEX IF NOT EXISTS LookupTrackChannelRefEssence ON TrackChannel(refEssence);
-CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataZuServerId ON DapOperatorMetadata(zuServerId);
+DROP INDEX IF EXISTS LookupDapOperatorMetadataZuServerId;
+CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataPlace ON DapOperatorMetadata(zuServerId, dapIdPage, dapIdBank, dapIdRow, dapIdCamera);
+CREATE INDEX IF NOT EXISTS LookupDapOperatorKeywordsKeyword ON DapOperatorKeywords(keyword COLLATE NOCASE);
 CREATE INDEX IF NOT EXISTS LookupAnnotationRefMediaAsset ON Annotation(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupSequenceEditRef ON Sequence(editRef);
 CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataSequenceZuServerId ON DapOperatorMetadataSequence(zuServerId);
-COMMIT TRANSACTION lookup;
 )sql";
+
+// SQLite plans by these numbers what it joins. They call MediaAsset small, whatever it holds: a list then
+// goes by an index of that table and asks the full-text index for one row at a time, instead of walking the
+// full-text index and sorting. True numbers don't do that, since SQLite takes a full-text index for a million
+// rows. https://sqlite.org/fileformat2.html#the_sqlite_stat1_table
+const std::string DataModelDatabase::statisticsStatements = R"sql(
+ANALYZE main.sqlite_schema;
+DELETE FROM main.sqlite_stat1 WHERE tbl = 'MediaAsset';
+INSERT INTO main.sqlite_stat1(tbl, idx, stat) SELECT 'MediaAsset', name, '1000 1' FROM pragma_index_list('MediaAsset', 'main');
+ANALYZE main.sqlite_schema;
+)sql";
+// The indexes that lack theirs.
+const std::string DataModelDatabase::lackingStatistics =
+    "SELECT name FROM pragma_index_list('MediaAsset', 'main') WHERE NOT EXISTS"
+    " (SELECT 1 FROM main.sqlite_stat1 WHERE tbl = 'MediaAsset' AND idx = name AND stat = '1000 1')";
 
 }  // namespace Oru::DataModel::MediaAssets::Database

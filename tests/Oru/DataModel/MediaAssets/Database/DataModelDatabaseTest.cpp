@@ -11,10 +11,12 @@
 #include "support/SqlValues.h"
 #include "support/TemporaryDirectory.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <string>
+#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 
@@ -77,6 +79,89 @@ TEST_F(DataModelDatabaseTest, TheFirstStatementMayBeADeletionWhoeverElseHasOpene
     second.Open();
     EXPECT_TRUE(first.ExecuteStatement("DELETE FROM MediaAsset WHERE id = 'clip'")) << log.Text();
     second.Close();
+  }
+  EXPECT_EQ(log.Text(), "");
+}
+
+// The second opening sets the version that the first one's tables have raised; from then on there is nothing
+// to write.
+TEST_F(DataModelDatabaseTest, AFileThatHasEverythingIsOpenedBesideAWriterWithoutAWrite) {
+  for (const std::string journal : {"delete", "wal"}) {
+    const std::string text = "file:" + path + "?_busy_timeout=0&_journal_mode=" + journal;
+    DataModelDatabase writer(text, log.Stream()), opened(text, log.Stream());
+    writer.Open();
+    opened.Open();
+    opened.Close();
+    ASSERT_TRUE(writer.ExecuteStatement("PRAGMA wal_checkpoint(TRUNCATE)"));
+    const std::string before = TestSupport::FileContent(path) + TestSupport::FileContent(path + "-wal");
+    writer.HasChanged();
+    {
+      const Sqlite::TransactionGuard writing(writer);
+      opened.Open();
+      opened.Close();
+    }
+    EXPECT_FALSE(writer.HasChanged());
+    EXPECT_EQ(TestSupport::FileContent(path) + TestSupport::FileContent(path + "-wal"), before) << journal;
+  }
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(DataModelDatabaseTest, AFirstOpeningBesideAWriterIsRefusedOnceAndLeavesNothingHalf) {
+  const std::string text = "file:" + path + "?_busy_timeout=0";
+  Sqlite::DatabaseSqlite writer(text, log.Stream());
+  writer.Open();
+  DataModelDatabase database(text, log.Stream());
+  {
+    const Sqlite::TransactionGuard writing(writer);
+    EXPECT_THROW(database.Open(), NotSupportedException);
+  }
+  EXPECT_THAT(log.Lines(), testing::ElementsAre(testing::HasSubstr("database is locked")));
+  EXPECT_EQ(TestSupport::FileContent(path), "");
+  database.Open();
+  database.Close();
+  log.Clear();
+  ASSERT_TRUE(writer.ExecuteStatement("DROP INDEX LookupMediaAssetName"));
+  {
+    const Sqlite::TransactionGuard writing(writer);
+    database.Open();
+    EXPECT_EQ(TestSupport::Value(database, "SELECT count(*) FROM MediaAsset"), "0");
+  }
+  EXPECT_THAT(log.Lines(), testing::ElementsAre(testing::HasSubstr("database is locked")));
+}
+
+TEST_F(DataModelDatabaseTest, AnOpeningCompletesWhatAnotherHasLeftHalfWhateverWasStoredMeanwhile) {
+  const std::string schema =
+      "SELECT type || name || coalesce(sql, '') FROM sqlite_schema WHERE name NOT LIKE 'MediaAssetFts\\_%'"
+      " ESCAPE '\\' ORDER BY type, name";
+  const std::string dropIndex =
+      "DROP TRIGGER MediaAssetFtsAfterInsert; DROP TRIGGER MediaAssetFtsAfterDelete;"
+      "DROP TRIGGER MediaAssetFtsAfterUpdate; DROP TABLE MediaAssetFts;";
+  const std::string dropEdits = "DROP TABLE DapOperatorMetadataSequence; DROP TABLE MetadataSequence;";
+  for (const std::string& lost : {dropIndex, std::string("DROP TRIGGER MediaAssetFtsAfterInsert"),
+                                  std::string("DROP TRIGGER MediaAssetFtsAfterUpdate"),
+                                  dropIndex + dropEdits + "DROP TABLE Props; DROP INDEX LookupMediaAssetName",
+                                  std::string("DROP TABLE sqlite_stat1"), std::string("ANALYZE")}) {
+    SCOPED_TRACE(lost);
+    DataModelDatabase database(path, log.Stream());
+    database.Open();
+    const auto whole = TestSupport::Column(database, schema);
+    MediaAsset early = MakeClip("early", "winter"), late = MakeClip("late", "winter");
+    ASSERT_TRUE(database.GetMediaAssetTable().Save(early));
+    ASSERT_TRUE(database.ExecuteStatement(lost)) << log.Text();
+    ASSERT_TRUE(database.ExecuteStatement(
+        "UPDATE MediaAsset SET name = 'summer'; INSERT INTO MediaAsset(id, name) VALUES('late', 'summer')"));
+    database.Close();
+    database.Open();
+    EXPECT_EQ(TestSupport::Column(database, schema), whole);
+    const std::string matches = "SELECT count(*) FROM MediaAssetFts WHERE MediaAssetFts MATCH ";
+    EXPECT_EQ(TestSupport::Value(database, matches + "'summer'"), "2");
+    EXPECT_TRUE(database.GetMediaAssetTable().Save(early) && database.GetMediaAssetTable().Save(late));
+    EXPECT_EQ(TestSupport::Value(database, matches + "'winter'"), "2");
+    EXPECT_EQ(TestSupport::Value(
+                  database, "SELECT group_concat(DISTINCT stat) FROM sqlite_stat1 WHERE tbl = 'MediaAsset'"),
+              "1000 1");
+    EXPECT_TRUE(database.GetMediaAssetTable().DeleteAll());
+    EXPECT_EQ(database.CheckIntegrity(), std::vector<std::string>());
   }
   EXPECT_EQ(log.Text(), "");
 }

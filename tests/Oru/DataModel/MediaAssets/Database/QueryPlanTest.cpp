@@ -253,4 +253,67 @@ TEST_F(QueryPlanTest, TheStepsOfAJobDoNotGrowWithTheFile) {
   }
 }
 
+// Among 100 clips and among 100,000, with the steps of a page of 50 in place of its time.
+TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
+  const auto grow = [this](int count) {
+    Run("WITH RECURSIVE n(i) AS (SELECT 1 + (SELECT count(*) FROM MediaAsset) UNION ALL SELECT i + 1 FROM n "
+        "WHERE i < " +
+        std::to_string(count) +
+        ") INSERT INTO MediaAsset(id, name, creationDate, modificationDate) SELECT 'id' || i, CASE WHEN i <= "
+        "60 THEN "
+        "'goal ' ELSE 'corner ' END || i, i * 7919 % 100003, i * 7919 % 100003 FROM n;"
+        "INSERT INTO DapOperatorMetadata(refMediaAsset, zuServerId, dapIdPage) SELECT key, 100 + key % 10, "
+        "key % 9 FROM MediaAsset "
+        "WHERE key NOT IN (SELECT refMediaAsset FROM DapOperatorMetadata);");
+  };
+  using Ask = void (*)(Common::Databases::Query&);
+  const std::pair<const char*, Ask> lists[] = {
+      {"by key", [](auto& query) { query.OrderByAsc("MediaAsset.key"); }},
+      {"by key, last first", [](auto& query) { query.OrderByDesc("MediaAsset.key"); }},
+      {"by name", [](auto& query) { query.OrderByAsc("MediaAsset.name"); }},
+      {"by name, last first", [](auto& query) { query.OrderByDesc("MediaAsset.name"); }},
+      {"oldest first", [](auto& query) { query.OrderByAsc("creationDate"); }},
+      {"newest first", [](auto& query) { query.OrderByDesc("creationDate"); }},
+      {"changed last", [](auto& query) { query.OrderByDesc("modificationDate"); }},
+      {"a match by rank",
+       [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByAsc("MediaAssetFts.rank"); }},
+      {"a match by key",
+       [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByAsc("MediaAsset.key"); }},
+      {"a match by date",
+       [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByDesc("creationDate"); }},
+  };
+  const auto measure = [&] {
+    std::vector<int64_t> all;
+    for (const auto& [name, ask] : lists) {
+      all.push_back(StepsOf([&, ask = ask, name = name] {
+        const auto query = database.NewQuery();
+        ask(*query);
+        query->Limit(50, 0);
+        const auto cursor = assets.OpenObjectCursor(*query);
+        MediaAsset asset;
+        int count = 0;
+        while (cursor->Next(asset))
+          ++count;
+        EXPECT_EQ(count, 50) << name;
+      }));
+    }
+    return all;
+  };
+  grow(100);
+  const auto few = measure();
+  grow(100000);
+  for (const bool isAnalysed : {false, true}) {
+    // What somebody's ANALYZE has spoilt, the next opening mends.
+    if (isAnalysed) {
+      Run("ANALYZE");
+      database.Create();
+    }
+    const auto many = measure();
+    for (std::size_t i = 0; i < few.size(); ++i) {
+      EXPECT_GT(few[i], 0) << lists[i].first;
+      EXPECT_LE(many[i], few[i] * 11 / 10) << lists[i].first << ", among a hundred " << few[i];
+    }
+  }
+}
+
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -349,6 +349,9 @@ CREATE TRIGGER MediaAssetFtsAfterUpdate AFTER UPDATE ON MediaAsset BEGIN
   INSERT INTO MediaAssetFts(rowid, name, description) VALUES (new.key, new.name, new.description);
 END;
 
+CREATE INDEX LookupMediaAssetName ON MediaAsset(name);
+CREATE INDEX LookupMediaAssetCreationDate ON MediaAsset(creationDate);
+CREATE INDEX LookupMediaAssetModificationDate ON MediaAsset(modificationDate);
 CREATE INDEX LookupRelationMediaAssetMediaResourceRefMediaAsset ON RelationMediaAssetMediaResource(refMediaAsset);
 CREATE INDEX LookupRelationMediaAssetMediaResourceRefMediaResource ON RelationMediaAssetMediaResource(refMediaResource);
 CREATE INDEX LookupStreamRefMediaResource ON Stream(refMediaResource);
@@ -358,7 +361,8 @@ CREATE INDEX LookupMediaAssetGroupItemRefMediaAsset ON MediaAssetGroupItem(refMe
 CREATE INDEX LookupRelationAssetTrackRefMediaAsset ON RelationAssetTrack(refMediaAsset);
 CREATE INDEX LookupRelationAssetTrackRefTrack ON RelationAssetTrack(refTrack);
 CREATE INDEX LookupTrackChannelRefEssence ON TrackChannel(refEssence);
-CREATE INDEX LookupDapOperatorMetadataZuServerId ON DapOperatorMetadata(zuServerId);
+CREATE INDEX LookupDapOperatorMetadataPlace ON DapOperatorMetadata(zuServerId, dapIdPage, dapIdBank, dapIdRow, dapIdCamera);
+CREATE INDEX LookupDapOperatorKeywordsKeyword ON DapOperatorKeywords(keyword COLLATE NOCASE);
 CREATE INDEX LookupAnnotationRefMediaAsset ON Annotation(refMediaAsset);
 CREATE INDEX LookupSequenceEditRef ON Sequence(editRef);
 CREATE INDEX LookupDapOperatorMetadataSequenceZuServerId ON DapOperatorMetadataSequence(zuServerId);

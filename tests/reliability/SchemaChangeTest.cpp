@@ -1,0 +1,106 @@
+#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+
+#include "reliability/Clips.h"
+#include "support/CapturedLog.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+namespace Oru::Reliability {
+
+using Common::Databases::Sqlite::DatabaseSqlite;
+using Common::Databases::Sqlite::ReadGuard;
+using Common::Databases::Sqlite::TransactionGuard;
+
+namespace {
+
+// What another tool does to the tables. Each moves them, or gives them something that every write has to
+// keep.
+constexpr const char* Changes[] = {
+    "CREATE INDEX OfTool ON MediaAsset(assetType, name); CREATE INDEX AlsoOfTool ON Annotation(data)",
+    "CREATE TRIGGER OfTool AFTER UPDATE ON MediaAsset BEGIN INSERT INTO Seen VALUES (new.name); END",
+    // So that the tables come to lie elsewhere.
+    "DROP INDEX LookupMediaAssetName; DROP INDEX LookupEssenceRefStream; CREATE TABLE Other (a);"
+    "CREATE INDEX LookupEssenceRefStream ON Essence(refStream); CREATE INDEX LookupMediaAssetName ON "
+    "MediaAsset(name);"
+    "DROP TABLE Other; VACUUM",
+};
+
+}  // namespace
+
+class SchemaChangeTest : public testing::TestWithParam<const char*> {
+ protected:
+  const TestSupport::TemporaryDirectory directory;
+  TestSupport::CapturedLog log;
+  const std::string path = directory.File("clips.db");
+  const std::string connection = "file:" + path + "?_synchronous=off&_journal_mode=" + GetParam();
+};
+
+// SQLite notices that the tables have changed by a number that each opening sets back.
+TEST_P(SchemaChangeTest, AnIdleConnectionNoticesWhatAnOpeningAfterItHides) {
+  const std::function<void(DataModelDatabase&, MediaAsset&)> uses[] = {
+      [](DataModelDatabase& db, MediaAsset& clip) { EXPECT_TRUE(db.GetMediaAssetTable().Save(clip)); },
+      [](DataModelDatabase& db, MediaAsset& clip) {
+        TransactionGuard transaction(db);
+        EXPECT_TRUE(db.GetMediaAssetTable().Save(clip));
+        transaction.Commit();
+      },
+      [](DataModelDatabase& db, MediaAsset& clip) {
+        EXPECT_TRUE(db.ExecuteStatement("BEGIN"));
+        EXPECT_TRUE(db.GetMediaAssetTable().Save(clip));
+        EXPECT_TRUE(db.ExecuteStatement("COMMIT"));
+      },
+      [](DataModelDatabase& db, MediaAsset& clip) {
+        {
+          const ReadGuard reading(db);
+          EXPECT_EQ(StoredVersion(db, "clip"), 1);
+        }
+        EXPECT_TRUE(db.GetMediaAssetTable().Save(clip));
+      },
+  };
+  for (int round = 0; round < (IsLong() ? 17 : 1); ++round) {
+    for (const std::string change : Changes) {
+      for (const auto& use : uses) {
+        Restore(path, "");
+        DataModelDatabase idle(connection, log.Stream()), opened(connection, log.Stream());
+        idle.Open();
+        // From here on the file's number is the one that openings set.
+        opened.Open();
+        opened.Close();
+        MediaAsset first = MakeClip("clip", 1), second = MakeClip("clip", 2), other = MakeClip("other", 1);
+        EXPECT_TRUE(idle.GetMediaAssetTable().Save(first) &&
+                    idle.ExecuteStatement("CREATE TABLE Seen (name)"));
+        opened.Open();
+        opened.Close();
+        EXPECT_EQ(StoredVersion(idle, "clip"), 1);
+        {
+          DatabaseSqlite tool(connection, log.Stream());
+          tool.Open();
+          EXPECT_TRUE(tool.ExecuteStatement(change)) << log.Text();
+        }
+        opened.Open();
+        EXPECT_EQ(TestSupport::Value(opened, "PRAGMA schema_version"), "2");
+        use(idle, second);
+        EXPECT_EQ(StoredVersion(idle, "clip"), 2);
+        EXPECT_TRUE(opened.GetMediaAssetTable().Save(other));
+        EXPECT_EQ(StoredVersion(opened, "clip"), 2);
+        const std::string seen = change.find("TRIGGER") == std::string::npos ? "(no row)" : "2";
+        EXPECT_EQ(TestSupport::Value(opened, "SELECT name FROM Seen"), seen);
+        idle.Close();
+        opened.Close();
+        ASSERT_EQ(Faults(path), "") << change;
+      }
+    }
+  }
+  EXPECT_EQ(log.Text(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Journal, SchemaChangeTest, testing::Values("delete", "wal"),
+                         [](const auto& mode) { return std::string(mode.param); });
+
+}  // namespace Oru::Reliability
