@@ -71,6 +71,14 @@ void ChangeTeller::ForgetOpen() {
   mOpen.Clear();
 }
 
+bool ChangeTeller::Retire() {
+  ForgetOpen();
+  mCommitted.Clear();
+  if (mIsTelling) return false;
+  Detach();
+  return true;
+}
+
 void ChangeTeller::OnUpdate(void* self, int operation, const char* schema, const char* table, long long key) {
   if (std::string_view(schema) != "main") return;
   static_cast<ChangeTeller*>(self)->mOpen.Add(table, key, KindOf(operation));

@@ -45,6 +45,9 @@ class ChangeTeller {
   void Detach();
   /// Forgets a connection that is being closed, and what was not committed.
   void Forget();
+  /// Without a listener: forgets what has changed, and takes the hooks away.
+  /// @return whether the teller is done with; not while a call of `Tell` is under way, which needs it whole
+  bool Retire();
 
   /// To be told of a step that failed: what it has changed is undone.
   void NoteFailedStatement();

@@ -59,12 +59,50 @@ bool Take(const std::string& name, const std::string& value, ConnectionText& res
   return false;
 }
 
+// What a path means as a URI: https://sqlite.org/uri.html
+std::string AsUri(std::string_view path) {
+  std::string uri("file:");
+  for (const char c : path) {
+    if (c == '%') uri += "%25";
+    if (c == '#') uri += "%23";
+    if (c != '%' && c != '#') uri += c;
+  }
+  return uri;
+}
+
+// Whether a name=value follows the first question mark.
+bool HasOption(std::string_view text) {
+  const std::size_t mark = text.find('?');
+  if (mark == std::string_view::npos) return false;
+  const std::string_view option = text.substr(mark + 1);
+  const std::size_t equals = option.find('=');
+  const auto isOfName = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  };
+  return equals != std::string_view::npos && equals > 0 &&
+         std::all_of(option.begin(), option.begin() + static_cast<std::ptrdiff_t>(equals), isOfName);
+}
+
+// What is wrong with the whole of a text, empty for nothing.
+std::string FaultOf(const std::string& text) {
+  const bool isUri = text.compare(0, 5, "file:") == 0;
+  // SQLite would take what stands before it for the whole name.
+  const bool hasNul = text.find('\0') != std::string::npos ||
+                      (isUri && text.substr(0, text.find('#')).find("%00") != std::string::npos);
+  if (hasNul) return "the connection text holds a NUL byte";
+  // SQLite would make a file of that name.
+  if (!isUri && HasOption(text))
+    return "options need a URI: write \"" + AsUri(text) + "\" in place of \"" + text + "\"";
+  return {};
+}
+
 }  // namespace
 
 ConnectionText ConnectionText::Parse(const std::string& text) {
   ConnectionText result;
+  result.fault = FaultOf(text);
   std::string_view uri = text;
-  if (uri.substr(0, 5) != "file:") return result;
+  if (!result.fault.empty() || uri.substr(0, 5) != "file:") return result;
   uri = uri.substr(0, uri.find('#'));
   const std::size_t mark = uri.find('?');
   std::string_view options = mark == std::string_view::npos ? std::string_view() : uri.substr(mark + 1);

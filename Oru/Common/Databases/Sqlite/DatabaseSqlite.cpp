@@ -32,6 +32,8 @@ namespace {
 
 constexpr const char* LostTransactionText =
     "the transaction was rolled back at an earlier failure and must be ended first";
+constexpr const char* ReadingText =
+    "a reading (ReadGuard) is under way on this connection and must end before anything is written";
 
 }  // namespace
 
@@ -142,6 +144,8 @@ void DatabaseSqlite::BeginTransaction() {
     RecoverFromShortMemory();
     if (HasLostTransaction()) {
       error = LostTransactionText;
+    } else if (mIsReading && IsInTransaction()) {
+      error = ReadingText;
     } else if (IsReadOnly()) {
       // SQLite would begin one all the same, and refuse what it is for.
       error = sqlite3_errstr(SQLITE_READONLY);
@@ -210,7 +214,7 @@ void DatabaseSqlite::EndReading(uint64_t number) {
   const ConnectionLock lock(*this);
   if (!mIsReading || number != mReadingNumber) return;
   mIsReading = false;
-  // A reading may have been written in, against advice; what was written isn't lost then.
+  // Only by a statement on the handle itself can it have been written in.
   if (IsInTransaction() && !RunPlain("COMMIT")) {
     LogFailure("end of a reading refused: " + ErrorText());
     RunPlain("ROLLBACK");
@@ -317,7 +321,13 @@ void DatabaseSqlite::RecoverFromShortMemory() {
 
 const char* DatabaseSqlite::Refusal(bool isReadOnly) {
   RecoverFromShortMemory();
-  if (!isReadOnly && HasLostTransaction()) return LostTransactionText;
+  // A statement of the caller's may have ended the reading.
+  if (!IsInTransaction()) mIsReading = false;
+  if (!isReadOnly) {
+    if (HasLostTransaction()) return LostTransactionText;
+    // What a reading writes would be lost, after it was reported, where its end can't commit.
+    if (mIsReading) return ReadingText;
+  }
   return IsSchemaTrue(isReadOnly) ? nullptr : sqlite3_errmsg(mHandle);
 }
 
@@ -450,7 +460,8 @@ std::vector<std::string> DatabaseSqlite::CheckIntegrity() {
   std::string error = "the database is not open";
   if (IsOpen()) {
     const ConnectionLock lock(*this);
-    const char* refusal = Refusal(false);
+    RecoverFromShortMemory();
+    const char* refusal = HasLostTransaction() ? LostTransactionText : nullptr;
     IntegrityCheck check(mHandle);
     const int code = refusal ? SQLITE_ERROR : check.Run();
     if (code == SQLITE_OK) return check.Findings();
@@ -480,8 +491,7 @@ std::shared_ptr<ChangeTeller> DatabaseSqlite::AddListener(
 
 std::shared_ptr<ChangeTeller> DatabaseSqlite::TellerWithNews() const noexcept {
   if (!mTeller->HasListeners()) {
-    mTeller->Detach();
-    mTeller.reset();
+    if (mTeller->Retire()) mTeller.reset();
     return nullptr;
   }
   mTeller->Settle();

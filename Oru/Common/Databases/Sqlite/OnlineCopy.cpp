@@ -61,7 +61,8 @@ OnlineCopy::Failure::Failure(int sqliteCode)
 
 std::string OnlineCopy::WhyNoTarget(const std::string& target) {
   // What SQLite would take for something else than a path.
-  if (target.empty() || target[0] == ':' || target.compare(0, 5, "file:") == 0)
+  const bool hasNul = target.find('\0') != std::string::npos;
+  if (target.empty() || hasNul || target[0] == ':' || target.compare(0, 5, "file:") == 0)
     return "\"" + target + "\" is no path";
   // A journal that somebody left behind would be rolled back into the copy at its first opening.
   for (const char* suffix : {"", "-journal", "-wal"}) {

@@ -16,6 +16,9 @@ class DatabaseSqlite;
 /// clips, not for a session. Inside an open transaction, or inside another guard, a guard has nothing to do
 /// and does nothing.
 ///
+/// Nothing is written on the connection meanwhile, whichever thread tries: a write gives false and the begin
+/// of a transaction throws InvalidOperationException, each with a log entry that says why.
+///
 /// Threads: a guard belongs to one thread at a time, and covers all reads on its connection.
 class ORU_COMMON_DATABASE_EXPORT ReadGuard {
  public:

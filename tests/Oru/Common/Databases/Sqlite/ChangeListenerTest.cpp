@@ -155,11 +155,7 @@ TEST_F(ChangeListenerTest, TellsWhicheverWayACommitComesAbout) {
   EXPECT_TRUE(notes.Save(note));
   EXPECT_TRUE(notes.DeleteAll());
   EXPECT_THAT(Told(), ElementsAre("Note+1", "Note~1", "Note-1"));
-  {
-    const ReadGuard reading(db);
-    Run("INSERT INTO Free VALUES (3)");
-    EXPECT_THAT(Told(), IsEmpty());
-  }
+  Run("INSERT INTO Free VALUES (3)");
   EXPECT_THAT(Told(), ElementsAre("Free+3"));
   CursorSqlite cursor(db, "INSERT INTO Free VALUES (4), (5) RETURNING rowid");
   EXPECT_TRUE(cursor.Step());
@@ -213,6 +209,21 @@ TEST_F(ChangeListenerTest, TheFunctionMayReadWriteThrowComeAndGo) {
   EXPECT_TRUE(log.Contains("a listener of changes threw: no more paper"));
   EXPECT_TRUE(log.Contains("something that is no exception"));
   EXPECT_EQ(second, nullptr);
+}
+
+TEST_F(ChangeListenerTest, TheLastOneMayGoWithinItsOwnFunctionAndTheDatabaseBeUsed) {
+  listener.reset();
+  std::unique_ptr<ChangeListener> last;
+  last = std::make_unique<ChangeListener>(db, [&](const ChangeNotice& notice) {
+    told.push_back(Text(notice));
+    last.reset();
+    Run("INSERT INTO Free VALUES (4)");
+    listener.emplace(db, [this](const ChangeNotice& later) { told.push_back("later " + Text(later)); });
+  });
+  Run("INSERT INTO Free VALUES (3)");
+  EXPECT_THAT(Told(), ElementsAre("Free+3"));
+  Run("INSERT INTO Free VALUES (5)");
+  EXPECT_THAT(Told(), ElementsAre("later Free+5"));
 }
 
 TEST_F(ChangeListenerTest, OfTooManyRowsTellsTheTable) {
@@ -328,32 +339,39 @@ TEST_F(ChangeListenerTest, TellsTheDifferenceThatATransactionMakes) {
   }
 }
 
-// Threads: two write on one connection, and a third comes and goes as a listener.
+// Threads: two write on one connection, and a third comes and goes as a listener, at first beside another one
+// and then as the only one.
 TEST_F(ChangeListenerTest, ThreadsTellOneAtATimeAndMissNothing) {
-  listener.reset();
   std::atomic<int> callers{0};
   int rows = 0;
-  const ChangeListener counting(db, [&](const ChangeNotice& notice) {
+  const auto count = [&](const ChangeNotice& notice) {
     EXPECT_EQ(++callers, 1);
     for (const auto& table : notice.tables)
       rows += static_cast<int>(table.rows.size());
     EXPECT_NE(Value(db, "SELECT count(*) FROM Free"), "");
     --callers;
-  });
+  };
   constexpr int rounds = 300;
   const auto write = [&] {
     for (int i = 0; i < rounds; ++i)
       EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Free VALUES (0)"));
   };
-  std::thread threads[] = {std::thread(write), std::thread(write), std::thread([&] {
-                             for (int i = 0; i < rounds; ++i) {
-                               int heard = 0;
-                               const ChangeListener passing(db, [&](const ChangeNotice&) { ++heard; });
-                             }
-                           })};
-  for (std::thread& thread : threads)
-    thread.join();
+  const auto work = [&](const ChangeListener::Function& passing) {
+    std::thread threads[] = {std::thread(write), std::thread(write), std::thread([&] {
+                               for (int i = 0; i < rounds; ++i)
+                                 const ChangeListener comesAndGoes(db, passing);
+                             })};
+    for (std::thread& thread : threads)
+      thread.join();
+  };
+  listener.emplace(db, count);
+  int heard = 0;
+  work([&](const ChangeNotice&) { ++heard; });
   EXPECT_EQ(rows, 2 * rounds);
+  listener.reset();
+  work(count);
+  EXPECT_EQ(callers, 0);
+  EXPECT_LE(rows, 4 * rounds);
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -86,6 +86,25 @@ TEST_F(DatabaseSqliteTest, BadOptionsAreRefusedByName) {
   EXPECT_FALSE(std::filesystem::exists(directory.File("new.db")));
 }
 
+TEST_F(DatabaseSqliteTest, TextsThatSqliteWouldTakeForAnotherFileAreRefused) {
+  const std::string plain = directory.File("a#1.db");
+  const std::string refused[] = {plain + "?mode=ro", plain + "?_busy_timeout=", plain + '\0' + "x",
+                                 "file:" + directory.File("new%00.db")};
+  for (const std::string& connection : refused) {
+    DatabaseSqlite other(connection, log.Stream());
+    EXPECT_THROW(other.Open(), ArgumentException) << connection;
+  }
+  EXPECT_EQ(log.Lines().size(), 4U);
+  EXPECT_TRUE(log.Contains("write \"file:" + directory.File("a%231.db") + "?mode=ro\"")) << log.Text();
+  EXPECT_TRUE(log.Contains("the connection text holds a NUL byte"));
+  for (const char* name : {"what?", "what?a b=c", "is it=so", "?=.db"}) {
+    DatabaseSqlite other(directory.File(name), log.Stream());
+    other.Open();
+    EXPECT_TRUE(other.ExecuteStatement("CREATE TABLE T (a)"));
+    EXPECT_TRUE(std::filesystem::exists(directory.File(name)));
+  }
+}
+
 TEST_F(DatabaseSqliteTest, AnOpenThatFailsLeavesTheDatabaseClosedAndTheFileAsItWas) {
   const std::string text = directory.File("notes.txt"), missing = directory.File("sub/clips.db");
   std::ofstream(text) << std::string(5000, 'x');

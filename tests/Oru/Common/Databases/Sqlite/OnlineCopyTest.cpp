@@ -125,7 +125,8 @@ TEST_F(OnlineCopyTest, RefusesATargetThatIsThereAlreadyOrCannotBe) {
     ExpectRefusal<ArgumentException>(file, "exists already");
   }
   EXPECT_EQ(FileContent(directory.File("old.db")), "old");
-  for (const std::string file : {"", ":memory:", "file:copy.db"})
+  for (const std::string& file : {std::string(), std::string(":memory:"), std::string("file:copy.db"),
+                                  directory.File("copy.db") + '\0' + "x"})
     ExpectRefusal<ArgumentException>(file, "is no path");
   ExpectRefusal<NotSupportedException>(directory.File("no/such/folder.db"), "No such file");
   ExpectRefusal<NotSupportedException>(directory.File("old.db/copy.db"), "Not a directory");

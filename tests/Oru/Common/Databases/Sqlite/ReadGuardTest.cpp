@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <thread>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -56,6 +57,34 @@ TEST_F(ReadGuardTest, HoldsOneViewUntilItIsEnded) {
     EXPECT_FALSE(OtherWrites("e"));
   }
   EXPECT_TRUE(OtherWrites("e"));
+}
+
+// Others keep a rollback journal from committing at the end of a reading, and what was written in it would be
+// lost after it was reported.
+TEST_F(ReadGuardTest, NothingIsWrittenInItWhicheverThreadTries) {
+  TestSupport::NoteTable notes(db);
+  Note note{-1, "lost", 1};
+  const auto writes = [&] {
+    EXPECT_FALSE(notes.Save(note));
+    EXPECT_FALSE(notes.Delete(1));
+    EXPECT_THROW(CursorSqlite(db, "DELETE FROM Note").Run(), InvalidOperationException);
+    EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
+    EXPECT_NE(db.LastFailure().find("a reading (ReadGuard)"), std::string::npos);
+  };
+  {
+    const ReadGuard guard(db);
+    writes();
+    std::thread(writes).join();
+    EXPECT_EQ(Count(), "3");
+  }
+  EXPECT_EQ(Count(), "3");
+  const ReadGuard ended(db);
+  // A caller's own COMMIT is an end of the reading.
+  CursorSqlite(db, "COMMIT").Run();
+  CursorSqlite(db, "BEGIN").Run();
+  EXPECT_TRUE(notes.Save(note));
+  CursorSqlite(db, "COMMIT").Run();
+  EXPECT_EQ(Count(), "4");
 }
 
 TEST_F(ReadGuardTest, SeesTheSameStateInWalModeWhileOthersWrite) {

@@ -117,7 +117,7 @@ TEST(GuardTest, DestructorsThrowNothingWhenTheirEndIsRefusedAndTheLogThrows) {
   EXPECT_EQ(db.EndTransaction(false), 0);
   {
     const ReadGuard reading(db);
-    EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (99)"));
+    EXPECT_EQ(sqlite3_exec(db.Handle(), "INSERT INTO A VALUES (99)", nullptr, nullptr, nullptr), SQLITE_OK);
   }
   EXPECT_FALSE(db.IsInTransaction());
   EXPECT_EQ(TestSupport::Value(db, "SELECT count(*) || (SELECT count(*) FROM B) FROM A"), "00");
