@@ -10,7 +10,7 @@ set(ORU_LIBRARIES
 install(TARGETS ${ORU_LIBRARIES} EXPORT OruTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev)
 
-# Headers: all but the internal ones, and the generated export headers.
+# Headers: all but the internal ones.
 file(STRINGS ${PROJECT_SOURCE_DIR}/cmake/internal-headers.txt internal_headers REGEX "^[^#]")
 set(internal_patterns)
 foreach(header IN LISTS internal_headers)
@@ -20,7 +20,7 @@ foreach(header IN LISTS internal_headers)
   string(REPLACE "." "\\." pattern ${header})
   list(APPEND internal_patterns REGEX "/${pattern}$" EXCLUDE)
 endforeach()
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/Oru ${ORU_GENERATED_DIR}/Oru
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/Oru
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev
   FILES_MATCHING PATTERN "*.h" ${internal_patterns})
 

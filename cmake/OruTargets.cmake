@@ -1,14 +1,10 @@
 # How every target of the project is built, in one place.
-include(GenerateExportHeader)
 
 # The version of the binary interface. Raise it with each release that breaks callers already
 # linked: a virtual operation added, moved or removed, a member added to an exported class, an
 # exported name removed. Leave it for new classes, new non-virtual operations and repairs.
 # 0.1.0 -> 0.2.0 with a new virtual operation: 0 -> 1.  0.1.0 -> 0.1.1 with a repair: stays 0.
 set(ORU_SOVERSION 0)
-
-# The include root in the build tree for generated export headers.
-set(ORU_GENERATED_DIR ${CMAKE_BINARY_DIR}/generated)
 
 option(ORU_COVERAGE "Count the lines and branches that run, for gcov" OFF)
 
@@ -33,11 +29,10 @@ function(oru_compile_options target)
   endif()
 endfunction()
 
-# oru_add_library(<name> EXPORT_BASE <macro prefix> EXPORT_HEADER <path under the include root>
-#                 FOLDERS <folder>... [LINK_PUBLIC <target>...] [LINK_PRIVATE <target>...])
+# oru_add_library(<name> FOLDERS <folder>... [LINK_PUBLIC <target>...] [LINK_PRIVATE <target>...])
 # A shared library libOru.<name>.so of the sources of the folders, exported as Oru::<name>.
 function(oru_add_library name)
-  cmake_parse_arguments(ARG "" "EXPORT_BASE;EXPORT_HEADER" "FOLDERS;LINK_PUBLIC;LINK_PRIVATE" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "FOLDERS;LINK_PUBLIC;LINK_PRIVATE" ${ARGN})
   set(globs)
   foreach(folder IN LISTS ARG_FOLDERS)
     list(APPEND globs ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
@@ -59,12 +54,9 @@ function(oru_add_library name)
     # Installed, the libraries find each other wherever their folder is moved.
     INSTALL_RPATH "$ORIGIN"
     LINKER_LANGUAGE CXX)
-  generate_export_header(${target} BASE_NAME ${ARG_EXPORT_BASE}
-    EXPORT_FILE_NAME ${ORU_GENERATED_DIR}/${ARG_EXPORT_HEADER})
   target_compile_features(${target} PUBLIC cxx_std_17)
   target_include_directories(${target} PUBLIC
     $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
-    $<BUILD_INTERFACE:${ORU_GENERATED_DIR}>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${target} PUBLIC ${ARG_LINK_PUBLIC} PRIVATE ${ARG_LINK_PRIVATE})
   # Every symbol must be found in a library that is named: a missing dependency fails at this link,

@@ -39,6 +39,9 @@ class StringValue {
   friend bool operator<(const Derived& left, const Derived& right) noexcept {
     return left.Value() < right.Value();
   }
+  friend bool operator>(const Derived& left, const Derived& right) noexcept { return right < left; }
+  friend bool operator<=(const Derived& left, const Derived& right) noexcept { return !(right < left); }
+  friend bool operator>=(const Derived& left, const Derived& right) noexcept { return !(left < right); }
   friend std::ostream& operator<<(std::ostream& stream, const Derived& item) {
     return stream << item.Value();
   }

@@ -15,7 +15,7 @@ class ORU_EDITS_EXPORT SequenceDuration {
   /// 0, not fixed.
   SequenceDuration();
   /// A fixed duration.
-  explicit SequenceDuration(const TimePoints::Duration& length);
+  SequenceDuration(const TimePoints::Duration& length);
 
   /// How long the sequence lasts; counts only while it is fixed.
   const TimePoints::Duration& Duration() const noexcept { return duration; }

@@ -8,15 +8,19 @@ namespace Oru::Common::Databases {
 
 /// Thrown when a call got an argument that it can't work with: an unknown column, a missing database, a bad
 /// option.
+///
+/// Each library that throws it has its code, so that a program needn't link this one for it.
 class ORU_COMMON_DATABASE_EXPORT ArgumentException : public std::exception {
  public:
   ArgumentException() = default;
   ArgumentException(const ArgumentException&) = default;
   ArgumentException& operator=(const ArgumentException&) = default;
-  ~ArgumentException() override;
+  ORU_COMMON_DATABASE_EXPORT ~ArgumentException() override = default;
 
   /// A fixed text that callers may compare with.
-  const char* what() const noexcept override;
+  ORU_COMMON_DATABASE_EXPORT const char* what() const noexcept override {
+    return "Wrong arguement exception";
+  }
 };
 
 }  // namespace Oru::Common::Databases

@@ -51,14 +51,14 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   virtual int32_t Get(const std::string& name, uint8_t** out) const = 0;
 
   /// Read a column of the current row, or throw ArgumentException where `Get` gives false:
-  int64_t GetInt64(const std::string& name) const;
-  uint64_t GetUInt64(const std::string& name) const;
-  int32_t GetInt32(const std::string& name) const;
-  uint32_t GetUInt32(const std::string& name) const;
-  double GetDouble(const std::string& name) const;
-  bool GetBoolean(const std::string& name) const;
-  std::string GetString(const std::string& name) const;
-  int32_t GetBytes(const std::string& name, uint8_t** out) const;
+  virtual int64_t GetInt64(const std::string& name) const;
+  virtual uint64_t GetUInt64(const std::string& name) const;
+  virtual int32_t GetInt32(const std::string& name) const;
+  virtual uint32_t GetUInt32(const std::string& name) const;
+  virtual double GetDouble(const std::string& name) const;
+  virtual bool GetBoolean(const std::string& name) const;
+  virtual std::string GetString(const std::string& name) const;
+  virtual int32_t GetBytes(const std::string& name, uint8_t** out) const;
 
   /// Bind a parameter. False, with a log entry, for an unknown name or when the database refuses the value.
   virtual bool Bind(const std::string& name, int64_t value) = 0;
@@ -80,8 +80,13 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   /// Rewinds the statement and clears its bindings, so that it can be bound and stepped again.
   virtual void Reset() = 0;
 
-  /// A C string is text; without this form it would bind as a bool.
+  /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
+  /// bool), 64 bits for long long:
   bool Bind(const std::string& name, const char* value) { return Bind(name, std::string(value)); }
+  bool Bind(const std::string& name, long long value) { return Bind(name, static_cast<int64_t>(value)); }
+  bool Bind(const std::string& name, unsigned long long value) {
+    return Bind(name, static_cast<uint64_t>(value));
+  }
 
  protected:
   /// Null for a cursor without one.

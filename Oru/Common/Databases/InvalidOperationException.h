@@ -8,15 +8,19 @@ namespace Oru::Common::Databases {
 
 /// Thrown when the database refused a step, or a call came in a state that doesn't allow it; the log holds
 /// SQLite's text.
+///
+/// Each library that throws it has its code, so that a program needn't link this one for it.
 class ORU_COMMON_DATABASE_EXPORT InvalidOperationException : public std::exception {
  public:
   InvalidOperationException() = default;
   InvalidOperationException(const InvalidOperationException&) = default;
   InvalidOperationException& operator=(const InvalidOperationException&) = default;
-  ~InvalidOperationException() override;
+  ORU_COMMON_DATABASE_EXPORT ~InvalidOperationException() override = default;
 
   /// A fixed text that callers may compare with.
-  const char* what() const noexcept override;
+  ORU_COMMON_DATABASE_EXPORT const char* what() const noexcept override {
+    return "Invalid Operation Exception";
+  }
 };
 
 }  // namespace Oru::Common::Databases

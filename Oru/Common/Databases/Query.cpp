@@ -1,7 +1,13 @@
 #include "Oru/Common/Databases/Query.h"
 
+#include "Oru/Common/Databases/NotSupportedException.h"
+
 namespace Oru::Common::Databases {
 
 Query::~Query() = default;
+
+Query& Query::Match(const std::string&, const std::string&) {
+  throw NotSupportedException("this class of queries knows no full-text match", __FILE__, __LINE__);
+}
 
 }  // namespace Oru::Common::Databases

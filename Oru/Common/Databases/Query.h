@@ -3,8 +3,10 @@
 #include "Oru/Common/Databases/Export.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace Oru::Common::Databases {
@@ -133,13 +135,12 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   /// @param table       the index
   /// @param expression  in the language of the index, https://sqlite.org/fts5.html#full_text_query_syntax;
   ///                    what a person has typed goes through FullTextExpression first
-  /// @throws ArgumentException for a name that is none, as above, and for an expression with a NUL byte
-  virtual Query& Match(const std::string& table, const std::string& expression) = 0;
+  /// @throws ArgumentException for a name that is none, as above, and for an expression with a NUL byte;
+  ///         NotSupportedException from a class of queries without it, as this one has it
+  virtual Query& Match(const std::string& table, const std::string& expression);
 
-  // What a literal of the language would otherwise choose badly or not at all: text for a C string (not
-  // bool), 64 bits for long long.
   /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
-  /// bool), 64 bits for long long:
+  /// bool), 64 bits for long long, a vector for other integers and for values in braces:
   Query& Equals(const std::string& column, const char* value) { return Equals(column, std::string(value)); }
   Query& Equals(const std::string& column, long long value) {
     return Equals(column, static_cast<int64_t>(value));
@@ -150,14 +151,47 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   Query& LessThan(const std::string& column, const char* value) {
     return LessThan(column, std::string(value));
   }
+  Query& LessThan(const std::string& column, long long value) {
+    return LessThan(column, static_cast<int64_t>(value));
+  }
+  Query& LessThan(const std::string& column, unsigned long long value) {
+    return LessThan(column, static_cast<uint64_t>(value));
+  }
   Query& GreaterThan(const std::string& column, const char* value) {
     return GreaterThan(column, std::string(value));
+  }
+  Query& GreaterThan(const std::string& column, long long value) {
+    return GreaterThan(column, static_cast<int64_t>(value));
+  }
+  Query& GreaterThan(const std::string& column, unsigned long long value) {
+    return GreaterThan(column, static_cast<uint64_t>(value));
   }
   Query& LessThanOrEquals(const std::string& column, const char* value) {
     return LessThanOrEquals(column, std::string(value));
   }
+  Query& LessThanOrEquals(const std::string& column, long long value) {
+    return LessThanOrEquals(column, static_cast<int64_t>(value));
+  }
+  Query& LessThanOrEquals(const std::string& column, unsigned long long value) {
+    return LessThanOrEquals(column, static_cast<uint64_t>(value));
+  }
   Query& GreaterThanOrEquals(const std::string& column, const char* value) {
     return GreaterThanOrEquals(column, std::string(value));
+  }
+  Query& GreaterThanOrEquals(const std::string& column, long long value) {
+    return GreaterThanOrEquals(column, static_cast<int64_t>(value));
+  }
+  Query& GreaterThanOrEquals(const std::string& column, unsigned long long value) {
+    return GreaterThanOrEquals(column, static_cast<uint64_t>(value));
+  }
+  template <class Integer, class = std::enable_if_t<std::is_integral_v<Integer>>>
+  Query& In(const std::string& column, const std::vector<Integer>& values) {
+    return In(column, std::vector<long long>(values.begin(), values.end()));
+  }
+  template <class Value>
+  Query& In(const std::string& column, std::initializer_list<Value> values) {
+    using Element = std::conditional_t<std::is_integral_v<Value>, long long, std::string>;
+    return In(column, std::vector<Element>(values.begin(), values.end()));
   }
 };
 

@@ -18,8 +18,8 @@ struct ORU_DATAMODEL_EXPORT AnglesDapMetadataEncapsulated {
 
   /// The key of the owner.
   int64_t fk;
-  /// What is stored.
-  AnglesDapOperatorMetadataProfile& metadata;
+  /// What is stored. The table that stores it sets its object id.
+  const AnglesDapOperatorMetadataProfile& metadata;
 };
 
 }  // namespace Oru::DataModel::MediaAssets

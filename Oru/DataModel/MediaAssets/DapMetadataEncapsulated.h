@@ -18,8 +18,8 @@ struct ORU_DATAMODEL_EXPORT DapMetadataEncapsulated {
 
   /// The key of the owner.
   int64_t fk;
-  /// What is stored.
-  DapOperatorMetadataProfile& metadata;
+  /// What is stored. The table that stores it sets its object id.
+  const DapOperatorMetadataProfile& metadata;
 };
 
 }  // namespace Oru::DataModel::MediaAssets

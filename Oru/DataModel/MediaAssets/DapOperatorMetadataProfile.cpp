@@ -4,6 +4,16 @@
 
 namespace Oru::DataModel::MediaAssets {
 
+namespace {
+
+void CheckKeywordIndex(std::size_t index) {
+  if (index <= DapOperatorMetadataProfile::MaxKeywordIndex) return;
+  throw std::out_of_range("Index " + std::to_string(index) + " of a keyword must not be above " +
+                          std::to_string(DapOperatorMetadataProfile::MaxKeywordIndex));
+}
+
+}  // namespace
+
 BaseTypes::FullyQualifiedName DapOperatorMetadataProfile::StaticFullyQualifiedName() {
   static const BaseTypes::FullyQualifiedName name("oru.dapoperator");
   return name;
@@ -46,11 +56,13 @@ MediaAssets::DapId DapOperatorMetadataProfile::DapId() const {
   return MediaAssets::DapId(serverId, page, bank, row, camera);
 }
 
+void DapOperatorMetadataProfile::Keywords(StringVector value) {
+  if (!value.empty()) CheckKeywordIndex(value.size() - 1);
+  keywords = std::move(value);
+}
+
 void DapOperatorMetadataProfile::Keyword(unsigned int index, BaseTypes::Utf8String value) {
-  if (index > MaxKeywordIndex) {
-    throw std::out_of_range("Index " + std::to_string(index) + " of a keyword must not be above " +
-                            std::to_string(MaxKeywordIndex));
-  }
+  CheckKeywordIndex(index);
   if (index >= keywords.size()) keywords.resize(std::size_t{index} + 1);
   keywords[index] = std::move(value);
 }

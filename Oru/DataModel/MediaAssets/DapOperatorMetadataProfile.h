@@ -117,7 +117,8 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
 
   /// The keywords in order; empty ones keep their places.
   const StringVector& Keywords() const noexcept { return keywords; }
-  void Keywords(StringVector value) noexcept { keywords = std::move(value); }
+  /// @throws std::out_of_range, with the keywords as they were, for more than `MaxKeywordIndex` + 1
+  void Keywords(StringVector value);
   /// Sets the keyword at an index from 0. A list that is too short grows up to it by empty keywords.
   /// @throws std::out_of_range above `MaxKeywordIndex`
   void Keyword(unsigned int index, BaseTypes::Utf8String value);

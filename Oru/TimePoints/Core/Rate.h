@@ -21,7 +21,8 @@ class Rate {
  public:
   Rate() = default;
 
-  /// `events` in `seconds` seconds, kept unreduced. Throws `std::invalid_argument` if `seconds` is 0.
+  /// `events` in `seconds` seconds, kept unreduced. A rate in 0 seconds can be held and written as text; what
+  /// computes with it refuses it.
   Rate(int64_t events, int64_t seconds) : Rate(events, seconds, false) {}
 
   /// The rate 0/1, as a default rate.
@@ -33,8 +34,10 @@ class Rate {
   int64_t Denominator() const { return denominator; }
 
   /// -1, 0 or 1 as this rate is slower than, as fast as or faster than `other`: the ratios are compared,
-  /// exactly.
+  /// exactly. Throws `std::invalid_argument` if one of them is in 0 seconds.
   int CompareTo(const Rate& other) const {
+    CheckDenominator();
+    other.CheckDenominator();
     const Int128 left = Int128(numerator) * other.denominator;
     const Int128 right = Int128(other.numerator) * denominator;
     const bool bothSignsAgree = (denominator < 0) == (other.denominator < 0);
@@ -42,7 +45,7 @@ class Rate {
   }
 
   /// The same ratio in lowest terms, over a positive denominator: 100/2 gives 50/1, 3/-6 gives -1/2. Throws
-  /// `std::overflow_error` if that takes the number 2^63.
+  /// `std::invalid_argument` if it is in 0 seconds, `std::overflow_error` if that takes the number 2^63.
   Rate Reduced() const { return Rate(numerator, denominator, true); }
 
   /// Field by field, see above.
@@ -59,12 +62,16 @@ class Rate {
 
  private:
   Rate(int64_t events, int64_t seconds, bool reduce) : numerator(events), denominator(seconds) {
-    if (denominator == 0) throw std::invalid_argument("The denominator of a rate cannot be 0");
     if (!reduce) return;
+    CheckDenominator();
     const Int128 divisor = greatestCommonDivisor(events, seconds);
     const int sign = seconds < 0 ? -1 : 1;
     numerator = CheckedArithmetic::ToInt64(sign * (events / divisor), "Numerator of the reduced rate");
     denominator = CheckedArithmetic::ToInt64(sign * (seconds / divisor), "Denominator of the reduced rate");
+  }
+
+  void CheckDenominator() const {
+    if (denominator == 0) throw std::invalid_argument("The rate " + ToString() + " is in 0 seconds");
   }
 
   /// Unsigned, as it may be 2^63. Not 0 unless both numbers are.

@@ -106,7 +106,7 @@ class TimePoint {
         events = -events;
         seconds = -seconds;
       }
-      if (events <= 0) {
+      if (events <= 0 || seconds == 0) {
         throw std::invalid_argument("Rate " + rate.ToString() + " must be above 0 to count samples");
       }
     }

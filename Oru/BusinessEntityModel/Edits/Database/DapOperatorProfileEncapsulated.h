@@ -18,8 +18,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileEncapsulated {
 
   /// The key of the owner.
   int64_t sequenceFk;
-  /// What is stored.
-  DapOperatorMetadataProfile& profile;
+  /// What is stored. The table that stores it sets its object id.
+  const DapOperatorMetadataProfile& profile;
 };
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -1,5 +1,6 @@
 #include "Oru/BusinessEntityModel/Edits/Database/DapOperatorProfileTable.h"
 
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/PackedTimeCode.h"
 #include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
 
@@ -118,6 +119,22 @@ void DapOperatorProfileTable::ReadFromCursor(const Cursor& cursor, DapOperatorMe
   regen.TimecodeRef(ReadTimeCode(cursor, columnNames[RegenTimecode], columnNames[RegenTimecodeFormat]));
   regen.In(static_cast<Regen::Output>(cursor.GetInt32(columnNames[RegenOutput])));
   obj.TimecodeRegen(regen);
+}
+
+void DapOperatorProfileTable::SetObjectId(DapOperatorProfileEncapsulated& obj, int64_t objectId) {
+  DataModel::MediaAssets::Database::Changeable(obj.profile).ObjectId(objectId);
+}
+
+int32_t DapOperatorProfileTable::TimecodeFormat(const TimePoints::TimeCode& timeCode) {
+  return DataModel::MediaAssets::Database::TimecodeFormat(timeCode);
+}
+
+TimePoints::Rate DapOperatorProfileTable::TimecodeRate(int32_t format) {
+  return DataModel::MediaAssets::Database::TimecodeRate(format);
+}
+
+bool DapOperatorProfileTable::TimecodeDrop(int32_t format) {
+  return DataModel::MediaAssets::Database::TimecodeDrop(format);
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

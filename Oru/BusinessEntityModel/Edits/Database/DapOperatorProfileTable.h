@@ -6,6 +6,8 @@
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/TimePoints/Core/Rate.h"
+#include "Oru/TimePoints/Core/TimeCode.h"
 
 #include <array>
 #include <cstdint>
@@ -51,15 +53,19 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
   ///         a negative count of the time code
   void ReadFromCursor(const Common::Databases::Cursor& cursor, DapOperatorMetadataProfile& obj,
                       bool lazy) override;
-  void SetObjectId(DapOperatorProfileEncapsulated& obj, int64_t objectId) override {
-    obj.profile.ObjectId(objectId);
-  }
+  void SetObjectId(DapOperatorProfileEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(DapOperatorProfileEncapsulated& obj) const override { return obj.profile.ObjectId(); }
 
   /// The name of the stored table.
   static const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 15> columnNames;
+
+ protected:
+  /// The number that a time code's rate and way of counting are stored as, and what such a number gives back:
+  static int32_t TimecodeFormat(const TimePoints::TimeCode& timeCode);
+  static TimePoints::Rate TimecodeRate(int32_t format);
+  static bool TimecodeDrop(int32_t format);
 };
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -10,12 +10,13 @@ using BaseTypes::Identifier;
 const std::string EditTable::tableName = "Edit";
 const std::array<std::string, 7> EditTable::columnNames = {
     "key", "id", "name", "creationDate", "creationOwner", "modificationDate", "modificationOwner"};
+const std::string EditTable::objectIdFromIdentifierQuery = "SELECT key FROM Edit WHERE id = ";
 
 EditTable::EditTable(Sqlite::DatabaseSqlite& db)
     : DeclaredTable(db),
       metadataTable("MetadataEdit", db),
       sequenceTable(db),
-      keyByIdentifier("SELECT key FROM Edit WHERE id = :id") {
+      keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
 }
 

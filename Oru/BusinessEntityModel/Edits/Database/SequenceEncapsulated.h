@@ -17,8 +17,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT SequenceEncapsulated {
 
   /// Key of the edit's row, -1 for none.
   int64_t editFk = -1;
-  /// What is stored.
-  Sequence& sequence;
+  /// What is stored. The table that stores it sets its object id.
+  const Sequence& sequence;
 };
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -1,5 +1,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
+
 #include <memory>
 
 ORU_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::Sequence,
@@ -16,19 +18,20 @@ const std::string SequenceTable::tableName = "Sequence";
 const std::array<std::string, 12> SequenceTable::columnNames = {
     "key",       "id",           "name",          "version",          "duration",          "fixedDuration",
     "timepoint", "creationDate", "creationOwner", "modificationDate", "modificationOwner", "editRef"};
+const std::string SequenceTable::objectIdFromIdentifierQuery = "SELECT key FROM Sequence WHERE id = ";
 
 SequenceTable::SequenceTable(Sqlite::DatabaseSqlite& db)
     : DeclaredTable(db),
       metadataTable("MetadataSequence", db),
       dapOperatorProfileTable(db),
-      keyByIdentifier("SELECT key FROM Sequence WHERE id = :id") {
+      keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
 }
 
 SequenceTable::~SequenceTable() = default;
 
 bool SequenceTable::Save(SequenceEncapsulated& obj, bool lazy) {
-  Sequence& sequence = obj.sequence;
+  Sequence& sequence = DataModel::MediaAssets::Database::Changeable(obj.sequence);
   if (sequence.ObjectId() == -1) sequence.ObjectId(GetObjectIdFromIdentifier(sequence.Id()));
   return DeclaredTable::Save(obj, lazy) && metadataTable.Write(sequence.Metadata(), sequence.ObjectId()) &&
          dapOperatorProfileTable.Write(sequence.Metadata(), sequence.ObjectId());
@@ -107,6 +110,10 @@ void SequenceTable::ReadFromCursor(const Cursor& cursor, Sequence& object, bool)
   object.CreationOwner(cursor.GetString(columnNames[8]));
   object.ModificationDate(cursor.GetInt64(columnNames[9]));
   object.ModificationOwner(cursor.GetString(columnNames[10]));
+}
+
+void SequenceTable::SetObjectId(SequenceEncapsulated& obj, int64_t objectId) {
+  DataModel::MediaAssets::Database::Changeable(obj.sequence).ObjectId(objectId);
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -68,13 +68,16 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
 
   bool BindToCursor(Common::Databases::Cursor& cursor, SequenceEncapsulated& obj) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, Sequence& object, bool lazy) override;
-  void SetObjectId(SequenceEncapsulated& obj, int64_t objectId) override { obj.sequence.ObjectId(objectId); }
+  void SetObjectId(SequenceEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(SequenceEncapsulated& obj) const override { return obj.sequence.ObjectId(); }
 
   /// The name of the stored table.
   static const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 12> columnNames;
+  /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
+  /// it.
+  static const std::string objectIdFromIdentifierQuery;
 
  private:
   DataModel::MediaAssets::Database::MetadataTable metadataTable;

@@ -52,6 +52,7 @@ CursorSqlite::~CursorSqlite() {
 }
 
 DatabaseSqlite& CursorSqlite::GetDatabase() const {
+  if (!database) throw ArgumentException();
   return static_cast<DatabaseSqlite&>(*database);
 }
 

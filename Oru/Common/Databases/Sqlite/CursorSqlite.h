@@ -25,7 +25,7 @@ class PreparedStatement;
 /// outlive its connection's opening, and the database itself: it is closed then.
 ///
 /// Threads: a cursor belongs to one thread at a time.
-class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
+class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
  public:
   /// A cursor without a statement.
   CursorSqlite();
@@ -130,6 +130,10 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   /// The prepared statement, null while closed; it stays owned by the cursor.
   sqlite3_stmt* Statement() const { return mStatement; }
 
+ protected:
+  /// The prepared statement, null while closed.
+  sqlite3_stmt* mStatement = nullptr;
+
  private:
   friend class OpenCursors;
 
@@ -150,7 +154,6 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite final : public Cursor {
   bool MayBind(int32_t number);
   bool IsBound(int code);
 
-  sqlite3_stmt* mStatement = nullptr;
   std::string mCountStatement;
   // What the parameters are bound to for as long as the statement is open, if it came with values.
   std::vector<StatementValue> mValues;

@@ -174,6 +174,20 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// How many milliseconds a statement waits for another connection's lock.
   int BusyTimeout() const { return mBusyTimeout; }
 
+ protected:
+  /// The source that log entries of this connection name.
+  std::string mLogSource;
+
+ private:
+  std::shared_ptr<std::ostream> mLog;
+
+ protected:
+  /// Held over the step of an insert and the read of the key that it was given. Taken after the connection's
+  /// own lock, never before it.
+  std::mutex mMutex;
+  /// The open connection, null while closed.
+  sqlite3* mHandle = nullptr;
+
  private:
   friend class ChangeListener;
   friend class ConnectionLock;
@@ -211,14 +225,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // with the handle locked.
   std::shared_ptr<ChangeTeller> TellerWithNews() const noexcept;
 
-  std::string mLogSource;
-  std::shared_ptr<std::ostream> mLog;
   mutable std::mutex mLastFailureMutex;
   std::string mLastFailure;
-  // Held over the step of an insert and the read of the key that it was given. Taken behind the connection's
-  // own lock, never ahead of it.
-  std::mutex mMutex;
-  sqlite3* mHandle = nullptr;
   bool mHasConnection = false;
   int mBusyTimeout = 0;
   // The state of transactions, read and changed only with the handle locked.

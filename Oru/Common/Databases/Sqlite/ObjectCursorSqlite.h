@@ -31,6 +31,8 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
       : ObjectCursor<T, U>(db), cursorSqlite(db, statement) {}
   ObjectCursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count)
       : ObjectCursor<T, U>(db), cursorSqlite(db, select, count) {}
+  ObjectCursorSqlite(DatabaseSqlite& db, const std::string& select, const char* count)
+      : ObjectCursorSqlite(db, select, std::string(count)) {}
   ObjectCursorSqlite(DatabaseSqlite& db, const std::string& statement, bool lazy)
       : ObjectCursor<T, U>(db, lazy), cursorSqlite(db, statement) {}
   ObjectCursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count, bool lazy)
@@ -40,6 +42,8 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
       : ObjectCursor<T, U>(attachedView), cursorSqlite(DatabaseOf(attachedView), statement) {}
   ObjectCursorSqlite(View<T>& attachedView, const std::string& select, const std::string& count)
       : ObjectCursor<T, U>(attachedView), cursorSqlite(DatabaseOf(attachedView), select, count) {}
+  ObjectCursorSqlite(View<T>& attachedView, const std::string& select, const char* count)
+      : ObjectCursorSqlite(attachedView, select, std::string(count)) {}
   ObjectCursorSqlite(View<T>& attachedView, const std::string& statement, bool lazy)
       : ObjectCursor<T, U>(attachedView, lazy), cursorSqlite(DatabaseOf(attachedView), statement) {}
   ObjectCursorSqlite(View<T>& attachedView, const std::string& select, const std::string& count, bool lazy)
@@ -154,6 +158,10 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
     cursorSqlite.Run();
   }
 
+ protected:
+  /// The statement that this cursor steps.
+  CursorSqlite cursorSqlite;
+
  private:
   static DatabaseSqlite& DatabaseOf(View<T>& attachedView) {
     return static_cast<DatabaseSqlite&>(attachedView.GetDatabase());
@@ -162,8 +170,6 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ObjectCursor<T, U> 
   void ThrowUnlessUsable() const {
     if (!cursorSqlite.IsOpened() || !this->view) throw ObjectClosedException();
   }
-
-  CursorSqlite cursorSqlite;
 };
 
 /// Rows of any statement as snapshots. There is no object to read, and so no need of a view.

@@ -27,6 +27,7 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   using Query::Equals;
   using Query::GreaterThan;
   using Query::GreaterThanOrEquals;
+  using Query::In;
   using Query::LessThan;
   using Query::LessThanOrEquals;
   using Query::Not;

@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/AnglesDapOperatorMetadataTable.h"
 
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/GridColumns.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::AnglesDapOperatorMetadataProfile,
@@ -44,6 +45,10 @@ void AnglesDapOperatorMetadataTable::ReadFromCursor(const Cursor& cursor,
   ReadGridPlace(cursor, columnNames[2], [&](int32_t place) { obj.Page(place); });
   ReadGridPlace(cursor, columnNames[3], [&](int32_t place) { obj.Bank(place); });
   ReadGridPlace(cursor, columnNames[4], [&](int32_t place) { obj.Clip(place); });
+}
+
+void AnglesDapOperatorMetadataTable::SetObjectId(AnglesDapMetadataEncapsulated& obj, int64_t objectId) {
+  Changeable(obj.metadata).ObjectId(objectId);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -39,9 +39,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
   /// what it holds.
   void ReadFromCursor(const Common::Databases::Cursor& cursor, AnglesDapOperatorMetadataProfile& obj,
                       bool lazy) override;
-  void SetObjectId(AnglesDapMetadataEncapsulated& obj, int64_t objectId) override {
-    obj.metadata.ObjectId(objectId);
-  }
+  void SetObjectId(AnglesDapMetadataEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(AnglesDapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
   /// The name of the stored table.

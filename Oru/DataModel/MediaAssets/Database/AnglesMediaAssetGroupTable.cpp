@@ -16,14 +16,15 @@ const std::array<std::string, 1> AnglesMediaAssetGroupTable::columnNames = {"ref
 const std::string AnglesMediaAssetGroupTable::fromClause =
     "MediaAssetGroup JOIN AnglesMediaAssetGroup ON MediaAssetGroup.key == "
     "AnglesMediaAssetGroup.refMediaAssetGroup";
+const std::string AnglesMediaAssetGroupTable::objectIdFromIdentifierQuery =
+    "SELECT refMediaAssetGroup FROM AnglesMediaAssetGroup JOIN  MediaAssetGroup ON MediaAssetGroup.key == "
+    "AnglesMediaAssetGroup.refMediaAssetGroup WHERE MediaAssetGroup.Id = ";
 
 AnglesMediaAssetGroupTable::AnglesMediaAssetGroupTable(MediaAssetGroupTable& table)
     : ExtensionTable(static_cast<Sqlite::DatabaseSqlite&>(table.GetDatabase()), table),
       dapOperatorProfileTable(AttachedDatabase()),
       mediaAssetGroupTable(table),
-      keyByIdentifier(
-          "SELECT refMediaAssetGroup FROM AnglesMediaAssetGroup JOIN  MediaAssetGroup ON "
-          "MediaAssetGroup.key == AnglesMediaAssetGroup.refMediaAssetGroup WHERE MediaAssetGroup.Id = :id") {
+      keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
 }
 

@@ -62,6 +62,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
   static const std::array<std::string, 1> columnNames;
   /// The join that a read selects from.
   static const std::string fromClause;
+  /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
+  /// it.
+  static const std::string objectIdFromIdentifierQuery;
 
  private:
   AnglesDapOperatorMetadataTable dapOperatorProfileTable;

@@ -18,8 +18,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT AnnotationEncapsulated {
 
   /// The key of the owner.
   int64_t fk;
-  /// What is stored.
-  Annotation& annotation;
+  /// What is stored. The table that stores it sets its object id.
+  const Annotation& annotation;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Annotation,
                     Oru::DataModel::MediaAssets::Database::AnnotationEncapsulated)
@@ -38,7 +39,8 @@ bool AnnotationTable::DeleteOnKey(int64_t key) {
 }
 
 bool AnnotationTable::Save(AnnotationEncapsulated& obj, bool lazy) {
-  return DeclaredTable::Save(obj, lazy) && metadataTable->Write(obj.annotation.Metadata(), GetObjectId(obj));
+  return DeclaredTable::Save(obj, lazy) &&
+         metadataTable->Write(Changeable(obj.annotation).Metadata(), GetObjectId(obj));
 }
 
 bool AnnotationTable::BindToCursor(Cursor& cursor, AnnotationEncapsulated& obj) {
@@ -56,6 +58,10 @@ void AnnotationTable::ReadFromCursor(const Cursor& cursor, Annotation& obj, bool
   obj.Data(cursor.GetString(columnNames[3]));
   obj.TimeBounds(TimePoints::TimeBounds(ReadBoundary(cursor, columnNames[4], columnNames[5]),
                                         ReadBoundary(cursor, columnNames[6], columnNames[7])));
+}
+
+void AnnotationTable::SetObjectId(AnnotationEncapsulated& obj, int64_t objectId) {
+  Changeable(obj.annotation).ObjectId(objectId);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

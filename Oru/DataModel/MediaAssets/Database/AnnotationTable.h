@@ -48,9 +48,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   bool BindToCursor(Common::Databases::Cursor& cursor, AnnotationEncapsulated& obj) override;
   /// Reads the row; the metadata come from `GetMetadataTable`.
   void ReadFromCursor(const Common::Databases::Cursor& cursor, Annotation& obj, bool lazy) override;
-  void SetObjectId(AnnotationEncapsulated& obj, int64_t objectId) override {
-    obj.annotation.ObjectId(objectId);
-  }
+  void SetObjectId(AnnotationEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(AnnotationEncapsulated& obj) const override { return obj.annotation.ObjectId(); }
 
   /// The name of the stored table.

@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorMetadataTable.h"
 
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/GridColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/PackedTimeCode.h"
 
@@ -133,6 +134,22 @@ void DapOperatorMetadataTable::ReadFromCursor(const Cursor& cursor, DapOperatorM
   object.DapUIProtected(cursor.GetBoolean(columnNames[UiProtected]));
   object.FillAndKeyType(static_cast<FillAndKeyType>(cursor.GetInt32(columnNames[FillAndKey])));
   object.FillAndKeyMediaAssetId(Identifier(cursor.GetString(columnNames[FillAndKeyId])));
+}
+
+void DapOperatorMetadataTable::SetObjectId(DapMetadataEncapsulated& obj, int64_t objectId) {
+  Changeable(obj.metadata).ObjectId(objectId);
+}
+
+int32_t DapOperatorMetadataTable::TimecodeFormat(const TimePoints::TimeCode& timeCode) {
+  return Database::TimecodeFormat(timeCode);
+}
+
+TimePoints::Rate DapOperatorMetadataTable::TimecodeRate(int32_t format) {
+  return Database::TimecodeRate(format);
+}
+
+bool DapOperatorMetadataTable::TimecodeDrop(int32_t format) {
+  return Database::TimecodeDrop(format);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -7,6 +7,8 @@
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorKeywordsTable.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
+#include "Oru/TimePoints/Core/Rate.h"
+#include "Oru/TimePoints/Core/TimeCode.h"
 
 #include <array>
 #include <cstdint>
@@ -49,15 +51,19 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   /// @throws std::out_of_range for a negative count of a time code
   void ReadFromCursor(const Common::Databases::Cursor& cursor, DapOperatorMetadataProfile& object,
                       bool lazy) override;
-  void SetObjectId(DapMetadataEncapsulated& obj, int64_t objectId) override {
-    obj.metadata.ObjectId(objectId);
-  }
+  void SetObjectId(DapMetadataEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(DapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
   /// The name of the stored table.
   static const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 22> columnNames;
+
+ protected:
+  /// The number that a time code's rate and way of counting are stored as, and what such a number gives back:
+  static int32_t TimecodeFormat(const TimePoints::TimeCode& timeCode);
+  static TimePoints::Rate TimecodeRate(int32_t format);
+  static bool TimecodeDrop(int32_t format);
 
  private:
   std::unique_ptr<DapOperatorKeywordsTable> dapOperatorKeywordsTable;

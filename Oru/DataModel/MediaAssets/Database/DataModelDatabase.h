@@ -3,9 +3,14 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditTable.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
+#include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
 
 #include <memory>
 #include <ostream>
@@ -14,9 +19,6 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-class AnglesMediaAssetGroupItemTable;
-class AnglesMediaAssetGroupTable;
-
 /// A media-asset database in one SQLite file, and the way to all its tables.
 ///
 ///     DataModelDatabase database("clips.db", nullptr);
@@ -24,6 +26,8 @@ class AnglesMediaAssetGroupTable;
 ///     MediaAsset clip(MediaAssetId("clip-1"));
 ///     clip.Name("Opening");
 ///     database.GetMediaAssetTable().Save(clip);
+///
+/// This header alone has all the tables that the database gives.
 ///
 /// The connection text is told at `DatabaseSqlite`. Tables may be asked for before `Open`, and they work
 /// while the database is open. They belong to the database.
@@ -106,7 +110,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
     return editTable.GetSequenceTable();
   }
 
- private:
+  /// The scripts that an opening runs, in this order but for `viewStatements`, which nothing runs:
+  /// the tables of the file, the full-text index with its triggers, what new tables hold at first, views, and
+  /// the indexes that make reads by owner fast.
   static const std::string createStatements;
   static const std::string indexStatements;
   static const std::string populateStatements;
@@ -123,6 +129,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   void RunOrThrow(const std::string& statement);
   void RunPart(const std::string& statements);
 
+ private:
   MediaAssetTable mediaAssetTable;
   MediaAssetGroupTable mediaAssetGroupTable;
   BusinessEntityModel::Edits::Database::EditTable editTable;

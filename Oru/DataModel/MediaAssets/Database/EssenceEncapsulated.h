@@ -17,8 +17,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT EssenceEncapsulated {
 
   /// The key of the owner.
   int64_t fk;
-  /// What is stored.
-  Essence& essence;
+  /// What is stored. The table that stores it sets its object id.
+  const Essence& essence;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -54,7 +54,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceKindTable
   bool BindToCursor(Common::Databases::Cursor& cursor, EssenceEncapsulated& obj) override {
     return cursor.Bind(Derived::columnNames[0], GetObjectId(obj));
   }
-  void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override { obj.essence.ObjectId(objectId); }
+  void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override {
+    essenceTable.SetObjectId(obj, objectId);
+  }
   int64_t GetObjectId(EssenceEncapsulated& obj) const override { return obj.essence.ObjectId(); }
 
  protected:

@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
 
@@ -44,7 +45,8 @@ bool EssenceTable::Write(const EssenceArray& essences, int64_t fk) {
 
 bool EssenceTable::Save(EssenceEncapsulated& obj, bool lazy) {
   if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
-  return DeclaredTable::Save(obj, lazy) && metadataTable->Write(*obj.essence.Metadata(), GetObjectId(obj));
+  return DeclaredTable::Save(obj, lazy) &&
+         metadataTable->Write(*Changeable(obj.essence).Metadata(), GetObjectId(obj));
 }
 
 void EssenceTable::ReadMetadata(Essence& essence) {
@@ -77,6 +79,10 @@ void EssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, b
   essence.ObjectId(cursor.GetInt64(columnNames[0]));
   essence.Nr(cursor.GetInt32(columnNames[2]));
   essence.ChannelCount(cursor.GetInt32(columnNames[3]));
+}
+
+void EssenceTable::SetObjectId(EssenceEncapsulated& obj, int64_t objectId) {
+  Changeable(obj.essence).ObjectId(objectId);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

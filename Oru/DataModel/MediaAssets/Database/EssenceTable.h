@@ -60,7 +60,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   /// @param obj  the base of an `Essence`
   void ReadFromCursor(const Common::Databases::Cursor& cursor,
                       BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
-  void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override { obj.essence.ObjectId(objectId); }
+  void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(EssenceEncapsulated& obj) const override { return obj.essence.ObjectId(); }
 
   /// The name of the stored table.

@@ -24,8 +24,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT GroupItemEncapsulated {
   int64_t fkMediaAsset;
   /// From 0.
   int32_t index;
-  /// What is stored.
-  MediaAssetGroupItem& groupItem;
+  /// What is stored. The table that stores it sets its object id.
+  const MediaAssetGroupItem& groupItem;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaAssetGroupItem,
@@ -68,6 +69,10 @@ bool MediaAssetGroupItemTable::BindToCursor(Cursor& cursor, GroupItemEncapsulate
 
 void MediaAssetGroupItemTable::ReadFromCursor(const Cursor& cursor, MediaAssetGroupItem& obj, bool) {
   obj.ObjectId(cursor.GetInt64(columnNames[0]));
+}
+
+void MediaAssetGroupItemTable::SetObjectId(GroupItemEncapsulated& obj, int64_t objectId) {
+  Changeable(obj.groupItem).ObjectId(objectId);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -52,9 +52,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
   bool BindToCursor(Common::Databases::Cursor& cursor, GroupItemEncapsulated& obj) override;
   /// Reads the key; the asset comes from the two operations above.
   void ReadFromCursor(const Common::Databases::Cursor& cursor, MediaAssetGroupItem& obj, bool lazy) override;
-  void SetObjectId(GroupItemEncapsulated& obj, int64_t objectId) override {
-    obj.groupItem.ObjectId(objectId);
-  }
+  void SetObjectId(GroupItemEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(GroupItemEncapsulated& obj) const override { return obj.groupItem.ObjectId(); }
 
   /// The name of the stored table.

@@ -16,10 +16,12 @@ using BusinessEntityModel::BaseTypes::Identifier;
 
 const std::string MediaAssetGroupTable::tableName = "MediaAssetGroup";
 const std::array<std::string, 4> MediaAssetGroupTable::columnNames = {"key", "id", "type", "name"};
+const std::string MediaAssetGroupTable::objectIdFromIdentifierQuery =
+    "SELECT key FROM MediaAssetGroup WHERE id = ";
 
 MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
     : DeclaredTable(static_cast<Sqlite::DatabaseSqlite&>(mediaAssetTable.GetDatabase())),
-      keyByIdentifier("SELECT key FROM MediaAssetGroup WHERE id = :id") {
+      keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
   anglesMediaAssetGroupTable = std::make_unique<AnglesMediaAssetGroupTable>(*this);
   mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);

@@ -67,6 +67,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   static const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
+  /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
+  /// it.
+  static const std::string objectIdFromIdentifierQuery;
 
  private:
   std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;

@@ -18,44 +18,6 @@ using namespace BusinessEntityModel::BaseTypes;
 
 namespace {
 
-const std::string fromClause = "MediaAsset JOIN MediaAssetFts ON  MediaAsset.key = MediaAssetFts.rowid";
-
-const std::array<std::string, 15> selectColumnNames = {"MediaAsset.key",
-                                                       "MediaAsset.id",
-                                                       "MediaAsset.assetType",
-                                                       "MediaAsset.ancestor",
-                                                       "MediaAsset.parent",
-                                                       "MediaAsset.name",
-                                                       "MediaAsset.description",
-                                                       "MediaAsset.inBoundary",
-                                                       "MediaAsset.inBoundaryMoving",
-                                                       "MediaAsset.outBoundary",
-                                                       "MediaAsset.outBoundaryMoving",
-                                                       "MediaAsset.modificationDate",
-                                                       "MediaAsset.creationDate",
-                                                       "highlight(MediaAssetFts, 0, '<b>', '</b>')",
-                                                       "highlight(MediaAssetFts, 1, '<b>', '</b>')"};
-
-const std::array<std::string, 15> selectColumnAliases = {"key",
-                                                         "id",
-                                                         "assetType",
-                                                         "ancestor",
-                                                         "parent",
-                                                         "name",
-                                                         "description",
-                                                         "inBoundary",
-                                                         "inBoundaryMoving",
-                                                         "outBoundary",
-                                                         "outBoundaryMoving",
-                                                         "modificationDate",
-                                                         "creationDate",
-                                                         "nameFts",
-                                                         "descriptionFts"};
-
-const std::string lazyMediaResourceQuery =
-    "SELECT id FROM MediaResource WHERE key IN(SELECT refMediaResource FROM RelationMediaAssetMediaResource "
-    "WHERE refMediaAsset = ?);";
-
 // What selects the rows of a table that a link table ties to an asset, whose key is its parameter.
 template <class T>
 Sqlite::KeptStatement SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
@@ -94,11 +56,51 @@ const std::array<std::string, 13> MediaAssetTable::columnNames = {"key",
                                                                   "outBoundaryMoving",
                                                                   "modificationDate",
                                                                   "creationDate"};
+const std::string MediaAssetTable::objectIdFromIdentifierQuery = "SELECT key FROM MediaAsset WHERE id = ";
+const std::string MediaAssetTable::fromClause =
+    "MediaAsset JOIN MediaAssetFts ON  MediaAsset.key = MediaAssetFts.rowid";
+
+const std::array<std::string, 15> MediaAssetTable::selectColumnNames = {
+    "MediaAsset.key",
+    "MediaAsset.id",
+    "MediaAsset.assetType",
+    "MediaAsset.ancestor",
+    "MediaAsset.parent",
+    "MediaAsset.name",
+    "MediaAsset.description",
+    "MediaAsset.inBoundary",
+    "MediaAsset.inBoundaryMoving",
+    "MediaAsset.outBoundary",
+    "MediaAsset.outBoundaryMoving",
+    "MediaAsset.modificationDate",
+    "MediaAsset.creationDate",
+    "highlight(MediaAssetFts, 0, '<b>', '</b>')",
+    "highlight(MediaAssetFts, 1, '<b>', '</b>')"};
+
+const std::array<std::string, 15> MediaAssetTable::selectColumnAliases = {"key",
+                                                                          "id",
+                                                                          "assetType",
+                                                                          "ancestor",
+                                                                          "parent",
+                                                                          "name",
+                                                                          "description",
+                                                                          "inBoundary",
+                                                                          "inBoundaryMoving",
+                                                                          "outBoundary",
+                                                                          "outBoundaryMoving",
+                                                                          "modificationDate",
+                                                                          "creationDate",
+                                                                          "nameFts",
+                                                                          "descriptionFts"};
+
+const std::string MediaAssetTable::lazyMediaResourceQuery =
+    "SELECT id FROM MediaResource WHERE key IN(SELECT refMediaResource FROM RelationMediaAssetMediaResource "
+    "WHERE refMediaAsset = ";
 
 MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db)
     : DeclaredTable(db),
-      lazyResources(lazyMediaResourceQuery),
-      keyByIdentifier("SELECT key FROM MediaAsset WHERE id = :id") {
+      lazyResources(lazyMediaResourceQuery + "?);"),
+      keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
   linkedResources = SelectLinked<MediaResource>(*mediaResouceTable, RelationMediasTable::tableName,

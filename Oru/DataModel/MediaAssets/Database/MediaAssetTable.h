@@ -169,6 +169,17 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   static const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 13> columnNames;
+  /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
+  /// it.
+  static const std::string objectIdFromIdentifierQuery;
+  /// The join with the full-text index that a read selects from, and what it selects: the columns and two
+  /// marked texts of the index, each under its alias.
+  static const std::string fromClause;
+  static const std::array<std::string, 15> selectColumnNames;
+  static const std::array<std::string, 15> selectColumnAliases;
+  /// Finds the identifiers of an asset's resources; the statement that is run takes the asset's key as a
+  /// parameter after it, and closes the parenthesis.
+  static const std::string lazyMediaResourceQuery;
 
  private:
   bool LinkMediaResources(MediaAsset& obj);

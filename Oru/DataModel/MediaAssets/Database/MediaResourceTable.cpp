@@ -15,9 +15,11 @@ using BusinessEntityModel::BaseTypes::PersistentObject;
 const std::string MediaResourceTable::tableName = "MediaResource";
 const std::array<std::string, 6> MediaResourceTable::columnNames = {
     "key", "id", "name", "generalFormat", "modificationDate", "creationDate"};
+const std::string MediaResourceTable::objectIdFromIdentifierQuery =
+    "SELECT key FROM MediaResource WHERE id = ";
 
 MediaResourceTable::MediaResourceTable(Sqlite::DatabaseSqlite& db)
-    : DeclaredTable(db), keyByIdentifier("SELECT key FROM MediaResource WHERE id = :id") {
+    : DeclaredTable(db), keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
   streamTable = std::make_unique<StreamTable>(db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaResource", db);

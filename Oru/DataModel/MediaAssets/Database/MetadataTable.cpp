@@ -23,6 +23,7 @@ const FullyQualifiedName& OperatorProfileName() {
 
 const std::array<std::string, 4> MetadataTable::columnNames = {"foreignKey", "fullyQualifiedName", "name",
                                                                "value"};
+const std::string MetadataTable::emptyString;
 
 MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {

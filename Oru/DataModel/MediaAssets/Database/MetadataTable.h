@@ -61,6 +61,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
   const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
+  /// The empty text.
+  static const std::string emptyString;
 
  private:
   bool WriteEntries(const BusinessEntityModel::BaseTypes::GenericMetadataProfile& profile, int64_t fk);

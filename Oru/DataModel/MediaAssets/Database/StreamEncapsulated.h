@@ -22,8 +22,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT StreamEncapsulated {
 
   /// The key of the owner.
   int64_t fk;
-  /// What is stored.
-  Stream& stream;
+  /// What is stored. The table that stores it sets its object id.
+  const Stream& stream;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -4,6 +4,7 @@
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
@@ -38,9 +39,10 @@ void ReadEssencesOfKind(KindTable& kindTable, int64_t streamKey,
 const std::string StreamTable::tableName = "Stream";
 const std::array<std::string, 4> StreamTable::columnNames = {"key", "id", "refMediaResource",
                                                              "wrapperFormat"};
+const std::string StreamTable::objectIdFromIdentifierQuery = "SELECT key FROM Stream WHERE id = ";
 
 StreamTable::StreamTable(Sqlite::DatabaseSqlite& db)
-    : DeclaredTable(db), keyByIdentifier("SELECT key FROM Stream WHERE id = :id") {
+    : DeclaredTable(db), keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
   OwnerStandsIn(columnNames[2]);
   essenceTable = std::make_unique<EssenceTable>(db);
@@ -51,7 +53,7 @@ StreamTable::StreamTable(Sqlite::DatabaseSqlite& db)
 StreamTable::~StreamTable() = default;
 
 bool StreamTable::Save(StreamEncapsulated& obj, bool lazy) {
-  Stream& stream = obj.stream;
+  Stream& stream = Changeable(obj.stream);
   if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromIdentifier(stream.Id()));
   return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(stream.Timebounds(), stream.ObjectId()) &&
          metadataTable->Write(*stream.Metadata(), stream.ObjectId()) &&
@@ -111,6 +113,10 @@ void StreamTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bo
   stream.ObjectId(cursor.GetInt64(columnNames[0]));
   stream.Id(cursor.GetString(columnNames[1]));
   stream.Format(static_cast<WrapperFormat>(cursor.GetInt32(columnNames[3])));
+}
+
+void StreamTable::SetObjectId(StreamEncapsulated& obj, int64_t objectId) {
+  Changeable(obj.stream).ObjectId(objectId);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

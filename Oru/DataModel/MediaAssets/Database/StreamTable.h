@@ -73,13 +73,16 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   /// @param obj  the base of a `Stream`
   void ReadFromCursor(const Common::Databases::Cursor& cursor,
                       BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
-  void SetObjectId(StreamEncapsulated& obj, int64_t objectId) override { obj.stream.ObjectId(objectId); }
+  void SetObjectId(StreamEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(StreamEncapsulated& obj) const override { return obj.stream.ObjectId(); }
 
   /// The name of the stored table.
   static const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
+  /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
+  /// it.
+  static const std::string objectIdFromIdentifierQuery;
 
  private:
   std::unique_ptr<EssenceTable> essenceTable;

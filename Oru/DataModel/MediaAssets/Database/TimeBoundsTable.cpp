@@ -13,6 +13,7 @@ using TimePoints::TimeBounds;
 
 const std::array<std::string, 5> TimeBoundsTable::columnNames = {
     "foreignKey", "inBoundary", "inBoundaryMoving", "outBoundary", "outBoundaryMoving"};
+const std::string TimeBoundsTable::emptyString;
 
 TimeBoundsTable::TimeBoundsTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
@@ -31,6 +32,11 @@ bool TimeBoundsTable::Write(TimeBoundsArray& timeBounds, int64_t fk) {
 
 bool TimeBoundsTable::DeleteOnKey(int64_t key) {
   return DeleteOwned(key);
+}
+
+bool TimeBoundsTable::Delete(int64_t) {
+  AttachedDatabase().LogFailure("the rows of " + tableName + " have no key to delete by");
+  return false;
 }
 
 void TimeBoundsTable::Read(int64_t fk, TimeBoundsArray& timeBounds) {

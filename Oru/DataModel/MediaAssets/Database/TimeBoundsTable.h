@@ -25,6 +25,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   TimeBoundsTable(const std::string& tableName, Common::Databases::Sqlite::DatabaseSqlite& database);
   ~TimeBoundsTable() override;
 
+  using KeylessTable::Delete;
   using KeylessTable::ReadFromCursor;
   using KeylessTable::Save;
 
@@ -35,6 +36,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   bool Write(TimeBoundsArray& timeBounds, int64_t fk);
   /// Deletes the bounds of an owner.
   bool DeleteOnKey(int64_t key);
+  /// Always false, with a log entry: the rows have no key.
+  bool Delete(int64_t key) override;
   /// Adds the stored bounds of an owner to an array.
   /// @throws std::runtime_error when the array already holds one of them
   void Read(int64_t fk, TimeBoundsArray& timeBounds);
@@ -43,7 +46,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   bool Save(TimeBoundsEncapsulated& obj, bool lazy) override { return Insert(obj, lazy); }
 
   /// Empty: there is no key column.
-  const std::string& GetObjectIdColumnName() const override { return EmptyText(); }
+  const std::string& GetObjectIdColumnName() const override { return emptyString; }
   bool BindToCursor(Common::Databases::Cursor& cursor, TimeBoundsEncapsulated& obj) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, TimePoints::TimeBounds& obj,
                       bool lazy) override;
@@ -52,6 +55,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   const std::string tableName;
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
+  /// The empty text, which stands for the key column that these tables don't have.
+  static const std::string emptyString;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -22,10 +22,11 @@ const std::string lazyTrackChannelQuery =
 
 const std::string TrackTable::tableName = "Track";
 const std::array<std::string, 3> TrackTable::columnNames = {"key", "id", "name"};
+const std::string TrackTable::objectIdFromIdentifierQuery = "SELECT key FROM Track WHERE id = ";
 
 TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
     : DeclaredTable(db),
-      keyByIdentifier("SELECT key FROM Track WHERE id = :id"),
+      keyByIdentifier(objectIdFromIdentifierQuery + ":id"),
       lazyChannels(lazyTrackChannelQuery) {
   GenerateStatements();
   trackChannelTable = std::make_unique<TrackChannelTable>(db);

@@ -118,7 +118,7 @@ std::optional<DapId> ReadClip(const ZuServerId& server, TextScanner& scanner) {
 
 std::optional<ZuServerId> ReadServer(const std::string& text) {
   ZuServerId server;
-  if (!ZuServerId::TryParse(text, server)) return std::nullopt;
+  if (text != ZuServerId::Empty().ToString() && !ZuServerId::TryParse(text, server)) return std::nullopt;
   return server;
 }
 

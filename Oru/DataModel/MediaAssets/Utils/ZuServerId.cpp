@@ -14,10 +14,6 @@ constexpr std::string_view uriScheme = "zuserver://";
 
 }  // namespace
 
-ZuServerId::ZuServerId(int number) {
-  SerialNumber(number);
-}
-
 ZuServerId::ZuServerId(const std::string& text) {
   Parse(text);
 }
@@ -25,17 +21,6 @@ ZuServerId::ZuServerId(const std::string& text) {
 const ZuServerId& ZuServerId::Empty() {
   static const ZuServerId empty;
   return empty;
-}
-
-int ZuServerId::SerialNumber() const {
-  return serialNumber;
-}
-
-void ZuServerId::SerialNumber(int number) {
-  if (!IsValid(number)) {
-    throw std::invalid_argument("Invalid server serial number " + std::to_string(number) + ".");
-  }
-  serialNumber = number;
 }
 
 void ZuServerId::Parse(const std::string& text) {
@@ -53,8 +38,7 @@ std::string ZuServerId::ToUri() const {
 bool ZuServerId::TryParse(const std::string& text, ZuServerId& server) {
   TextScanner scanner(text);
   const auto number = scanner.Number(0, std::numeric_limits<int>::max());
-  if (!number || !scanner.IsAtEnd()) return false;
-  if (*number != 0 && !IsValid(*number)) return false;
+  if (!number || !scanner.IsAtEnd() || !IsValid(*number)) return false;
   server.serialNumber = *number;
   return true;
 }

@@ -2,14 +2,19 @@
 
 #include "Oru/DataModel/MediaAssets/Export.h"
 
+#include <stdexcept>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets {
 
 /// The identity of a server: its serial number, a multiple of 10 above 0, or 0 for no server.
 ///
-/// The text is the serial number in decimal, without sign or leading zeros: "110", and "0" for no server. The
-/// URI is "zuserver://" and that text.
+/// The text is the serial number in decimal, without sign or leading zeros: "110". The URI is "zuserver://"
+/// and that text. No server has the text "0", which doesn't read back: as with numbers, `Empty` alone gives
+/// it.
+///
+/// The operations with numbers are compiled into each library that uses them, so that a program needn't link
+/// this one for them.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT ZuServerId {
@@ -17,8 +22,8 @@ class ORU_DATAMODEL_EXPORT ZuServerId {
   /// No server.
   ZuServerId() = default;
   /// @throws std::invalid_argument "Invalid server serial number N." unless `IsValid(number)`, so also for 0
-  explicit ZuServerId(int number);
-  /// Reads what `ToString` writes.
+  ORU_DATAMODEL_EXPORT ZuServerId(int number) { SerialNumber(number); }
+  /// Reads what `ToString` writes for a server.
   /// @throws std::invalid_argument with the text in quotes if it is anything else
   explicit ZuServerId(const std::string& text);
 
@@ -33,21 +38,26 @@ class ORU_DATAMODEL_EXPORT ZuServerId {
   bool operator!=(const ZuServerId& other) const { return !(*this == other); }
 
   /// A multiple of 10 above 0; 0 for no server.
-  int SerialNumber() const;
+  ORU_DATAMODEL_EXPORT int SerialNumber() const { return serialNumber; }
 
   /// The serial number in decimal.
   std::string ToString() const;
   /// "zuserver://" and the serial number.
   std::string ToUri() const;
 
-  /// On false `server` stays as it was.
+  /// On false, for "0" too, `server` stays as it was.
   static bool TryParse(const std::string& text, ZuServerId& server);
-  /// Reads what `ToUri` writes.
+  /// Reads what `ToUri` writes for a server.
   /// @throws std::invalid_argument with the text in quotes if it is anything else
   static ZuServerId FromUri(const std::string& uri);
 
  private:
-  void SerialNumber(int number);
+  ORU_DATAMODEL_EXPORT void SerialNumber(int number) {
+    if (!IsValid(number)) {
+      throw std::invalid_argument("Invalid server serial number " + std::to_string(number) + ".");
+    }
+    serialNumber = number;
+  }
   void Parse(const std::string& text);
 
   int serialNumber = 0;

@@ -1,5 +1,6 @@
 #include "Oru/TimePoints/Core/Rate.h"
 
+#include "Oru/TimePoints/Core/TimePoint.h"
 #include "Oru/TimePoints/Core/VideoRates.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,18 @@ TEST(RateTest, KeepsItsNumbersAndComparesThemOneByOne) {
   EXPECT_NE(Rate(100, 2), Rate(50, 1));
   EXPECT_NE(Rate(50, 1), Rate(50, 2));
   EXPECT_EQ(Rate(), Rate(0, 1));
-  EXPECT_THROW(Rate(50, 0), std::invalid_argument);
+}
+
+TEST(RateTest, OneInZeroSecondsCanBeHeldAndNotComputedWith) {
+  const Rate endless(25, 0);
+  EXPECT_EQ(endless.ToString(), "25/0");
+  EXPECT_THROW(endless.CompareTo(Rate(25, 1)), std::invalid_argument);
+  EXPECT_THROW(Rate(25, 1).CompareTo(endless), std::invalid_argument);
+  EXPECT_THROW(endless.Reduced(), std::invalid_argument);
+  const TimePoint instant = TimePoint::FromNanoseconds(7);
+  EXPECT_THROW(instant.GetSampleNumber(endless), std::invalid_argument);
+  EXPECT_THROW(instant.AlignWith(endless), std::invalid_argument);
+  EXPECT_THROW(TimePoint::FromSampleNumber(endless, 1), std::invalid_argument);
 }
 
 TEST(RateTest, CompareToOrdersTheRatios) {
