@@ -39,6 +39,11 @@ TEST_F(ObjectCursorSqliteTest, NeedsAViewAndAStatement) {
   EXPECT_EQ(note.text, "a");
 }
 
+TEST_F(ObjectCursorSqliteTest, ACountGivenAsACStringIsACount) {
+  EXPECT_EQ(NoteCursor(db, "SELECT * FROM Note", "SELECT count(*) FROM Note").GetTotalItemsCount(), 2);
+  EXPECT_EQ(NoteCursor(table, "SELECT * FROM Note", "SELECT 7").GetTotalItemsCount(), 7);
+}
+
 TEST_F(ObjectCursorSqliteTest, SnapshotsNeedNoViewAndHoldEveryColumnAheadOfARow) {
   RowCursor cursor(db, "SELECT key, weight, x'0102' AS bytes FROM Note WHERE text = 'b'");
   RawReadSqlite row;

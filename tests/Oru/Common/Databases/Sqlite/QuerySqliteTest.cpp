@@ -1,6 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
 #include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
@@ -297,6 +298,16 @@ TEST_F(QuerySqliteTest, WritesTheTextsThatTheGuideShows) {
   like.Contains("t", "5%_\\").In("x.y", "Z", "z").In("k", std::vector<long long>{1, -2});
   EXPECT_EQ(like.GetFilterSQL(),
             "t LIKE '%5\\%\\_\\\\%' ESCAPE '\\' AND x.y IN (SELECT z FROM Z) AND k IN (1, -2)");
+}
+
+TEST_F(QuerySqliteTest, TakesLiteralsAndIntegersOfAnyKind) {
+  QuerySqlite query;
+  query.LessThan("a", 5LL).GreaterThan("a", 5ULL).LessThanOrEquals("a", 5LL).GreaterThanOrEquals("a", 5LL);
+  query.In("k", std::vector<int64_t>{1, -2}).In("k", {0}).In("k", {3, 4}).In("id", {"a", "bc"});
+  EXPECT_EQ(query.GetFilterSQL(),
+            "a < 5 AND a > 5 AND a <= 5 AND a >= 5 AND k IN (1, -2) AND k IN (0) AND k IN (3, 4) AND "
+            "id IN ('a', 'bc')");
+  EXPECT_THROW(query.Query::Match("a", "b"), NotSupportedException);
 }
 
 TEST_F(QuerySqliteTest, RefusesNamesThatAreNoNamesAndChangesNothing) {

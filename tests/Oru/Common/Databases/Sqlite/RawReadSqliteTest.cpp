@@ -17,6 +17,7 @@ TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
   row.Set("real", 1e20);
   row.Set("text", " +2.5e3x");
   row.Set("bytes", bytes, 3);
+  EXPECT_THROW(row.Set("bytes", bytes, -1), ArgumentException);
   row.SetNull("null");
   bytes[0] = 0;
   const RawReadSqlite copy(row);
