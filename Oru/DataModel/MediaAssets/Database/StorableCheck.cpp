@@ -56,11 +56,6 @@ class StorableCheck {
       Refuse("camera " + std::to_string(camera) + " is none of the letters A to L");
     RequireCount("the user's time code", profile.UserTimecode());
     RequireCount("the time code of the time of day", profile.TodTimecode());
-    if (constexpr std::size_t most = DapOperatorMetadataProfile::MaxKeywordIndex + 1;
-        profile.Keywords().size() > most) {
-      Refuse("its " + std::to_string(profile.Keywords().size()) + " keywords are more than the " +
-             std::to_string(most) + " that can be read");
-    }
   }
 
   void RequirePlace(const char* what, int place) const {

@@ -63,6 +63,7 @@ TEST(DapOperatorMetadataProfileTest, KeywordsGrowByEmptyOnes) {
   EXPECT_THAT(profile.Keywords(), ElementsAre("", "", ""));
   profile.Keyword(65535, "last");
   EXPECT_THROW(profile.Keyword(65536, ""), std::out_of_range);
+  EXPECT_THROW(profile.Keywords(StringVector(65537)), std::out_of_range);
   EXPECT_EQ(profile.Keywords().size(), 65536U);
 }
 

@@ -129,8 +129,6 @@ TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFil
       {"c: bank -1 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Bank(-1); }},
       {"c: row 256 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Row(256); }},
       {"c: camera 77 is none of the letters A to L", [&](auto& clip) { profile(clip).Camera('M'); }},
-      {"c: its 65537 keywords are more than the 65536 that can be read",
-       [&](auto& clip) { profile(clip).Keywords(StringVector(65537)); }},
       {"c: there is no table for the metadata profile oru.dapoperator of the asset",
        [&](auto& clip) { clip.Metadata().Set(generic("oru.dapoperator")); }},
       {"c: there is no table for the metadata profile oru.dapoperator of annotation 0",
