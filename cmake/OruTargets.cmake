@@ -64,7 +64,7 @@ function(oru_add_library name)
   if(NOT ORU_SANITIZE)
     target_link_options(${target} PRIVATE -Wl,--no-undefined)
   endif()
-  # A library calls its own exported functions directly and may inline them: nobody is to replace one of them
+  # A library calls its own exported functions directly and may inline them: no caller may replace one of them
   # from outside.
   target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)

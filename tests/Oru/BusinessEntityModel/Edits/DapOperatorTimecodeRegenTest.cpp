@@ -10,7 +10,7 @@ namespace {
 
 using TestSupport::ExpectEnumeration;
 
-// The numbers stand in stored files.
+// The numbers are in stored files.
 TEST(DapOperatorTimecodeRegenTest, StoredEnumerations) {
   ExpectEnumeration<DapOperatorTimecodeRegen::Continuity>("Sequence Blocks");
   ExpectEnumeration<DapOperatorTimecodeRegen::Reference>("Reference Tod User");

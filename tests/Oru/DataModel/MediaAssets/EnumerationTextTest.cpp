@@ -26,7 +26,7 @@ namespace {
 
 using TestSupport::ExpectEnumeration;
 
-// The numbers stand in stored files.
+// The numbers are in stored files.
 TEST(EnumerationTextTest, StoredEnumerations) {
   ExpectEnumeration<AssetType>("unknown train media");
   ExpectEnumeration<ResourceFormat>("unknown ToBeDefined");

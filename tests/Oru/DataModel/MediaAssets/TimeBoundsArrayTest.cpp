@@ -87,7 +87,7 @@ TEST(TimeBoundsArrayTest, Durations) {
 }
 
 TEST(TimeBoundsArrayTest, Validity) {
-  // What is wrong: the bounds overlap, a mark stands outside of them (i, o) or is not valid (I, O), and the
+  // What is wrong: the bounds overlap, a mark is outside of them (i, o) or is not valid (I, O), and the
   // whole is not valid (-).
   const struct {
     TimeBoundsArray array;
