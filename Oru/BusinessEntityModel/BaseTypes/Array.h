@@ -55,7 +55,7 @@ class Array {
     return Add(std::unique_ptr<T>(std::make_unique<U>(std::forward<U>(element))));
   }
 
-  /// Moves each unique pointer of the range, in order, through `Add`. If one is refused, those ahead of it
+  /// Moves each unique pointer of the range, in order, through `Add`. If one is refused, those before it
   /// stay added.
   template <class Iterator>
   void Adopt(Iterator first, Iterator last) {
@@ -75,7 +75,7 @@ class Array {
       Add(std::move(element));
   }
 
-  /// Inserts ahead of the element at `position`; the size as position appends.
+  /// Inserts before the element at `position`; the size as position appends.
   void Insert(int32_t position, std::unique_ptr<T>&& element) {
     RequireElement(element);
     if (position != Size()) CheckPosition(position);

@@ -4,7 +4,7 @@
 
 namespace Oru::BusinessEntityModel::BaseTypes {
 
-/// What `Array<T>` tells an element about its place. A class whose objects carry their position specialises
+/// How `Array<T>` gives an element its position. A class whose objects carry their position specialises
 /// this in its own header.
 template <class T>
 struct ArrayElementTraits {

@@ -10,7 +10,7 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 /// An empty pointer, or one whose object is gone, throws std::runtime_error.
 template <class T>
 struct CompareEqualWeakPointer {
-  /// Whether the objects behind the two are equal, or both are missing.
+  /// Whether the objects that the two point to are equal, or both are missing.
   bool operator()(const std::weak_ptr<T>& left, const std::weak_ptr<T>& right) const {
     // Locked first and tested after: between a test and a lock another thread could let the object go.
     const std::shared_ptr<T> leftObject = left.lock();

@@ -4,7 +4,7 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// Orders pointers by what they point to, `*a < *b`. Neither may be null.
 struct CompareLessPointer {
-  /// The order of the objects behind the two.
+  /// The order of the objects that the two point to.
   template <class Pointer>
   bool operator()(const Pointer& left, const Pointer& right) const {
     return *left < *right;

@@ -20,7 +20,7 @@ class ORU_BASETYPES_EXPORT FullyQualifiedName : public StringValue<FullyQualifie
   /// The one shared empty name.
   static const FullyQualifiedName& Empty();
 
-  /// The two texts one behind the other, with nothing between them.
+  /// The first text followed by the second, with nothing between them.
   static FullyQualifiedName Concat(const FullyQualifiedName& first, const FullyQualifiedName& second);
   /// Joins the parts of a name with one dot, which is not doubled where a text has it already. An empty text
   /// adds neither a part nor a dot.

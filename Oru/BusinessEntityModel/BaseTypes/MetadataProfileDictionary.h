@@ -13,10 +13,10 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// The metadata profiles of one entity, one for each name, in name order.
 ///
-/// The dictionary shares its profiles with whoever holds a pointer to them, and a plain copy shares them with
-/// its original: a change to a profile shows in both. `DeepCopy` and `Clone` give independent profiles.
+/// The dictionary shares its profiles with all that point to them, and a plain copy shares them with its
+/// original: a change to a profile shows in both. `DeepCopy` and `Clone` give independent profiles.
 ///
-/// A profile keeps its name while it stands in a dictionary.
+/// A profile keeps its name while it is in a dictionary.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent, but two dictionaries
 /// that share a profile are not distinct.

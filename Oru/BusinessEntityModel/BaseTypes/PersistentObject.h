@@ -7,7 +7,7 @@
 namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// The base of everything that owns a row of the stored file. A copy carries the object id of its original,
-/// and so stands for the same row.
+/// and so represents the same row.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_BASETYPES_EXPORT PersistentObject {

@@ -55,7 +55,7 @@ class SharedReference {
     return *this;
   }
 
-  /// Reads the identifier of the object anew; without an object the identifier stays.
+  /// Reads the identifier of the object again; without an object the identifier stays.
   void UpdateIdentifier() {
     if (pointer) id = pointer->Id();
   }

@@ -9,10 +9,10 @@
 
 namespace Oru::BusinessEntityModel::BaseTypes {
 
-/// A vector whose elements always stand in the order of `Less`, and which refuses an element that is `Equal`
-/// to one present. Elements that are equivalent by `Less` and yet not `Equal` may stand beside each other.
+/// A vector whose elements are always in the order of `Less`, and which refuses an element that is `Equal`
+/// to one present. Elements that are equivalent by `Less` and yet not `Equal` may be next to each other.
 ///
-/// The order is kept by the operations here. Whoever changes an element in place, through an iterator or a
+/// The operations here keep the order. A caller who changes an element in place, through an iterator or a
 /// reference, so that its rank changes, calls `Sort` afterwards. An operation that throws leaves the vector
 /// as it was.
 ///
@@ -31,7 +31,7 @@ class SortedVectorBase {
   SortedVectorBase& operator=(const SortedVectorBase&) = default;
   SortedVectorBase& operator=(SortedVectorBase&&) noexcept = default;
 
-  /// Inserts a copy of `item` in its place, ahead of the elements that `Less` holds equivalent. If the first
+  /// Inserts a copy of `item` in its place, before the elements that `Less` holds equivalent. If the first
   /// of those is `Equal` to `item`, throws std::runtime_error; the others are not tested.
   virtual void Insert(const T& item) {
     const iterator position = std::lower_bound(elements.begin(), elements.end(), item, Less());
@@ -132,7 +132,7 @@ class SortedVectorBase {
     elements.erase(found);
     return true;
   }
-  /// Erases the element, or the range, and gives the position behind it.
+  /// Erases the element, or the range, and gives the position after it.
   iterator Erase(const_iterator position) { return elements.erase(position); }
   iterator Erase(const_iterator first, const_iterator last) { return elements.erase(first, last); }
 

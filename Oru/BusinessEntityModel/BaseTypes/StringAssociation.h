@@ -43,7 +43,7 @@ class StringAssociation {
     if (text == nullptr) throw Unknown("ToString", "a value that has no text");
     return *text;
   }
-  /// `found` tells whether the value itself has a text.
+  /// `found` says whether the value itself has a text.
   const std::string& ToString(const E& value, bool& found) const {
     static const std::string empty;
     const std::string* text = Text(value, found);
@@ -58,7 +58,7 @@ class StringAssociation {
     if (!found && !fallbackValue) throw Unknown("ToEnum", "the unknown text '" + text + "'");
     return value;
   }
-  /// `found` tells whether the text itself is known.
+  /// `found` says whether the text itself is known.
   E ToEnum(const std::string& text, bool& found) const {
     const auto entry = stringToType.find(text);
     found = entry != stringToType.end();

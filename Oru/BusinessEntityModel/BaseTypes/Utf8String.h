@@ -42,7 +42,7 @@ class ORU_BASETYPES_EXPORT Utf8String : public std::string {
   std::vector<Utf8String> Characters() const;
   /// Whether every byte is below 0x80.
   bool IsAscii() const noexcept;
-  /// The number of bytes, 1 to 4, of the character that begins at the byte `position`; 0 at or behind the
+  /// The number of bytes, 1 to 4, of the character that begins at the byte `position`; 0 at or after the
   /// end.
   std::size_t GetCharacterLength(std::size_t position) const noexcept;
 };

@@ -69,7 +69,7 @@ class ORU_EDITS_EXPORT DapOperatorMetadataProfile : public BaseTypes::MetadataPr
   /// Whether it has been archived.
   DataModel::MediaAssets::ArchiveStatus ArchiveStatus() const noexcept { return archiveStatus; }
   void ArchiveStatus(DataModel::MediaAssets::ArchiveStatus value) noexcept { archiveStatus = value; }
-  /// Absent where the time code isn't made anew.
+  /// Absent where the time code isn't regenerated.
   const BaseTypes::Optional<DapOperatorTimecodeRegen>& TimecodeRegen() const noexcept {
     return timecodeRegen;
   }

@@ -8,7 +8,7 @@
 
 namespace Oru::BusinessEntityModel::Edits {
 
-/// How the time code of a sequence is made anew when it is played out. The numbers of the enumerations are
+/// How the time code of a sequence is regenerated when it is played out. The numbers of the enumerations are
 /// stored in files and never change; a number without a name can come out of a file and is carried as it is.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.

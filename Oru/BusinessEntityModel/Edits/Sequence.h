@@ -40,7 +40,7 @@ class ORU_EDITS_EXPORT Sequence : public BaseTypes::PersistentObject {
   /// The version, counted by the caller.
   int32_t Version() const noexcept { return static_cast<int32_t>(version); }
   void Version(int32_t value) noexcept { version = static_cast<uint64_t>(int64_t{value}); }
-  /// Where the sequence stands in time; the empty time point for nowhere:
+  /// The place of the sequence in time; the empty time point for none:
   const TimePoints::TimePoint& GetTimePoint() const noexcept { return timePoint; }
   void SetTimePoint(const TimePoints::TimePoint& value) noexcept { timePoint = value; }
   /// How long the sequence lasts.
@@ -76,7 +76,7 @@ class ORU_EDITS_EXPORT Sequence : public BaseTypes::PersistentObject {
   bool HasDapOperatorMetadata() const;
   /// The operator's profile in `Metadata`.
   /// @throws std::out_of_range "map::at" without one, std::bad_cast if a profile of another class has its
-  /// name
+  ///         name
   const DapOperatorMetadataProfile& DapOperatorMetadata() const;
   DapOperatorMetadataProfile& DapOperatorMetadata();
 

@@ -7,7 +7,7 @@
 
 namespace Oru::DataModel::MediaAssets {
 
-/// Where a clip or a sequence stands on its way to the archive. The numbers are stored in files and never
+/// How far a clip or a sequence is on its way to the archive. The numbers are stored in files and never
 /// change; a number without a name can come out of a file and is carried as it is.
 enum class ArchiveStatus : int32_t {
   None = 0,

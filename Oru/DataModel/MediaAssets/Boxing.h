@@ -7,7 +7,7 @@
 
 namespace Oru::DataModel::MediaAssets {
 
-/// How the active picture stands in the frame. The numbers are stored in files and never change; a number
+/// How the active picture fills the frame. The numbers are stored in files and never change; a number
 /// without a name can come out of a file and is carried as it is.
 enum class Boxing : int32_t {
   unknown = 0,

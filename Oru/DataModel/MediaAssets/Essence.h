@@ -17,7 +17,7 @@ namespace Oru::DataModel::MediaAssets {
 
 /// One video, audio or data content of a stream: what the three kinds have in common.
 ///
-/// A copy has metadata of its own and shares the objects behind `TrackChannels` and `TimeCodeTables`; `Clone`
+/// A copy has metadata of its own and shares the objects of `TrackChannels` and `TimeCodeTables`; `Clone`
 /// shares nothing. Both keep the object id. An essence that was moved from may only be assigned to or
 /// destroyed.
 ///

@@ -29,8 +29,8 @@ namespace Oru::DataModel::MediaAssets {
 /// A media asset, as a clip: what it is called, when its material runs, and all that hangs under it.
 ///
 /// A copy has bounds and metadata of its own, and shares its tracks, layouts, resources and annotations with
-/// the original. `Clone` shares none of these; only the assets behind `Ancestor` and `Parent` are no part of
-/// this one and stay shared. Both keep all object ids: the copy stands for the same rows.
+/// the original. `Clone` shares none of these; only the assets of `Ancestor` and `Parent` are not part of
+/// this one and stay shared. Both keep all object ids: the copy represents the same rows.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
@@ -106,7 +106,7 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   bool HasDapOperatorMetadata() const;
   /// The operator's profile in `Metadata`.
   /// @throws std::out_of_range "map::at" without one, std::bad_cast if a profile of another class has its
-  /// name
+  ///         name
   const DapOperatorMetadataProfile& DapOperatorMetadata() const;
   DapOperatorMetadataProfile& DapOperatorMetadata();
 
@@ -120,7 +120,7 @@ class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
   MediaAssetParts HeldParts() const noexcept { return heldParts; }
   void HeldParts(MediaAssetParts value) noexcept { heldParts = value; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<MediaAsset> Clone() const;
 
   /// The same identifier and content. Annotations compare by value, tracks by identifier and name, resources

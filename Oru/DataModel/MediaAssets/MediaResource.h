@@ -70,7 +70,7 @@ class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
   /// Appends a reference that only knows the identifier of its stream.
   void Add(const MediaResourceId& streamId);
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<MediaResource> Clone() const;
 
   /// The same identifier and content. Streams compare by identifier and, where both sides hold them, by

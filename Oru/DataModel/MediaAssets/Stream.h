@@ -52,7 +52,7 @@ class ORU_DATAMODEL_EXPORT Stream : public BaseTypes::PersistentObject {
   const LocationArray& Locations() const noexcept { return locations; }
   LocationArray& Locations() noexcept { return locations; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<Stream> Clone() const;
 
   /// The same identifier and content, with essences compared by value. Object ids don't count.

@@ -13,7 +13,7 @@ namespace Oru::DataModel::MediaAssets {
 /// The stretches of time for which there is material, in order of time, and beside them two marks: the in and
 /// the out boundary that were set on it. A mark that isn't set is a default `TimeBoundary`.
 ///
-/// Nothing is checked when bounds go in or marks are set; `IsValid` and its like tell afterwards. For all of
+/// Nothing is checked when bounds go in or marks are set; `IsValid` and its like check afterwards. For all of
 /// them a boundary that isn't set leaves its side open, an instant on a boundary lies inside, and the moving
 /// flags play no part.
 ///
@@ -35,7 +35,7 @@ class ORU_DATAMODEL_EXPORT TimeBoundsArray
   TimePoints::Duration GetDuration() const;
 
   /// The time from the in mark to the out mark. Where a mark isn't set, the beginning of the first bounds or
-  /// the latest end of any stands for it; if that isn't set either the duration is 0. Negative if out is
+  /// the latest end of any is used instead; if that isn't set either the duration is 0. Negative if out is
   /// before in.
   /// @throws std::overflow_error if the span doesn't fit a `Duration`
   TimePoints::Duration GetInOutDuration() const;
@@ -49,9 +49,9 @@ class ORU_DATAMODEL_EXPORT TimeBoundsArray
   /// The same of the out mark.
   bool IsOutOutOfTimeBounds() const;
 
-  /// Whether the in mark isn't set, or lies inside one of the bounds and not behind the out mark.
+  /// Whether the in mark isn't set, or lies inside one of the bounds and not after the out mark.
   bool IsInValid() const;
-  /// Whether the out mark isn't set, or lies inside one of the bounds and not ahead of the in mark.
+  /// Whether the out mark isn't set, or lies inside one of the bounds and not before the in mark.
   bool IsOutValid() const;
 
   /// Whether none of the bounds ends before it begins, no two overlap, and both marks are valid.

@@ -25,7 +25,7 @@ class TimeCodeJump {
   const TimePoints::TimeCode& TimeCode() const noexcept { return timeCode; }
   void TimeCode(const TimePoints::TimeCode& value) noexcept { timeCode = value; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<TimeCodeJump> Clone() const { return std::make_unique<TimeCodeJump>(*this); }
 
   /// The same jump at the same instant.

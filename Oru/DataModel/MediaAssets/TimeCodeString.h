@@ -9,7 +9,7 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// A time of day in a time code, as text: hours, minutes, seconds and frame number, each in two digits or
-/// more, with a semicolon ahead of the frame number in drop-frame counting. "10:00:00:00", "01:00:59;29". The
+/// more, with a semicolon before the frame number in drop-frame counting. "10:00:00:00", "01:00:59;29". The
 /// date of a time code and its rate are not part of the text.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
@@ -28,7 +28,7 @@ class ORU_DATAMODEL_EXPORT TimeCodeString {
   /// Whether there is no text.
   bool IsEmpty() const noexcept { return value.empty(); }
 
-  /// The time code, without a date, that the text stands for at a rate of whole samples a second.
+  /// The time code, without a date, that the text means at a rate of whole samples a second.
   /// @throws std::invalid_argument with the text in quotes if it isn't of the form above
   /// @throws std::out_of_range if there is no such time code: hour 24, or frame 25 at a rate of 25
   TimePoints::TimeCode ToTimeCode(const TimePoints::Rate& rate) const;

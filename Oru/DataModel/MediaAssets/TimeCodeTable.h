@@ -36,10 +36,10 @@ class ORU_DATAMODEL_EXPORT TimeCodeTable {
   const Jumps& TimeCodeJumps() const noexcept { return timeCodeJumps; }
   Jumps& TimeCodeJumps() noexcept { return timeCodeJumps; }
 
-  /// The jump that is in force at an instant: the last one at or ahead of it. Null ahead of the first.
+  /// The jump that is in force at an instant: the last one at or before it. Null before the first.
   std::shared_ptr<const TimeCodeJump> JumpAt(const TimePoints::TimePoint& instant) const;
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<TimeCodeTable> Clone() const;
 
   /// The same name and the same jumps.

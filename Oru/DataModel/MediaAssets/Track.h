@@ -44,7 +44,7 @@ class ORU_DATAMODEL_EXPORT Track : public BaseTypes::PersistentObject {
   const ChannelVector& Channels() const noexcept { return channels; }
   ChannelVector& Channels() noexcept { return channels; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<Track> Clone() const;
 
   /// The same identifier and name. The channels don't count.

@@ -28,7 +28,7 @@ class TrackChannel {
   int32_t ChannelNr() const noexcept { return channelNr; }
   void ChannelNr(int32_t value) noexcept { channelNr = value; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<TrackChannel> Clone() const { return std::make_unique<TrackChannel>(*this); }
 
   /// The same channel of the same track.

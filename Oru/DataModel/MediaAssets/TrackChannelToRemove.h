@@ -35,7 +35,7 @@ class ORU_DATAMODEL_EXPORT TrackChannelToRemove {
   int32_t ChannelNr() const noexcept { return channelNr; }
   void ChannelNr(int32_t value) noexcept { channelNr = value; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<TrackChannelToRemove> Clone() const;
 
   /// The same numbers, and the same identifier of the stream.

@@ -38,7 +38,7 @@ class ORU_DATAMODEL_EXPORT TrackLayout : public BaseTypes::PersistentObject {
   const ItemVector& TrackLayoutItems() const noexcept { return trackLayoutItems; }
   ItemVector& TrackLayoutItems() noexcept { return trackLayoutItems; }
 
-  /// A copy; what it shares with its original, the class tells.
+  /// A copy; the class says what it shares with its original.
   std::unique_ptr<TrackLayout> Clone() const;
 
   /// The same identifier, name and items.

@@ -10,7 +10,7 @@
 namespace Oru::TimePoints {
 
 /// One end of a stretch of time. A moving boundary still travels: the out boundary of a recording that runs.
-/// A default boundary is unset: it stands still at `TimePoint::Empty()`.
+/// A default boundary is unset: it is fixed at `TimePoint::Empty()`.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TimeBoundary {
@@ -19,7 +19,7 @@ class TimeBoundary {
   /// @param instant  where the boundary lies
   /// @param moving   whether it still moves
   TimeBoundary(const TimePoints::TimePoint& instant, bool moving) : timePoint(instant), isMoving(moving) {}
-  /// A boundary that stands still.
+  /// A boundary that doesn't move.
   TimeBoundary(const TimePoints::TimePoint& instant) : timePoint(instant) {}
 
   /// The unset boundary, as a default one.

@@ -24,7 +24,7 @@ namespace Oru::TimePoints {
 ///
 /// A time code without a date counts from 1900 all the same: its day is 1 January 1970.
 ///
-/// A default time code stands at 1900-01-01 00:00:00:00, 50 samples a second, with a date.
+/// A default time code is 1900-01-01 00:00:00:00, 50 samples a second, with a date.
 ///
 /// Every operation that fails throws `std::out_of_range`, unless it says otherwise, and changes nothing:
 /// a count or a field that its integer can't hold, a date or clock asked of a rate that isn't above 0.

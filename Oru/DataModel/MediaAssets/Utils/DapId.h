@@ -13,9 +13,9 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// On the grid a page and a row go from 0 to 9, a bank from 1 to 9 and a camera from 'A' to 'L'. An id also
 /// holds what is off the grid, as files can: any number from 0 to 255, of which 255 (`Unset`) means not set,
-/// and any camera, of which 0 means none. `IsValid` tells the one from the other.
+/// and any camera, of which 0 means none. `IsValid` distinguishes the two.
 ///
-/// Texts. Page, bank and row stand one after the other, each as its digit, as "-" when it isn't set, or as
+/// Texts. Page, bank and row follow one another, each as its digit, as "-" when it isn't set, or as
 /// its number in parentheses above 9; then the camera, as its letter 'A' to 'Z', as nothing for none, or as
 /// the number of its byte in parentheses. The server comes first, before a stroke.
 ///

@@ -16,7 +16,7 @@ namespace Oru::TimePoints {
 ///
 ///     TimeCodeBuilder().Date(2024, 2, 29).ClockTime(10, 0, 0, 12).Rate(VideoRates::Rate25()).Build()
 ///
-/// A new builder stands at 1900-01-01 00:00:00:00, 50 samples a second, without drop and without a date.
+/// A new builder is at 1900-01-01 00:00:00:00, 50 samples a second, without drop and without a date.
 /// `Year` and `Date` give the time code a date; `Month` and `Day` alone don't.
 ///
 /// Threads: a value belongs to one thread at a time; distinct values are independent.

@@ -19,8 +19,8 @@ namespace Oru::TimePoints {
 /// | 50/1 with a date | `2024-02-29 10:00:00:49` |
 /// | 120/1, clock only | `10:00:00:007` |
 ///
-/// Whatever `TimeCodeBuilder` builds from a frame number that isn't negative, `ClockTimeCodeParser` of the
-/// same rate reads back. Beyond that, text says less than a count: a time code without a date that was
+/// `ClockTimeCodeParser` of the same rate reads back all that `TimeCodeBuilder` builds from a frame number that
+/// isn't negative. Beyond that, text says less than a count: a time code without a date that was
 /// carried past midnight shows the clock of its day, and a year outside 1900 to 2261 is shown though no
 /// parser takes it. Throws `std::out_of_range` as the fields of `TimeCode` do.
 ///

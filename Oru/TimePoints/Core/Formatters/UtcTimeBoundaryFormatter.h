@@ -8,7 +8,7 @@
 
 namespace Oru::TimePoints {
 
-/// Writes a boundary as its instant in UTC, or `unset`, and ` moving` behind it if it moves.
+/// Writes a boundary as its instant in UTC, or `unset`, followed by ` moving` if it moves.
 ///
 /// | Boundary | Text |
 /// |---|---|

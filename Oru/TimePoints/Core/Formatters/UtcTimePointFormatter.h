@@ -12,7 +12,7 @@
 namespace Oru::TimePoints {
 
 /// Writes a time point as ISO 8601 in UTC, `YYYY-MM-DDTHH:MM:SS.nnnnnnnnnZ`. Days have 86400 seconds. The
-/// unset instant is written as the date that its number stands for.
+/// unset instant is written as the date that its number means.
 ///
 /// | Time point | Text |
 /// |---|---|

@@ -12,7 +12,7 @@ namespace Oru::TimePoints {
 
 /// Reads a time code from `HH:MM:SS:FF`, or `HH:MM:SS;FF` for drop-frame counting, with `YYYY-MM-DD` and a
 /// blank or a `T` before it if it has a date; what `ClockTimeCodeFormatter` writes. The frames have two
-/// digits or more. The text doesn't tell the rate, so the parser is made for one:
+/// digits or more. The text doesn't contain the rate, so the parser is made for one:
 ///
 ///     ClockTimeCodeParser parser(VideoRates::Rate30());
 ///     TimeCode::Parse("10:01:00;02", parser);
