@@ -110,9 +110,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
     return editTable.GetSequenceTable();
   }
 
-  /// The scripts that an opening runs, in this order but for `viewStatements`, which nothing runs:
-  /// the tables of the file, the full-text index with its triggers, what new tables hold at first, views, and
-  /// the indexes that make reads by owner fast.
+  /// The scripts of the file: its tables, the full-text index with its triggers, what new tables hold at
+  /// first, views (of which there are none), the indexes that make reads by owner fast, and statistics that
+  /// let SQLite plan reads well.
   static const std::string createStatements;
   static const std::string indexStatements;
   static const std::string populateStatements;
@@ -120,6 +120,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   static const std::string lookupIndexStatements;
   static const std::string statisticsStatements;
 
+ private:
   static const std::string lackingStatistics;
 
   bool IsComplete();
@@ -129,7 +130,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   void RunOrThrow(const std::string& statement);
   void RunPart(const std::string& statements);
 
- private:
   MediaAssetTable mediaAssetTable;
   MediaAssetGroupTable mediaAssetGroupTable;
   BusinessEntityModel::Edits::Database::EditTable editTable;
