@@ -4,8 +4,9 @@
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
-#include <regex>
+#include <string_view>
 #include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -18,18 +19,27 @@ const char* const StatisticsTable = "sqlite_stat1";
 
 // The objects that a script makes, unless they are there.
 std::set<std::string> ObjectsOf(const std::string& script) {
-  static const std::regex comment("/\\*[^*]*\\*/"), made("IF NOT EXISTS (\\w+)");
-  const std::string text = std::regex_replace(script, comment, "");
+  constexpr std::string_view made = "IF NOT EXISTS ", comment = "/*", commentEnd = "*/";
   std::set<std::string> names;
-  for (std::sregex_iterator name(text.begin(), text.end(), made), end; name != end; ++name)
-    names.insert((*name)[1]);
+  std::string_view rest = script;
+  for (std::size_t at = 0; (at = rest.find(made)) != std::string_view::npos;) {
+    if (const std::size_t aside = rest.find(comment); aside < at) {
+      rest.remove_prefix(rest.find(commentEnd, aside));
+      continue;
+    }
+    rest.remove_prefix(at + made.size());
+    names.emplace(rest.substr(0, rest.find_first_of(" (\n")));
+  }
   return names;
 }
 
 // A script without its own begin and commit.
-std::string WithoutTransaction(const std::string& script) {
-  static const std::regex control("(BEGIN|COMMIT) TRANSACTION \\w+;");
-  return std::regex_replace(script, control, "");
+std::string WithoutTransaction(std::string script) {
+  for (const char* control : {"BEGIN TRANSACTION ", "COMMIT TRANSACTION "}) {
+    const std::size_t begin = script.find(control);
+    script.erase(begin, script.find(';', begin) + 1 - begin);
+  }
+  return script;
 }
 
 // The first column of what a select gives.
