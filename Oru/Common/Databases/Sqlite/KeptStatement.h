@@ -27,6 +27,7 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
   /// same statement has a cursor of its own.
   class ORU_COMMON_DATABASE_EXPORT Run {
    public:
+    /// Locks the connection and binds the values to the parameters, in order.
     template <class... Values>
     Run(KeptStatement& statement, DatabaseSqlite& db, const Values&... values) : Run(statement, db, Bare()) {
       int32_t number = 0;

@@ -108,7 +108,7 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   /// and a text with so many values is seldom run twice. https://sqlite.org/limits.html#max_variable_number
   static constexpr std::size_t MostBoundValues = 256;
 
-  /// Append the condition or the limit clause to a statement, and its values where they are bound.
+  /// Append the condition or the limit clause to a statement, and its values where they are bound:
   void AppendFilter(StatementText& statement, Values form) const;
   void AppendLimit(StatementText& statement, Values form) const;
 

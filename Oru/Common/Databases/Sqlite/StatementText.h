@@ -13,7 +13,9 @@ using StatementValue = std::variant<int64_t, double, std::string, std::vector<ui
 /// One statement and the values of its parameters, in the order of the text. Statements that differ only in
 /// their values have one text, and SQLite prepares it once.
 struct StatementText {
+  /// The statement, with a question mark in place of each value.
   std::string text;
+  /// The values of the question marks, in order.
   std::vector<StatementValue> values;
 };
 

@@ -68,6 +68,7 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
     if (view.GetSelectStatement().empty()) throw ArgumentException();
     return Select(view.GetSelectStatement(), query, QuerySqlite::Values::Bound);
   }
+  /// The statement that runs in place of the count of a query, with its values.
   StatementText CountToRun(Query& query) const {
     return Count(Filtered(view.GetSelectStatement(), query, QuerySqlite::Values::Bound));
   }

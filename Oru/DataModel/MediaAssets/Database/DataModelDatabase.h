@@ -112,7 +112,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
 
   /// The scripts of the file: its tables, the full-text index with its triggers, what new tables hold at
   /// first, views (of which there are none), the indexes that make reads by owner fast, and statistics that
-  /// let SQLite plan reads well.
+  /// let SQLite plan reads well:
   static const std::string createStatements;
   static const std::string indexStatements;
   static const std::string populateStatements;

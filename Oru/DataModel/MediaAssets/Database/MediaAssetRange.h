@@ -29,6 +29,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRange {
   /// it is valid up to the next increment.
   class ORU_DATAMODEL_DATABASE_EXPORT Iterator {
    public:
+    /// The types that the standard library expects of an iterator:
     using iterator_category = std::input_iterator_tag;
     using value_type = MediaAsset;
     using difference_type = std::ptrdiff_t;
@@ -38,6 +39,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRange {
     /// The end of any range.
     Iterator() = default;
 
+    /// The present object; not at the end.
     MediaAsset& operator*() const;
     MediaAsset* operator->() const { return &**this; }
     /// @throws InvalidOperationException, with a log entry, when the database fails or is closed

@@ -173,7 +173,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   /// it.
   static const std::string objectIdFromIdentifierQuery;
   /// The join with the full-text index that a read selects from, and what it selects: the columns and two
-  /// marked texts of the index, each under its alias.
+  /// marked texts of the index, each under its alias:
   static const std::string fromClause;
   static const std::array<std::string, 15> selectColumnNames;
   static const std::array<std::string, 15> selectColumnAliases;
