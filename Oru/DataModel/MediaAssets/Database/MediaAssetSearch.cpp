@@ -133,7 +133,7 @@ MediaAssetSearch& MediaAssetSearch::Limit(int64_t limit, int64_t firstPlace) {
 }
 
 MediaAssetSearch& MediaAssetSearch::After(const MediaAsset& last) {
-  after.emplace();
+  after = Position{};
   after->key = last.ObjectId();
   after->id = last.Id().Value();
   after->name = last.Name();
