@@ -2,7 +2,7 @@
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
-#include "Oru/DataModel/MediaAssets/Database/PackedTimeCode.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/PackedTimeCode.h"
 
 #include "Rival.h"
 

@@ -1,7 +1,7 @@
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
-#include "Oru/DataModel/MediaAssets/Database/PackedTimeCode.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/PackedTimeCode.h"
 
 #include "Rival.h"
 

@@ -17,6 +17,9 @@ fail() {
   exit 1
 }
 
+# The headers that cmake/internal-headers.txt names, one a line.
+internal_headers() { grep '^Oru/' cmake/internal-headers.txt | xargs -I{} find {} -name '*.h'; }
+
 # Prints the comment at the head of the calling script as its help text.
 usage() { sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"; }
 

@@ -1,11 +1,11 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
-#include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
+#include "Oru/Common/Databases/Sqlite/Writing/AllOrNothing.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/ObjectWrite.h"
 
 #include <memory>
 #include <set>

@@ -1,6 +1,6 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
-#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 
 #include <memory>
 

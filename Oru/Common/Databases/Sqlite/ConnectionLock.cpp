@@ -1,6 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
-#include "Oru/Common/Databases/Sqlite/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/Changes/ChangeTeller.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <sqlite3.h>

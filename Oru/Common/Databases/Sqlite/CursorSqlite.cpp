@@ -3,10 +3,10 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/OpenCursors.h"
-#include "Oru/Common/Databases/Sqlite/StatementCache.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
 
 #include <sqlite3.h>
 

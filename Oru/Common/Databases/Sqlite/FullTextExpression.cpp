@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 
 #include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/Sqlite/SqlText.h"
+#include "Oru/Common/Databases/Sqlite/Statements/SqlText.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

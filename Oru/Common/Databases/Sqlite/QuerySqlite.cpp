@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
 #include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/Sqlite/SqlText.h"
+#include "Oru/Common/Databases/Sqlite/Statements/SqlText.h"
 
 #include <iterator>
 #include <utility>

@@ -1,8 +1,8 @@
 #include "Oru/DataModel/MediaAssets/Database/AnnotationTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
-#include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
-#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/BoundaryColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Annotation,
                     Oru::DataModel::MediaAssets::Database::AnnotationEncapsulated)

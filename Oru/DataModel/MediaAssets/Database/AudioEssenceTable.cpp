@@ -1,7 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
 
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
-#include "Oru/DataModel/MediaAssets/Database/RateColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/RateColumns.h"
 
 namespace Oru::DataModel::MediaAssets::Database {
 

@@ -1,6 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorKeywordsTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 
 ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::KeywordEncapsulated)
 

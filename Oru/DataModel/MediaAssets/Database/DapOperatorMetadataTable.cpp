@@ -1,8 +1,8 @@
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorMetadataTable.h"
 
-#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
-#include "Oru/DataModel/MediaAssets/Database/GridColumns.h"
-#include "Oru/DataModel/MediaAssets/Database/PackedTimeCode.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/GridColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/PackedTimeCode.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::DapOperatorMetadataProfile,
                     Oru::DataModel::MediaAssets::DapMetadataEncapsulated)

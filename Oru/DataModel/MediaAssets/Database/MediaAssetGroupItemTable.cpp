@@ -1,9 +1,9 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaAssetGroupItem,
                     Oru::DataModel::MediaAssets::Database::GroupItemEncapsulated)

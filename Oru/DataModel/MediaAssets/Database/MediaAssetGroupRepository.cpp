@@ -1,14 +1,14 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
-#include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/Common/Databases/Sqlite/Writing/AllOrNothing.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/ObjectWrite.h"
 
 #include <algorithm>
 #include <cstdint>

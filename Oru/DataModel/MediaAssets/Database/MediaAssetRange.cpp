@@ -1,6 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRange.h"
 
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetReader.h"
+#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetReader.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,12 +1,12 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
-#include "Oru/Common/Databases/Sqlite/AllOrNothing.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetReader.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetWriter.h"
-#include "Oru/DataModel/MediaAssets/Database/ObjectIds.h"
-#include "Oru/DataModel/MediaAssets/Database/ObjectWrite.h"
-#include "Oru/DataModel/MediaAssets/Database/StorableCheck.h"
-#include "Oru/DataModel/MediaAssets/Database/TreeRenaming.h"
+#include "Oru/Common/Databases/Sqlite/Writing/AllOrNothing.h"
+#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetReader.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/MediaAssetWriter.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/ObjectIds.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/ObjectWrite.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/StorableCheck.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/TreeRenaming.h"
 
 #include <utility>
 

@@ -1,10 +1,10 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
-#include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/BoundaryColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/Database/UnusedRows.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
 
 #include <typeinfo>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaResourceTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 
 #include <utility>
 

@@ -1,12 +1,12 @@
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/TimeBoundsTable.h"
 
-#include "Oru/Common/Databases/Sqlite/WriteEach.h"
-#include "Oru/DataModel/MediaAssets/Database/BoundaryColumns.h"
+#include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/BoundaryColumns.h"
 
 ORU_TABLE_TEMPLATES(, Oru::TimePoints::TimeBounds,
                     Oru::DataModel::MediaAssets::Database::TimeBoundsEncapsulated)

@@ -1,6 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
 
-#include "Oru/DataModel/MediaAssets/Database/RateColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/RateColumns.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
 
 namespace Oru::DataModel::MediaAssets::Database {

@@ -1,0 +1,95 @@
+#include "Oru/Common/Databases/Sqlite/Connection/SchemaWatch.h"
+
+#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+
+#include <sqlite3.h>
+
+#include <functional>
+#include <string_view>
+
+namespace Oru::Common::Databases::Sqlite {
+
+namespace {
+
+bool HasFile(sqlite3* handle) {
+  const char* file = sqlite3_db_filename(handle, "main");
+  return file && *file != '\0';
+}
+
+std::string_view TextOf(sqlite3_stmt* row, int column) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, column));
+  return text ? std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(row, column)))
+              : std::string_view();
+}
+
+bool Prepare(sqlite3* handle, std::unique_ptr<PreparedStatement>& kept, std::string_view text) {
+  if (!kept) kept = PreparedStatement::Prepare(handle, text, true);
+  return kept != nullptr;
+}
+
+/// Rewinds a statement at the end of the scope.
+class Rewinding {
+ public:
+  explicit Rewinding(sqlite3_stmt* statement) : mStatement(statement) {}
+  Rewinding(const Rewinding&) = delete;
+  Rewinding& operator=(const Rewinding&) = delete;
+  // A failure's text stays in the handle.
+  ~Rewinding() { sqlite3_reset(mStatement); }
+
+ private:
+  sqlite3_stmt* mStatement;
+};
+
+}  // namespace
+
+SchemaWatch::SchemaWatch(sqlite3* handle) : mHandle(handle), mIsFile(HasFile(handle)) {}
+
+SchemaWatch::~SchemaWatch() = default;
+
+// https://sqlite.org/pragma.html#pragma_data_version
+std::optional<int64_t> SchemaWatch::DataVersion() {
+  if (!Prepare(mHandle, mVersionSelect, "PRAGMA main.data_version")) return std::nullopt;
+  const Rewinding rewinding(mVersionSelect->Handle());
+  if (sqlite3_step(mVersionSelect->Handle()) != SQLITE_ROW) return std::nullopt;
+  return sqlite3_column_int64(mVersionSelect->Handle(), 0);
+}
+
+std::optional<std::size_t> SchemaWatch::Fingerprint() {
+  if (!Prepare(mHandle, mSchemaSelect, "SELECT name, sql, rootpage FROM main.sqlite_schema")) {
+    return std::nullopt;
+  }
+  const Rewinding rewinding(mSchemaSelect->Handle());
+  std::size_t fingerprint = 0;
+  const auto add = [&fingerprint](std::size_t hash) { fingerprint = fingerprint * 1099511628211U + hash; };
+  int code = SQLITE_OK;
+  while ((code = sqlite3_step(mSchemaSelect->Handle())) == SQLITE_ROW) {
+    add(std::hash<std::string_view>()(TextOf(mSchemaSelect->Handle(), 0)));
+    add(std::hash<std::string_view>()(TextOf(mSchemaSelect->Handle(), 1)));
+    add(static_cast<std::size_t>(sqlite3_column_int64(mSchemaSelect->Handle(), 2)));
+  }
+  return code == SQLITE_DONE ? std::optional<std::size_t>(fingerprint) : std::nullopt;
+}
+
+bool SchemaWatch::Begin() {
+  mVersion = DataVersion();
+  return mVersion.has_value();
+}
+
+bool SchemaWatch::Look() {
+  if (!mIsFile) return true;
+  // In this order: what is committed meanwhile shows at the next look.
+  const std::optional<int64_t> version = DataVersion();
+  if (!version) return false;
+  if (version == mVersion) return true;
+  const std::optional<std::size_t> fingerprint = Fingerprint();
+  if (!fingerprint) return false;
+  if (fingerprint != mFingerprint &&
+      sqlite3_exec(mHandle, "PRAGMA writable_schema = RESET", nullptr, nullptr, nullptr) != SQLITE_OK) {
+    return false;
+  }
+  mVersion = version;
+  mFingerprint = fingerprint;
+  return true;
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,113 @@
+#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+
+#include <climits>
+#include <sqlite3.h>
+
+#include <type_traits>
+#include <variant>
+
+namespace Oru::Common::Databases::Sqlite {
+
+namespace {
+
+// What a statement may hold on to for each parameter while it waits for its next use.
+constexpr std::size_t LongestKeptText = 256;
+
+}  // namespace
+
+std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, std::string_view text,
+                                                              bool isKept, std::string_view* rest) {
+  sqlite3_stmt* statement = nullptr;
+  const char* end = nullptr;
+  const unsigned int flags = isKept ? SQLITE_PREPARE_PERSISTENT : 0;
+  const int bytes = text.size() > INT_MAX ? INT_MAX : static_cast<int>(text.size());
+  const auto prepare = [&] {
+    return sqlite3_prepare_v3(handle, text.data(), bytes, flags, &statement, &end);
+  };
+  // A statement that needs the full-text index may be the first to find that another connection has changed
+  // the schema. Taking up the index then reads the schema again in the midst of the statement, which knows
+  // none of its tables any more, and SQLite 3.40 gives up at the second such try. The next one finds them.
+  if ((prepare() & 0xFF) == SQLITE_SCHEMA) prepare();
+  if (rest) *rest = end ? text.substr(static_cast<std::size_t>(end - text.data())) : std::string_view();
+  if (!statement) return nullptr;
+  return std::unique_ptr<PreparedStatement>(new PreparedStatement(statement));
+}
+
+PreparedStatement::PreparedStatement(sqlite3_stmt* statement)
+    : mStatement(statement), mIsReadOnly(sqlite3_stmt_readonly(statement) != 0) {
+  ReadColumns();
+  const int count = sqlite3_bind_parameter_count(mStatement);
+  for (int i = 1; i <= count; ++i) {
+    const char* name = sqlite3_bind_parameter_name(mStatement, i);
+    mParameters.Add(name ? name + 1 : "");
+  }
+}
+
+PreparedStatement::~PreparedStatement() {
+  sqlite3_finalize(mStatement);
+}
+
+void PreparedStatement::ReadColumns() {
+  const int count = sqlite3_column_count(mStatement);
+  mColumns.Clear();
+  for (int i = 0; i < count; ++i) {
+    const char* name = sqlite3_column_name(mStatement, i);
+    mColumns.Add(name ? name : "");
+  }
+}
+
+void PreparedStatement::NoticeNewPreparation() {
+  if (mColumns.Size() == 0) return;
+  // https://sqlite.org/c3ref/c_stmtstatus_counter.html
+  const int preparations = sqlite3_stmt_status(mStatement, SQLITE_STMTSTATUS_REPREPARE, 0);
+  if (preparations == mPreparations) return;
+  mPreparations = preparations;
+  ReadColumns();
+}
+
+int PreparedStatement::BindText(int number, const std::string& text) {
+  const auto place = static_cast<std::size_t>(number) - 1;
+  // A number that isn't one of the parameters is SQLite's to refuse.
+  if (text.size() > LongestKeptText || place >= mParameters.Size()) {
+    return sqlite3_bind_text64(mStatement, number, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+  }
+  if (mTexts.empty()) mTexts.resize(mParameters.Size());
+  std::string& kept = mTexts[place];
+  kept = text;
+  return sqlite3_bind_text64(mStatement, number, kept.data(), kept.size(), SQLITE_STATIC, SQLITE_UTF8);
+}
+
+int PreparedStatement::BindAll(const std::vector<StatementValue>& values) {
+  int code = SQLITE_OK;
+  int number = 0;
+  const auto bind = [&](const auto& value) {
+    using Value = std::decay_t<decltype(value)>;
+    ++number;
+    if constexpr (std::is_same_v<Value, int64_t>) return sqlite3_bind_int64(mStatement, number, value);
+    if constexpr (std::is_same_v<Value, double>) return sqlite3_bind_double(mStatement, number, value);
+    if constexpr (std::is_same_v<Value, std::string>) {
+      return sqlite3_bind_text64(mStatement, number, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8);
+    }
+    if constexpr (std::is_same_v<Value, std::vector<uint8_t>>) {
+      // SQLite takes a null pointer for NULL; no bytes are not nothing.
+      const void* data = value.empty() ? static_cast<const void*>("") : value.data();
+      return sqlite3_bind_blob64(mStatement, number, data, value.size(), SQLITE_STATIC);
+    }
+  };
+  for (const StatementValue& value : values) {
+    code = std::visit(bind, value);
+    if (code != SQLITE_OK) break;
+  }
+  return code;
+}
+
+void PreparedStatement::Rewind() {
+  sqlite3_reset(mStatement);
+}
+
+void PreparedStatement::Clear() {
+  sqlite3_reset(mStatement);
+  if (mParameters.Size() > 0) sqlite3_clear_bindings(mStatement);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,115 @@
+#include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
+
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
+
+#include <exception>
+#include <utility>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace Common::Databases;
+
+namespace {
+
+std::string Number(int64_t value) {
+  return std::to_string(value);
+}
+
+}  // namespace
+
+UnusedRows::UnusedRows(Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable,
+                       std::string linkTable, std::string linkColumn)
+    : database(attachedDatabase),
+      table(std::move(sharedTable)),
+      link(std::move(linkTable)),
+      column(std::move(linkColumn)),
+      notes("Unlinked" + table),
+      known("Known" + table),
+      knownCount("SELECT count(*) FROM temp.sqlite_master WHERE name = :name"),
+      dataVersion("PRAGMA data_version") {}
+
+bool UnusedRows::Delete(const std::function<bool()>& deleteAll) {
+  if (!database.IsOpen()) return deleteAll();
+  // The notes are the connection's, and so may be other threads that note, begin and roll back on it: what is
+  // looked at, deleted and forgotten must be the same.
+  const Sqlite::ConnectionLock lock(database);
+  try {
+    return DeleteUnlinked(deleteAll);
+  } catch (const std::exception&) {
+    // A look-up that was refused has logged why.
+    return false;
+  }
+}
+
+bool UnusedRows::DeleteUnlinked(const std::function<bool()>& deleteAll) {
+  if (!BeginNoting()) return deleteAll();
+  const Changes changes = ChangesSinceLastTime();
+  if (changes.areKnown && changes.AreNone()) return true;
+  const bool isDeleted = changes.areKnown ? DeleteAmong(changes) : deleteAll();
+  return isDeleted && Forget(changes);
+}
+
+bool UnusedRows::BeginNoting() {
+  const bool isNoting = knownCount.FindKey(database, known) > 0;
+  if (isNoting || database.ExecuteStatement(NotingScript())) return true;
+  // Half of it would be worse than nothing: a trigger without its table fails whatever fires it.
+  if (database.IsInTransaction()) database.ExecuteStatement("ROLLBACK TO noting; RELEASE noting");
+  return false;
+}
+
+std::string UnusedRows::NotingScript() const {
+  const auto trigger = [this](const std::string& event, const std::string& onTable, const std::string& key,
+                              const std::string& condition) {
+    // Noted once, or the notes would grow with each save of a group for as long as nothing is deleted.
+    return "CREATE TEMP TRIGGER " + notes + "By" + event.substr(0, event.find(' ')) + "Of" + onTable +
+           " AFTER " + event + " ON main." + onTable + condition + " BEGIN INSERT INTO " + notes +
+           "(key) SELECT " + key + " WHERE NOT EXISTS (SELECT 1 FROM " + notes + " WHERE key = " + key +
+           "); END;\n";
+  };
+  const std::string isLowKey = " WHEN new.key <= (SELECT lastKey FROM " + known + ")";
+  // Without recursive triggers a link that a REPLACE takes away would go unnoticed:
+  // https://sqlite.org/lang_conflict.html
+  return "PRAGMA recursive_triggers = ON;\n"
+         "SAVEPOINT noting;\n"
+         "CREATE TEMP TABLE " +
+         notes + " (key integer primary key);\n" + trigger("DELETE", link, "old." + column, "") +
+         trigger("UPDATE OF " + column, link, "old." + column, "") +
+         trigger("INSERT", table, "new.key", isLowKey) +
+         trigger("UPDATE OF key", table, "new.key", isLowKey) +
+         // Not by an INSERT, whose key another thread's insert could take for its own.
+         "CREATE TEMP TABLE " + known +
+         " AS SELECT -1 AS dataVersion, -1 AS lastKey;\n"
+         "RELEASE noting;\n";
+}
+
+UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
+  Changes changes;
+  // Ahead of all else: what another connection commits from here on shows the next time.
+  // https://sqlite.org/pragma.html#pragma_data_version
+  changes.dataVersion = dataVersion.FindKey(database);
+  Sqlite::CursorSqlite cursor(database, "SELECT (SELECT ifnull(max(lastKey), -1) FROM temp." + known +
+                                            " WHERE dataVersion = " + Number(changes.dataVersion) +
+                                            "), (SELECT ifnull(max(key), 0) FROM " + table +
+                                            "), EXISTS (SELECT 1 FROM temp." + notes + ")");
+  cursor.Step();
+  changes.lastKnownKey = cursor.GetInt64(0);
+  changes.lastKey = cursor.GetInt64(1);
+  changes.areNoted = cursor.GetBoolean(2);
+  changes.areKnown = changes.lastKnownKey >= 0;
+  return changes;
+}
+
+bool UnusedRows::DeleteAmong(const Changes& changes) {
+  return database.ExecuteStatement("DELETE FROM " + table + " WHERE key IN (SELECT key FROM temp." + notes +
+                                   " UNION ALL SELECT key FROM " + table + " WHERE key > " +
+                                   Number(changes.lastKnownKey) + ") AND NOT EXISTS (SELECT 1 FROM " + link +
+                                   " WHERE " + column + " = " + table + ".key)");
+}
+
+bool UnusedRows::Forget(const Changes& changes) {
+  return database.ExecuteStatement("DELETE FROM temp." + notes) &&
+         database.ExecuteStatement("UPDATE temp." + known + " SET dataVersion = " +
+                                   Number(changes.dataVersion) + ", lastKey = " + Number(changes.lastKey));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,122 @@
+#include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
+
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <memory>
+#include <random>
+#include <thread>
+
+namespace Oru::Common::Databases::Sqlite {
+
+class StatementCacheTest : public testing::Test {
+ protected:
+  StatementCacheTest() {
+    db.Open();
+    db.ExecuteStatement(
+        "CREATE TABLE T (k integer primary key, t text); INSERT INTO T VALUES (1, 'it''s'), (2, 'b');"
+        "PRAGMA user_version");
+    newestOfConnection = sqlite3_next_stmt(db.Handle(), nullptr);
+  }
+
+  std::unique_ptr<PreparedStatement> Take(const std::string& text) { return cache.Take(db.Handle(), text); }
+  // The first column of the first row, with the statement going back to the cache.
+  std::string Run(const std::string& text) {
+    auto statement = Take(text);
+    EXPECT_NE(statement, nullptr) << text;
+    const bool hasRow = sqlite3_step(statement->Handle()) == SQLITE_ROW;
+    std::string value =
+        hasRow ? reinterpret_cast<const char*>(sqlite3_column_text(statement->Handle(), 0)) : "";
+    cache.Return(std::move(statement), true);
+    return value;
+  }
+  static std::string Text(int number) { return "SELECT 'value " + std::to_string(number) + "'"; }
+  // Whether a statement of the text lies idle, seen from the handle that a second taking gives.
+  bool IsKept(const std::string& text) {
+    const std::size_t idle = cache.IdleCount();
+    auto statement = Take(text);
+    const bool isKept = cache.IdleCount() < idle;
+    cache.Return(std::move(statement), isKept);
+    return isKept;
+  }
+
+  DatabaseSqlite db{":memory:", nullptr};
+  StatementCache cache{3};
+  // The connection has statements of its own; what is newer than them is of the cache.
+  sqlite3_stmt* newestOfConnection = nullptr;
+};
+
+TEST_F(StatementCacheTest, KeepsWhatReadsAndWritesRowsByItsExactText) {
+  for (const std::string text :
+       {"SELECT k FROM T WHERE k = 1", "SELECT k FROM T WHERE k = 2", " delete FROM T;\n"}) {
+    Run(text);
+    EXPECT_TRUE(IsKept(text)) << text;
+  }
+  const std::string tooLong = "SELECT 1" + std::string(StatementCache::LongestText, ' ');
+  for (const std::string& text :
+       {std::string("PRAGMA user_version"), std::string("SELECT 1; SELECT 2"), tooLong}) {
+    Run(text);
+    EXPECT_EQ(Take(text)->slot, nullptr) << text;
+  }
+  std::string_view rest;
+  cache.Return(cache.Take(db.Handle(), "SELECT 1; SELECT 2", &rest), true);
+  EXPECT_EQ(rest, " SELECT 2");
+}
+
+TEST_F(StatementCacheTest, DropsTheLeastRecentlyUsedBeyondItsBound) {
+  for (const int number : {0, 1, 2, 0, 3})
+    EXPECT_EQ(Run(Text(number)), "value " + std::to_string(number));
+  EXPECT_EQ(cache.IdleCount(), 3U);
+  EXPECT_FALSE(IsKept(Text(1)));
+  EXPECT_TRUE(IsKept(Text(0)) && IsKept(Text(2)) && IsKept(Text(3)));
+}
+
+TEST_F(StatementCacheTest, NeverSharesAStatementAndClearsItForTheNextUser) {
+  const std::string text = "SELECT ifnull(:a, 'nothing')";
+  auto first = Take(text), second = Take(text);
+  ASSERT_NE(first->Handle(), second->Handle());
+  sqlite3_bind_int(first->Handle(), 1, 5);
+  EXPECT_EQ(sqlite3_step(first->Handle()), SQLITE_ROW);
+  cache.Return(std::move(first), true);
+  cache.Return(std::move(second), true);
+  EXPECT_EQ(cache.IdleCount(), 2U);
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(Run(text), "nothing");
+}
+
+TEST_F(StatementCacheTest, DropsStatementsThatFailedAndRefusesThoseThatAreNotItsOwn) {
+  cache.Return(Take(Text(1)), false);
+  EXPECT_EQ(cache.IdleCount(), 0U);
+  EXPECT_EQ(Take("SELECT nosuch FROM T"), nullptr);
+  EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
+  cache.Return(PreparedStatement::Prepare(db.Handle(), "SELECT 1", false), true);
+  EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
+}
+
+TEST_F(StatementCacheTest, ServesSeveralThreadsWithinItsBound) {
+  const auto work = [this](unsigned seed) {
+    std::minstd_rand random(seed);
+    for (int i = 0; i < 3000; ++i) {
+      const int key = static_cast<int>(random() % 7);
+      auto statement =
+          Take("SELECT " + std::to_string(random() % 5) + ", k FROM T WHERE k = " + std::to_string(key));
+      ASSERT_NE(statement, nullptr);
+      const bool hasRow = sqlite3_step(statement->Handle()) == SQLITE_ROW;
+      ASSERT_EQ(hasRow, key == 1 || key == 2);
+      ASSERT_EQ(sqlite3_column_int(statement->Handle(), 1), hasRow ? key : 0);
+      cache.Return(std::move(statement), random() % 4 != 0);
+      if (i % 500 == 0) cache.Clear();
+    }
+  };
+  std::thread first(work, 1U), second(work, 2U);
+  work(3);
+  first.join();
+  second.join();
+  EXPECT_LE(cache.IdleCount(), 3U);
+  cache.Clear();
+  EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
+}
+
+}  // namespace Oru::Common::Databases::Sqlite

@@ -1,0 +1,160 @@
+#include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
+
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+
+#include "support/CapturedLog.h"
+#include "support/SharedClips.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using Common::Databases::Sqlite::TransactionGuard;
+
+class UnusedRowsTest : public testing::Test {
+ protected:
+  UnusedRowsTest() { database.Open(); }
+
+  void Store(const std::string& id, const std::string& resource, const std::string& track) {
+    auto asset = TestSupport::SharedClips::Make(id, {0, {resource}, {track}});
+    EXPECT_TRUE(assets.Save(asset)) << log.Text();
+  }
+  bool Delete(const std::string& id) {
+    return assets.Delete(assets.GetObjectIdFromIdentifier(MediaAssetId(id)));
+  }
+  std::vector<std::string> Shared() {
+    return TestSupport::Column(database,
+                               "SELECT id FROM MediaResource UNION ALL SELECT id FROM Track ORDER BY 1");
+  }
+  using Ids = std::vector<std::string>;
+
+  TestSupport::TemporaryDirectory directory;
+  TestSupport::CapturedLog log;
+  const std::string file = "file:" + directory.File("clips.db") + "?_busy_timeout=0&_synchronous=off";
+  DataModelDatabase database{file, log.Stream()};
+  MediaAssetTable& assets = database.GetMediaAssetTable();
+};
+
+TEST_F(UnusedRowsTest, ARollbackOfTheFirstDeletionTakesBackWhatItBegan) {
+  Store("m1", "r1", "t1");
+  Store("m2", "r2", "t2");
+  for (int times = 0; times < 2; ++times) {
+    TransactionGuard transaction(database);
+    ASSERT_TRUE(Delete("m1"));
+    EXPECT_EQ(Shared(), (Ids{"r2", "t2"}));
+    ASSERT_TRUE(database.ExecuteStatement("SAVEPOINT inner"));
+    Store("m3", "r3", "t3");
+    ASSERT_TRUE(Delete("m2"));
+    ASSERT_TRUE(database.ExecuteStatement("ROLLBACK TO inner; RELEASE inner"));
+    EXPECT_EQ(Shared(), (Ids{"r2", "t2"}));
+  }
+  EXPECT_EQ(Shared(), (Ids{"r1", "r2", "t1", "t2"}));
+  ASSERT_TRUE(Delete("m1"));
+  EXPECT_EQ(Shared(), (Ids{"r2", "t2"}));
+  {
+    // Unlinked, and linked again by the rollback.
+    TransactionGuard transaction(database);
+    ASSERT_TRUE(database.GetRelationAssetTrackTable().DeleteAll());
+  }
+  ASSERT_TRUE(assets.CleanUpDependentData());
+  EXPECT_EQ(Shared(), (Ids{"r2", "t2"}));
+  EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(UnusedRowsTest, AReadingGoesOnOverTheFirstDeletionOfAConnection) {
+  for (int i = 0; i < 20; ++i)
+    Store("m" + std::to_string(i), "r1", "t" + std::to_string(i));
+  const auto cursor = assets.OpenObjectCursor();
+  MediaAsset asset;
+  int read = 0;
+  for (; cursor->Next(asset); ++read)
+    ASSERT_TRUE(read != 5 || Delete("m19"));
+  EXPECT_EQ(read, 19);
+}
+
+TEST_F(UnusedRowsTest, ALockedOrClosedDatabaseIsRefusedWithoutAnException) {
+  Store("m1", "r1", "t1");
+  ASSERT_TRUE(assets.CleanUpDependentData());
+  Store("m2", "r2", "t2");
+  ASSERT_TRUE(database.GetRelationMediaAssetMediaResource().DeleteAll());
+  {
+    DataModelDatabase other(file, nullptr);
+    other.Open();
+    ASSERT_TRUE(other.ExecuteStatement("BEGIN EXCLUSIVE"));
+    EXPECT_FALSE(assets.CleanUpDependentData());
+    EXPECT_TRUE(log.Contains("database is locked"));
+    ASSERT_TRUE(other.ExecuteStatement("COMMIT; DELETE FROM RelationAssetTrack"));
+  }
+  ASSERT_TRUE(assets.CleanUpDependentData());
+  EXPECT_EQ(Shared(), Ids());
+
+  database.Close();
+  EXPECT_FALSE(assets.DeleteUnusedMediaResources() || assets.DeleteUnusedTracks() ||
+               assets.DeleteEmptyAssetGroups() || assets.CleanUpDependentData());
+  EXPECT_TRUE(log.Contains("closed database"));
+  database.Open();
+  EXPECT_TRUE(assets.CleanUpDependentData());
+}
+
+TEST_F(UnusedRowsTest, SavesOfAGroupDoNotPileUpNotes) {
+  Store("m1", "r1", "t1");
+  ASSERT_TRUE(assets.CleanUpDependentData());
+  MediaAssetGroup group(MediaAssetGroupId("g1"), "");
+  group.Items().push_back(
+      std::make_shared<AnglesMediaAssetGroupItem>("", MediaAssetReference(MediaAssetId("m1"))));
+  for (int i = 0; i < 50; ++i)
+    ASSERT_TRUE(database.GetMediaAssetGroupTable().Save(group));
+  EXPECT_EQ(TestSupport::Value(database, "SELECT count(*) FROM temp.UnlinkedMediaAssetGroup"), "1");
+}
+
+// Each thread deletes through a table of its own while others do and one saves groups, begins and ends
+// transactions; the first deletions of a connection meet in particular.
+TEST_F(UnusedRowsTest, ThreadsOfOneConnectionMayDeleteAtOnce) {
+  constexpr int perThread = 4, deleters = 3;
+  for (int round = 0; round < 10; ++round) {
+    for (int i = 0; i < perThread * deleters; ++i)
+      Store("m" + std::to_string(i), "r" + std::to_string(i / 2), "t" + std::to_string(i));
+    Store("m100", "r100", "t100");
+    database.Close();
+    database.Open();
+
+    std::atomic<int> ready{0};
+    const auto meet = [&] {
+      for (++ready; ready < deleters + 1;)
+        std::this_thread::yield();
+    };
+    std::vector<std::thread> threads;
+    for (int number = 0; number < deleters; ++number) {
+      threads.emplace_back([&, number] {
+        MediaAssetTable table(database);
+        meet();
+        for (int i = number; i < perThread * deleters; i += deleters)
+          EXPECT_TRUE(table.Delete(table.GetObjectIdFromIdentifier(MediaAssetId("m" + std::to_string(i)))));
+      });
+    }
+    threads.emplace_back([&] {
+      meet();
+      for (int i = 0; i < 10; ++i) {
+        TransactionGuard transaction(database);
+        BusinessEntityModel::Edits::Edit edit(BusinessEntityModel::Edits::EditId("edit"));
+        EXPECT_TRUE(database.GetEditTable().Save(edit));
+        EXPECT_EQ(edit.ObjectId(), database.GetEditTable().GetObjectIdFromIdentifier(edit.Id()));
+        transaction.Commit();
+      }
+    });
+    for (std::thread& thread : threads)
+      thread.join();
+    ASSERT_EQ(Shared(), (Ids{"r100", "t100"})) << "round " << round << "\n" << log.Text();
+  }
+  EXPECT_EQ(log.Text(), "");
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database
