@@ -41,8 +41,13 @@ MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
 bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int64_t fkMediaAssetGroup) {
   int32_t place = 0;
   return Sqlite::WriteEach(items, [&](const std::shared_ptr<MediaAssetGroupItem>& item) {
-    const int64_t assetKey = mediaAssetTable.GetObjectIdFromIdentifier(item->MediaAsset().Id());
-    if (assetKey == -1) return false;
+    const Identifier& asset = item->MediaAsset().Id();
+    const int64_t assetKey = mediaAssetTable.GetObjectIdFromIdentifier(asset);
+    if (assetKey == -1) {
+      AttachedDatabase().LogFailure("asset " + asset.Value() + ", which item " + std::to_string(place) +
+                                    " of a group refers to, isn't stored");
+      return false;
+    }
     // The group's rows are gone, so whatever key the object held names none.
     item->ObjectId(-1);
     GroupItemEncapsulated row(fkMediaAssetGroup, assetKey, *item, place++);

@@ -35,8 +35,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
 
   /// Adds items to a group, in the order of the array. They get new object ids. A plain item is stored with
   /// an empty angle name.
-  /// @return false at the first item whose asset isn't stored or that is refused (an entry then tells of the
-  ///         refusal); those ahead of it are written
+  /// @return false, with a log entry, at the first item whose asset isn't stored or that is refused; those
+  ///         before it are written
   bool Write(const MediaAssetGroupItemArray& items, int64_t fkMediaAssetGroup);
 
   /// Sets the asset of an item that has its object id, with the asset's own columns.

@@ -30,7 +30,11 @@ bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>
            const std::string& streamId = channel->Stream().Id().Value();
            const int64_t essenceKey =
                essenceByStreamAndNr.FindKey(AttachedDatabase(), channel->EssenceNr(), streamId);
-           if (essenceKey == -1) return false;
+           if (essenceKey == -1) {
+             AttachedDatabase().LogFailure("essence " + std::to_string(channel->EssenceNr()) + " of stream " +
+                                           streamId + ", which a track refers to, isn't stored");
+             return false;
+           }
            TrackChannelEncapsulated row(trackKey, essenceKey, channel->ChannelNr());
            return Save(row);
          });

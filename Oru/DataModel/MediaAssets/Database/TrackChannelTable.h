@@ -33,8 +33,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
   using KeylessTable::Save;
 
   /// Replaces the channels of a track. The essences must be stored.
-  /// @return false at the first channel whose essence isn't stored or that is refused (an entry then tells of
-  ///         the refusal); the old channels are gone then, and those ahead of it are written
+  /// @return false, with a log entry, at the first channel whose essence isn't stored or that is refused; the
+  ///         old channels are gone then, and those before it are written
   bool Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey, bool lazy);
 
   /// Inserts the channel.

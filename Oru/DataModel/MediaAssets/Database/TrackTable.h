@@ -36,7 +36,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   bool Write(const BusinessEntityModel::BaseTypes::SortedVectorSharedPointer<Track>& tracks);
   /// Stores a track and replaces its channels, whose essences must be stored. An object id of -1 is looked up
   /// by the identifier.
-  /// @return false when a row is refused, with a log entry, or the essence of a channel isn't stored
+  /// @return false, with a log entry, when a row is refused or the essence of a channel isn't stored
   bool Save(Track& obj, bool lazy) override;
 
   /// Appends the channels of a track, each with a stream of its own that holds its essences.

@@ -71,7 +71,11 @@ TEST_F(MediaAssetGroupTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveThere) {
   group.Name("renamed");
   for (const char* missing : {"missing", ""}) {
     SetItems(group, {{"b", "3"}, {missing, "4"}, {"c", "5"}});
+    log.Clear();
     EXPECT_FALSE(groups.Save(group));
+    const std::string entry =
+        std::string("asset ") + missing + ", which item 1 of a group refers to, isn't stored";
+    EXPECT_TRUE(log.Lines().size() == 1 && log.Contains(entry)) << log.Text();
     EXPECT_EQ(Value("SELECT name FROM MediaAssetGroup"), "renamed");
     EXPECT_THAT(StoredItems("g"), ElementsAre(std::pair("b", "3")));
   }
