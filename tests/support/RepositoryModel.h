@@ -85,7 +85,7 @@ class RepositoryModel {
       clip.resources.clear();
       for (auto& reference : asset.MediaResources()) {
         clip.resources.insert(reference.Id());
-        if (reference) resources[reference.Id()] = reference->Clone();
+        if (reference) Write(*reference);
         if (resources.count(reference.Id()) == 0) return false;
       }
       for (auto& track : tracks)
@@ -103,6 +103,22 @@ class RepositoryModel {
     WriteOwn(clip.own, std::move(asset));
     clips[id] = std::move(clip);
     return true;
+  }
+
+  // Streams that were stored keep their order, and new ones follow.
+  void Write(const MediaResource& resource) {
+    std::shared_ptr<MediaResource> written = resource.Clone();
+    std::shared_ptr<const MediaResource>& stored = resources[resource.Id()];
+    if (stored) {
+      const auto& streams = stored->Streams();
+      const auto place = [&streams](const auto& stream) {
+        return std::find_if(streams.begin(), streams.end(),
+                            [&](const auto& other) { return other.Id() == stream.Id(); });
+      };
+      std::stable_sort(written->Streams().begin(), written->Streams().end(),
+                       [&](const auto& left, const auto& right) { return place(left) < place(right); });
+    }
+    stored = std::move(written);
   }
 
   static void WriteOwn(MediaAsset& own, MediaAsset asset) {

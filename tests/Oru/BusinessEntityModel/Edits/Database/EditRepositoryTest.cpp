@@ -7,6 +7,7 @@
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/OpenDatabase.h"
 #include "support/RandomAsset.h"
@@ -182,6 +183,16 @@ TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
        {"1"},
        [&](Edit& edit) {
          edit.Sequences()[0].Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
+       }},
+      {"e",
+       "e: the time code of sequence 1 has the negative count -1",
+       {"1"},
+       [&](Edit& edit) {
+         DapOperatorTimecodeRegen settings;
+         settings.TimecodeRef(TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build());
+         const auto profile = OnServer(10);
+         profile->TimecodeRegen(Optional(settings));
+         edit.Sequences()[0].Metadata().Set(profile);
        }},
       {"e",
        "e: there is no table for the metadata profile oru.dapoperator of sequence 1",

@@ -79,9 +79,11 @@ class RepositoryWalk {
   using Operation = void (RepositoryWalk::*)();
 
   void Write() {
-    const Operation operations[] = {&RepositoryWalk::Put,    &RepositoryWalk::Put,   &RepositoryWalk::Put,
-                                    &RepositoryWalk::PutAll, &RepositoryWalk::Copy,  &RepositoryWalk::Change,
-                                    &RepositoryWalk::Change, &RepositoryWalk::Remove};
+    const Operation operations[] = {&RepositoryWalk::Put,    &RepositoryWalk::Put,
+                                    &RepositoryWalk::Put,    &RepositoryWalk::PutAgain,
+                                    &RepositoryWalk::PutAll, &RepositoryWalk::Copy,
+                                    &RepositoryWalk::Change, &RepositoryWalk::Change,
+                                    &RepositoryWalk::Remove, &RepositoryWalk::RemoveAll};
     (this->*operations[random.Below(std::size(operations))])();
   }
 
@@ -109,6 +111,7 @@ class RepositoryWalk {
           stream->Essences().Erase(static_cast<int32_t>(random.Below(stream->Essences().Size())));
       }
       if (!streams.empty() && random.Chance(5)) streams.erase(streams.begin() + Place(streams.size()));
+      if (random.Chance(4)) std::reverse(streams.begin(), streams.end());
     }
     if (!model.tracks.empty() && random.Chance(3)) {
       const auto& shared = std::next(model.tracks.begin(), Place(model.tracks.size()))->second;
@@ -154,6 +157,18 @@ class RepositoryWalk {
     const bool isExpected = model.Put(asset, asset.Id());
     action = "put of " + asset.Id().Value();
     EXPECT_EQ(IsDone([&] { repository->Put(given); }), isExpected) << action;
+    reused = std::move(given);
+  }
+
+  // The object of an earlier put, whose keys may since have gone to others: by a rollback, or by a removal on
+  // another connection.
+  void PutAgain() {
+    if (!reused) return Put();
+    if (random.Chance(2)) reused->Id(AnyId());
+    reused->Name(random.Text());
+    const bool isExpected = model.Put(*reused, reused->Id());
+    action = "put again of an object, as " + reused->Id().Value();
+    EXPECT_EQ(IsDone([&] { repository->Put(*reused); }), isExpected) << action;
   }
 
   void PutAll() {
@@ -237,8 +252,7 @@ class RepositoryWalk {
     const Identifier id = AnyId();
     action = "removal of " + id.Value();
     const auto clip = model.clips.find(id);
-    const bool isProtected = clip != model.clips.end() && clip->second.own.HasDapOperatorMetadata() &&
-                             clip->second.own.DapOperatorMetadata().IsUserProtected();
+    const bool isProtected = clip != model.clips.end() && IsProtected(clip->second);
     const bool isIgnored = random.Chance(2);
     const RemoveOutcome outcome =
         repository->Remove(id, isIgnored ? Protection::Ignore : Protection::Respect);
@@ -252,6 +266,31 @@ class RepositoryWalk {
     }
   }
 
+  static bool IsProtected(const RepositoryModel::Clip& clip) {
+    return clip.own.HasDapOperatorMetadata() && clip.own.DapOperatorMetadata().IsUserProtected();
+  }
+
+  void RemoveAll() {
+    const auto length = static_cast<int64_t>(random.Below(4));
+    const auto direction = random.Chance(2) ? Direction::Ascending : Direction::Descending;
+    const bool isIgnored = random.Chance(2);
+    action = "removal of " + std::to_string(length);
+    std::vector<Identifier> ids;
+    for (const auto& clip : model.clips)
+      ids.push_back(clip.first);
+    if (direction == Direction::Descending) std::reverse(ids.begin(), ids.end());
+    ids.resize(std::min<std::size_t>(ids.size(), length));
+    int64_t expected = 0;
+    for (const Identifier& id : ids) {
+      if (IsProtected(model.clips.at(id)) && !isIgnored) continue;
+      model.Remove(id);
+      ++expected;
+    }
+    const auto search = MediaAssetSearch().OrderBy(MediaAssetOrder::Identifier, direction).Limit(length);
+    EXPECT_EQ(repository->RemoveAll(search, isIgnored ? Protection::Ignore : Protection::Respect), expected)
+        << action;
+  }
+
   TemporaryDirectory folder;
   RandomAssets random;
   CapturedLog log;
@@ -259,6 +298,7 @@ class RepositoryWalk {
   std::deque<MediaAssetRepository> repositories;
   MediaAssetRepository* repository = nullptr;
   RepositoryModel model;
+  std::optional<MediaAsset> reused;
   std::string action;
 };
 

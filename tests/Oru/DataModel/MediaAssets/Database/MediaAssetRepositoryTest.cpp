@@ -3,11 +3,13 @@
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/AssetReading.h"
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
 #include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -91,7 +93,110 @@ TEST_F(MediaAssetRepositoryTest, WhatIsPutComesBackInPlaceOfWhateverWasThere) {
   for (const char* table : {"MediaResource", "Stream", "Essence", "Track", "TrackChannel", "Annotation",
                             "TimeBoundsMediaAsset", "MetadataMediaAsset", "RelationAssetTrack"})
     EXPECT_EQ(Count(table), 0) << table;
+
+  next.Metadata().Set(std::make_shared<GenericMetadataProfile>("without entries"));
+  repository.Put(next);
+  next.Metadata().Erase("without entries");
+  EXPECT_TRUE(Holds(next));
   EXPECT_EQ(log.Text(), "");
+}
+
+// The links are those of the original, and its row stays its own.
+TEST_F(MediaAssetRepositoryTest, ACloneUnderAnotherIdentifierIsAnotherClip) {
+  MediaAsset clip = MakeClip("c");
+  repository.Put(clip);
+  const auto clone = clip.Clone();
+  clone->Id(Identifier("clone"));
+  repository.Put(*clone);
+  EXPECT_TRUE(Holds(clip) && Holds(*clone));
+  EXPECT_NE(clip.ObjectId(), clone->ObjectId());
+}
+
+TEST_F(MediaAssetRepositoryTest, TwoDesksThatChangeOneClipLoseNeitherChange) {
+  const TemporaryDirectory folder;
+  const std::string file = "file:" + folder.File("clips.db") + "?_busy_timeout=0";
+  DataModelDatabase first(file, nullptr), second(file, nullptr);
+  first.Open();
+  second.Open();
+  MediaAssetRepository one(first), other(second);
+  MediaAsset clip = MakeClip("c");
+  one.Put(clip);
+  const MediaAsset changed = one.Change(clip.Id(), [&](MediaAsset& stored) {
+    EXPECT_THROW(other.Change(clip.Id(), [](MediaAsset&) { FAIL() << "read without the lock"; }),
+                 InvalidOperationException);
+    stored.Name("by one");
+    stored.Id(Identifier("renamed"));
+  });
+  EXPECT_EQ(changed.ObjectId(), clip.ObjectId());
+  other.Change(changed.Id(), [](MediaAsset& stored) { stored.Description("by the other"); });
+  const auto found = one.Find(changed.Id());
+  EXPECT_EQ(found->Name() + ", " + found->Description(), "by one, by the other");
+  EXPECT_FALSE(one.Find(clip.Id()));
+
+  // A clip that the other has removed is stored again, as a new one.
+  MediaAsset held = *one.Find(changed.Id());
+  other.Remove(changed.Id());
+  one.Put(held);
+  EXPECT_EQ(other.Find(changed.Id()), held);
+}
+
+TEST_F(MediaAssetRepositoryTest, AFileThatCantBeWrittenIsAnInvalidOperationWithAnEntry) {
+  struct Case {
+    const char* what;
+    const char* options;
+    std::function<std::shared_ptr<void>(DataModelDatabase&, DataModelDatabase&)> hinder;
+    bool hindersRemovals;
+  };
+  const std::vector<Case> cases = {
+      {"read only", "?mode=ro", [](auto&, auto&) { return nullptr; }, true},
+      {"locked", "?_busy_timeout=0",
+       [](auto&, auto& other) { return std::make_shared<TransactionGuard>(other); }, true},
+      {"full", "?_busy_timeout=0",
+       [](auto& limited, auto&) {
+         EXPECT_TRUE(limited.ExecuteStatement("PRAGMA max_page_count = 1"));
+         return nullptr;
+       },
+       false},
+      {"a view", "", [](auto& viewed, auto&) { return std::make_shared<ReadGuard>(viewed); }, true},
+      {"closed", "",
+       [](auto& closed, auto&) {
+         closed.Close();
+         return nullptr;
+       },
+       true},
+  };
+  for (const Case& hindered : cases) {
+    SCOPED_TRACE(hindered.what);
+    const TemporaryDirectory folder;
+    DataModelDatabase other(folder.File("clips.db"), nullptr);
+    other.Open();
+    MediaAsset clip = MakeClip("c");
+    clip.Description(std::string(1 << 20, 'd'));
+    MediaAssetRepository(other).Put(clip);
+    DataModelDatabase hinderedDatabase("file:" + folder.File("clips.db") + hindered.options, log.Stream());
+    hinderedDatabase.Open();
+    MediaAssetRepository writer(hinderedDatabase);
+    const std::shared_ptr<void> hindrance = hindered.hinder(hinderedDatabase, other);
+    std::vector<MediaAsset> batch(2, clip);
+    for (MediaAsset& asset : batch)
+      asset.Description(std::string(2 << 20, 'e'));
+    const auto change = [](MediaAsset& stored) { stored.Description(std::string(2 << 20, 'e')); };
+    std::vector<std::function<void()>> operations = {
+        [&] { writer.Put(batch.front()); }, [&] { writer.PutAll(batch); },
+        [&] { writer.Change(clip.Id(), change); },
+        [&] { writer.Copy(clip.Id(), Identifier("copy"), CopyResources::Own); }};
+    if (hindered.hindersRemovals) {
+      operations.emplace_back([&] { writer.Remove(clip.Id()); });
+      operations.emplace_back([&] { writer.RemoveAll(MediaAssetSearch()); });
+    }
+    for (const auto& operation : operations) {
+      log.Clear();
+      EXPECT_THROW(operation(), InvalidOperationException);
+      EXPECT_NE(log.Text(), "");
+    }
+    EXPECT_EQ(batch.front().ObjectId(), clip.ObjectId());
+    EXPECT_EQ(MediaAssetRepository(other).Find(clip.Id()), clip);
+  }
 }
 
 TEST_F(MediaAssetRepositoryTest, PartsThatAnObjectDoesNotHoldStayAsTheyAre) {
@@ -123,12 +228,17 @@ TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFil
   };
   const auto track = [](MediaAsset& clip) { return clip.Tracks().Front(); };
   const auto generic = [](const char* name) { return std::make_shared<GenericMetadataProfile>(name); };
+  const TimePoints::TimeCode negative = TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build();
   const std::vector<Case> cases = {
       {"the asset has no identifier", [](auto& clip) { clip.Id(Identifier()); }},
       {"c: page 10 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Page(10); }},
       {"c: bank -1 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Bank(-1); }},
       {"c: row 256 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Row(256); }},
       {"c: camera 77 is none of the letters A to L", [&](auto& clip) { profile(clip).Camera('M'); }},
+      {"c: the user's time code has the negative count -1",
+       [&](auto& clip) { profile(clip).UserTimecode(negative); }},
+      {"c: the time code of the time of day has the negative count -1",
+       [&](auto& clip) { profile(clip).TodTimecode(negative); }},
       {"c: there is no table for the metadata profile oru.dapoperator of the asset",
        [&](auto& clip) { clip.Metadata().Set(generic("oru.dapoperator")); }},
       {"c: there is no table for the metadata profile oru.dapoperator of annotation 0",
@@ -349,6 +459,9 @@ TEST_F(MediaAssetRepositoryTest, ARemovalTakesGroupsWhoseLastItemItWasAndRespect
   Run("INSERT INTO MediaAssetGroupItem(refMediaAssetGroup, refMediaAsset) SELECT g.key, m.key"
       " FROM MediaAssetGroup g JOIN MediaAsset m WHERE g.id = 'both' OR (g.id = 'alone' AND m.id = 'c')");
   Run("INSERT INTO MediaResource(id) VALUES('loose')");
+  repository.Copy(clip.Id(), Identifier("copy"), CopyResources::Share);
+  EXPECT_EQ(Count("MediaAssetGroupItem"), 3) << "a copy is in no group";
+  EXPECT_EQ(repository.Remove(Identifier("copy")), RemoveOutcome::Removed);
   EXPECT_EQ(repository.Remove(Identifier("none")), RemoveOutcome::Absent);
   EXPECT_EQ(repository.Remove(Identifier()), RemoveOutcome::Absent);
   EXPECT_EQ(repository.Remove(kept.Id()), RemoveOutcome::Protected);
