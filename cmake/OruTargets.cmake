@@ -8,7 +8,7 @@ set(ORU_SOVERSION 0)
 
 option(ORU_COVERAGE "Count the lines and branches that run, for gcov" OFF)
 
-# Warnings, sanitizers and coverage, the same for libraries, tests, examples and benchmarks.
+# Warnings, sanitizers and coverage, the same for libraries, tools, tests, examples and benchmarks.
 function(oru_compile_options target)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
   if(ORU_WARNINGS_AS_ERRORS)

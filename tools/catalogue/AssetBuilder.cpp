@@ -282,4 +282,21 @@ MediaAssets::MediaAsset BuildAsset(const MediaReport& report, BaseTypes::DateTim
   return asset;
 }
 
+void TakeFromFile(MediaAssets::MediaAsset& clip, const MediaAssets::MediaAsset& read) {
+  clip.Name(read.Name());
+  clip.ModificationDate(std::max(read.CreationDate(), clip.CreationDate()));
+  clip.PhysicalTimebounds() = read.PhysicalTimebounds();
+  clip.MediaResources() = read.MediaResources();
+  clip.Tracks() = read.Tracks();
+  read.Metadata().Iterate([&clip](const BaseTypes::MetadataProfile& profile) {
+    const auto* fromFile = dynamic_cast<const MediaAssets::DapOperatorMetadataProfile*>(&profile);
+    if (fromFile != nullptr && clip.HasDapOperatorMetadata()) {
+      clip.DapOperatorMetadata().UserTimecode(fromFile->UserTimecode());
+    } else {
+      clip.Metadata().Set(profile.Clone());
+    }
+    return true;
+  });
+}
+
 }  // namespace Catalogue

@@ -1,5 +1,5 @@
 // A catalogue of media files: reads what each says of itself, and keeps it as a media asset in one database
-// file. `catalogue --help` lists the commands.
+// file. `oru-catalogue --help` lists the commands.
 
 #include "Oru/DataModel/MediaAssets/Utils/DapId.h"
 #include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
@@ -55,6 +55,7 @@ DapId PlaceOf(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  Oru::DataModel::MediaAssets::Database::DataModelDatabase::TuneForThreads();
   // For the names of files; where the environment names no locale, they are UTF-8.
   if (std::setlocale(LC_CTYPE, "") == nullptr || MB_CUR_MAX == 1) std::setlocale(LC_CTYPE, "C.UTF-8");
 
@@ -63,7 +64,7 @@ int main(int argc, char** argv) {
   std::function<int(CatalogueApp&)> command;
   bool makesFile = false;
 
-  CLI::App cli("Catalogues media files in one database file.", "catalogue");
+  CLI::App cli("Catalogues media files in one database file.", "oru-catalogue");
   cli.add_option("-f,--file", options.file, "The catalogue, a path or a SQLite URI")->capture_default_str();
   cli.require_subcommand(1);
 
@@ -89,7 +90,7 @@ int main(int argc, char** argv) {
 
   CLI::App* search = addCommand("search", "Find clips by words of their names and descriptions",
                                 [&](CatalogueApp& app) { return app.Search(options.values); });
-  search->add_option("words", options.values, "All of them, in any order; the last may be the start of one")
+  search->add_option("words", options.values, "All of them, in any order; each may be the start of one")
       ->required();
 
   takesClip(addCommand("show", "Show all that is known of a clip",
@@ -171,7 +172,7 @@ int main(int argc, char** argv) {
     CatalogueApp app(store, std::cout, std::cerr, terminals);
     return command(app);
   } catch (const std::exception& reason) {
-    std::cerr << "catalogue: " << reason.what() << '\n';
+    std::cerr << "oru-catalogue: " << reason.what() << '\n';
     return 1;
   }
 }

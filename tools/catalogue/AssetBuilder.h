@@ -39,4 +39,9 @@ std::optional<Oru::TimePoints::TimeCode> UserTimeCodeOf(const StartTimeCode& sta
 Oru::DataModel::MediaAssets::MediaAsset BuildAsset(const MediaReport& report,
                                                    Oru::BusinessEntityModel::BaseTypes::DateTime now);
 
+/// Gives a stored clip what its file says by now, as `BuildAsset` has read it. What people have added stays:
+/// description, annotations, the operator's profile but for the user time code, and profiles of other names.
+void TakeFromFile(Oru::DataModel::MediaAssets::MediaAsset& clip,
+                  const Oru::DataModel::MediaAssets::MediaAsset& read);
+
 }  // namespace Catalogue

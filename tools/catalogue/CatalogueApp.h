@@ -4,6 +4,8 @@
 
 #include "ClipStore.h"
 
+#include <cstdint>
+#include <map>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -26,8 +28,8 @@ class CatalogueApp {
   /// Catalogues media files. One that is no media is named and passed over.
   int Add(const std::vector<std::string>& files);
   int List(const std::string& nameContains);
-  /// Shows the clips that hold all of the words in their names and descriptions, the best first; status 1 for
-  /// none.
+  /// Shows the clips that hold all of the words, or words that begin so, in their names and
+  /// descriptions, the best first; status 1 for none.
   int Search(const std::vector<std::string>& words);
   int Show(const std::string& clip);
 
@@ -59,7 +61,16 @@ class CatalogueApp {
   int Check();
 
  private:
+  /// What a search shows of a clip. What matched stands between "<b>" and "</b>".
+  struct Texts {
+    std::string name;
+    std::string description;
+  };
+
   bool AddFile(const std::string& file);
+  /// The texts of the clips that a search has found, by their keys.
+  std::map<int64_t, Texts> HighlightedTexts(const std::vector<ClipStore::MediaAsset>& hits,
+                                            const std::string& words);
   /// What takes the line of progress back.
   const char* ClearLine() const;
 

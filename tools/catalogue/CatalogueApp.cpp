@@ -2,6 +2,10 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/BusinessEntityModel/Edits/Sequence.h"
+#include "Oru/Common/Databases/Query.h"
+#include "Oru/Common/Databases/RawCursor.h"
+#include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Annotation.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
@@ -28,11 +32,17 @@ namespace BaseTypes = Oru::BusinessEntityModel::BaseTypes;
 namespace Edits = Oru::BusinessEntityModel::Edits;
 namespace MediaAssets = Oru::DataModel::MediaAssets;
 namespace TimePoints = Oru::TimePoints;
+using MediaAssets::MediaAssetParts;
+using MediaAssets::Database::MediaAssetOrder;
+using MediaAssets::Database::MediaAssetSearch;
+using MediaAssets::Database::RemoveOutcome;
+using Oru::Common::Databases::Sqlite::TransactionGuard;
 
 constexpr char sequenceProfile[] = "oru.catalogue.sequence";
 
 /// "1 clip", "2 clips".
-std::string Count(size_t count, const std::string& noun) {
+template <class Number>
+std::string Count(Number count, const std::string& noun) {
   return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
 }
 
@@ -40,8 +50,12 @@ std::string NameOf(const MediaAssets::MediaAsset& clip) {
   return Printable(clip.Name());
 }
 
-bool IsProtected(const MediaAssets::MediaAsset& clip) {
-  return clip.HasDapOperatorMetadata() && clip.DapOperatorMetadata().IsUserProtected();
+/// The operator's profile of a clip, which gets one if it has none.
+MediaAssets::DapOperatorMetadataProfile& OperatorOf(MediaAssets::MediaAsset& clip) {
+  if (!clip.HasDapOperatorMetadata()) {
+    clip.Metadata().Set(std::make_shared<MediaAssets::DapOperatorMetadataProfile>());
+  }
+  return clip.DapOperatorMetadata();
 }
 
 /// The angle of a clip is its camera, where it has one on the grid.
@@ -87,8 +101,10 @@ bool CatalogueApp::AddFile(const std::string& file) {
 
 int CatalogueApp::List(const std::string& nameContains) {
   TextTable table({"ID", "NAME", "DURATION", "WRAPPER", "VIDEO", "AUDIO", "START"});
-  for (MediaAssets::MediaAsset& clip : mStore.Clips(nameContains)) {
-    mStore.ReadSummary(clip);
+  MediaAssetSearch search;
+  search.NameContains(nameContains).OrderBy(MediaAssetOrder::Name);
+  for (const MediaAssets::MediaAsset& clip :
+       mStore.Clips().Each(search, MediaAssetParts::Metadata | MediaAssetParts::Resources)) {
     const std::string start = EntryText(clip.Metadata(), Profiles::general, "startTimeCode");
     table.Row({clip.Id().Value(), clip.Name(), DurationText(clip.GetInOutDuration()), WrapperSummary(clip),
                VideoSummary(clip), AudioSummary(clip), start.empty() ? "-" : start});
@@ -101,20 +117,37 @@ int CatalogueApp::Search(const std::vector<std::string>& words) {
   std::string text;
   for (const std::string& word : words)
     text += word + ' ';
-  const std::vector<ClipStore::Hit> hits = mStore.Search(text);
-  for (const ClipStore::Hit& hit : hits) {
-    mOut << hit.id << "  " << Highlighted(hit.name, mTerminals.out) << '\n';
-    if (hit.description.empty()) continue;
-    mOut << std::string(hit.id.size() + 2, ' ') << Highlighted(hit.description, mTerminals.out) << '\n';
+  const std::vector<MediaAssets::MediaAsset> hits =
+      mStore.Clips().Find(MediaAssetSearch().Typed(text)).assets;
+  const std::map<int64_t, Texts> texts = HighlightedTexts(hits, text);
+  for (const MediaAssets::MediaAsset& hit : hits) {
+    const Texts& found = texts.at(hit.ObjectId());
+    mOut << hit.Id().Value() << "  " << Highlighted(found.name, mTerminals.out) << '\n';
+    if (found.description.empty()) continue;
+    mOut << std::string(hit.Id().Value().size() + 2, ' ') << Highlighted(found.description, mTerminals.out)
+         << '\n';
   }
   if (hits.empty()) mErrors << "no clip has these words in its name or description\n";
   return hits.empty() ? 1 : 0;
 }
 
+std::map<int64_t, CatalogueApp::Texts> CatalogueApp::HighlightedTexts(
+    const std::vector<MediaAssets::MediaAsset>& hits, const std::string& words) {
+  std::vector<int64_t> keys;
+  for (const MediaAssets::MediaAsset& hit : hits)
+    keys.push_back(hit.ObjectId());
+  const auto query = mStore.Database().NewQuery();
+  query->Match("MediaAssetFts", Oru::Common::Databases::Sqlite::FullTextExpression::AllWordsBegun(words));
+  query->In("key", keys);
+  std::map<int64_t, Texts> texts;
+  for (const auto row = mStore.Database().GetMediaAssetTable().OpenRawCursor(*query); row->Next();) {
+    texts[row->GetInt64("key")] = {row->GetString("nameFts"), row->GetString("descriptionFts")};
+  }
+  return texts;
+}
+
 int CatalogueApp::Show(const std::string& clip) {
-  MediaAssets::MediaAsset asset = mStore.Find(clip);
-  mStore.ReadAll(asset);
-  PrintClip(mOut, asset);
+  PrintClip(mOut, mStore.Find(clip, MediaAssetParts::All));
   return 0;
 }
 
@@ -128,7 +161,7 @@ int CatalogueApp::Describe(const std::string& clip, const std::string& descripti
 
 int CatalogueApp::Place(const std::string& clip, const MediaAssets::DapId& place) {
   mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
-    MediaAssets::DapOperatorMetadataProfile& profile = asset.DapOperatorMetadata();
+    MediaAssets::DapOperatorMetadataProfile& profile = OperatorOf(asset);
     profile.ServerId(place.ServerId());
     profile.Page(place.Page());
     profile.Bank(place.Bank());
@@ -141,7 +174,7 @@ int CatalogueApp::Place(const std::string& clip, const MediaAssets::DapId& place
 
 int CatalogueApp::Tag(const std::string& clip, const std::vector<std::string>& keywords) {
   mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
-    MediaAssets::DapOperatorMetadataProfile& profile = asset.DapOperatorMetadata();
+    MediaAssets::DapOperatorMetadataProfile& profile = OperatorOf(asset);
     for (const std::string& keyword : keywords) {
       profile.Keyword(static_cast<unsigned int>(profile.Keywords().size()), keyword);
     }
@@ -152,7 +185,7 @@ int CatalogueApp::Tag(const std::string& clip, const std::vector<std::string>& k
 
 int CatalogueApp::Protect(const std::string& clip, bool isProtected) {
   mStore.Change(clip, [&](MediaAssets::MediaAsset& asset) {
-    asset.DapOperatorMetadata().UserProtected(isProtected);
+    OperatorOf(asset).UserProtected(isProtected);
     mOut << NameOf(asset) << (asset.DapOperatorMetadata().IsUserProtected() ? " is" : " is not")
          << " protected\n";
   });
@@ -178,26 +211,35 @@ int CatalogueApp::Group(const std::string& name, const std::vector<std::string>&
   MediaAssets::AnglesMediaAssetGroup group{MediaAssets::MediaAssetGroupId(name), name};
   group.Type(hasAngles ? "angles" : "clips");
   for (const std::string& idOrName : clips) {
-    MediaAssets::MediaAsset clip = mStore.Find(idOrName);
-    mStore.ReadUsersPart(clip);
+    const MediaAssets::MediaAsset clip = mStore.Find(idOrName, MediaAssetParts::Operator);
     const std::string angle = hasAngles ? AngleName(clip, group.Items().size()) : "";
     group.Items().push_back(std::make_shared<MediaAssets::AnglesMediaAssetGroupItem>(
         angle, MediaAssets::MediaAssetReference(clip.Id())));
   }
-  mStore.PutGroup(group, hasAngles);
+  TransactionGuard transaction(mStore.Database());
+  // A plain group would be refused in place of one of angles.
+  mStore.Groups().Remove(group.Id());
+  if (hasAngles) {
+    mStore.Groups().Put(group);
+  } else {
+    MediaAssets::MediaAssetGroup plain = group;
+    mStore.Groups().Put(plain);
+  }
+  transaction.Commit();
   mOut << "group " << name << " has " << Count(group.Items().size(), hasAngles ? "angle" : "clip") << '\n';
   return 0;
 }
 
 int CatalogueApp::ListGroups() {
   TextTable table({"GROUP", "KIND", "CLIPS"});
-  for (const auto& [group, hasAngles] : mStore.Groups()) {
+  for (const MediaAssets::MediaAssetGroup& group : mStore.Groups().All()) {
+    const bool hasAngles = mStore.Groups().FindAngles(group.Id()).has_value();
     std::string clips;
     for (const auto& item : group.Items()) {
       if (!clips.empty()) clips += ", ";
       const auto* angle = dynamic_cast<const MediaAssets::AnglesMediaAssetGroupItem*>(item.get());
       if (angle != nullptr && !angle->Name().empty()) clips += angle->Name() + "=";
-      clips += item->MediaAsset()->Name();
+      clips += mStore.Clips().Find(item->MediaAsset().Id(), MediaAssetParts::Row)->Name();
     }
     table.Row({group.Name(), hasAngles ? "angles" : "clips", clips});
   }
@@ -207,23 +249,25 @@ int CatalogueApp::ListGroups() {
 
 int CatalogueApp::Remove(const std::vector<std::string>& clips) {
   for (const std::string& idOrName : clips) {
-    MediaAssets::MediaAsset clip = mStore.Find(idOrName);
-    mStore.ReadUsersPart(clip);
-    if (IsProtected(clip)) throw std::runtime_error(NameOf(clip) + " is protected");
-    mStore.Remove(clip);
+    const MediaAssets::MediaAsset clip = mStore.Find(idOrName);
+    if (mStore.Clips().Remove(clip.Id()) == RemoveOutcome::Protected) {
+      throw std::runtime_error(NameOf(clip) + " is protected");
+    }
     mOut << "removed  " << clip.Id().Value() << "  " << NameOf(clip) << '\n';
   }
   return 0;
 }
 
 int CatalogueApp::RemoveByServer(int server) {
-  const MediaAssets::ZuServerId serverId(server);
-  const std::vector<MediaAssets::MediaAsset> clips = mStore.ClipsOnServer(serverId);
-  for (const MediaAssets::MediaAsset& clip : clips) {
-    if (IsProtected(clip)) throw std::runtime_error(NameOf(clip) + " is protected");
+  MediaAssetSearch onServer;
+  onServer.OnServer(MediaAssets::ZuServerId(server));
+  TransactionGuard transaction(mStore.Database());
+  for (const MediaAssets::MediaAsset& clip : mStore.Clips().Each(MediaAssetSearch(onServer).Protected())) {
+    throw std::runtime_error(NameOf(clip) + " is protected");
   }
-  mStore.RemoveByServer(serverId);
-  mOut << "removed  " << Count(clips.size(), "clip") << " of server " << server << '\n';
+  const int64_t count = mStore.Clips().RemoveAll(onServer);
+  transaction.Commit();
+  mOut << "removed  " << Count(count, "clip") << " of server " << server << '\n';
   return 0;
 }
 
@@ -237,7 +281,7 @@ int CatalogueApp::MakeEdit(const std::string& name, const std::vector<std::strin
 
   TimePoints::TimePoint start = TimePoints::TimePoint::FromNanoseconds(0);
   for (const std::string& idOrName : clips) {
-    MediaAssets::MediaAsset clip = mStore.Find(idOrName);
+    const MediaAssets::MediaAsset clip = mStore.Find(idOrName);
     const TimePoints::Duration duration = clip.OutBoundary() - clip.InBoundary();
     auto sequence = std::make_unique<Edits::Sequence>(
         Edits::SequenceId(name + "/" + std::to_string(edit.Sequences().Size() + 1)));
@@ -253,15 +297,14 @@ int CatalogueApp::MakeEdit(const std::string& name, const std::vector<std::strin
     edit.Sequences().Add(std::move(sequence));
     start += duration;
   }
-  mStore.PutEdit(edit);
-  mOut << "edit " << name << " has " << Count(static_cast<size_t>(edit.Sequences().Size()), "sequence")
-       << '\n';
+  mStore.Edits().Put(edit);
+  mOut << "edit " << name << " has " << Count(edit.Sequences().Size(), "sequence") << '\n';
   return 0;
 }
 
 int CatalogueApp::ListEdits() {
   TextTable table({"EDIT", "AT", "DURATION", "SEQUENCE", "CLIP"});
-  for (const Edits::Edit& edit : mStore.Edits()) {
+  for (const Edits::Edit& edit : mStore.Edits().All()) {
     for (const auto& sequence : edit.Sequences()) {
       table.Row({edit.Name(), PlaceText(TimePoints::TimeBoundary(sequence->GetTimePoint())),
                  DurationText(sequence->Duration().Duration()), sequence->Name(),
@@ -273,9 +316,10 @@ int CatalogueApp::ListEdits() {
 }
 
 int CatalogueApp::Backup(const std::string& file) {
-  mStore.Backup(file, [this](int remaining, int total) {
-    if (!mTerminals.errors || total == 0) return;
+  mStore.Database().Backup(file, [this](int32_t remaining, int32_t total) {
+    if (!mTerminals.errors || total == 0) return true;
     mErrors << ClearLine() << "Copying: " << int64_t{total - remaining} * 100 / total << " %" << std::flush;
+    return true;
   });
   mErrors << ClearLine() << std::flush;
   mOut << "copied to " << file << '\n';
@@ -283,7 +327,7 @@ int CatalogueApp::Backup(const std::string& file) {
 }
 
 int CatalogueApp::Check() {
-  const std::vector<std::string> findings = mStore.Check();
+  const std::vector<std::string> findings = mStore.Database().CheckIntegrity();
   for (const std::string& finding : findings)
     mOut << finding << '\n';
   if (findings.empty()) mOut << "no damage found\n";
