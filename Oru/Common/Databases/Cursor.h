@@ -60,7 +60,8 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   virtual std::string GetString(const std::string& name) const;
   virtual int32_t GetBytes(const std::string& name, uint8_t** out) const;
 
-  /// Bind a parameter. False, with a log entry, for an unknown name or when the database refuses the value.
+  /// Bind a parameter. False, with a log entry, for an unknown name, for a null pointer to text or to bytes of
+  /// a length other than 0, or when the database refuses the value.
   virtual bool Bind(const std::string& name, int64_t value) = 0;
   virtual bool Bind(const std::string& name, uint64_t value) = 0;
   virtual bool Bind(const std::string& name, int32_t value) = 0;
@@ -82,7 +83,9 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
 
   /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
   /// bool), 64 bits for long long:
-  bool Bind(const std::string& name, const char* value) { return Bind(name, std::string(value)); }
+  bool Bind(const std::string& name, const char* value) {
+    return value ? Bind(name, std::string(value)) : Bind(name, nullptr, -1);
+  }
   bool Bind(const std::string& name, long long value) { return Bind(name, static_cast<int64_t>(value)); }
   bool Bind(const std::string& name, unsigned long long value) {
     return Bind(name, static_cast<uint64_t>(value));

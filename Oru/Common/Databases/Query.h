@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/Export.h"
 
 #include <cstdint>
@@ -20,7 +21,10 @@ namespace Oru::Common::Databases {
 /// Column and table names are one or more plain identifiers joined by dots, as `MediaAsset.name`; anything
 /// else throws ArgumentException. Values are ordinary data whatever they hold: quotes, wildcards and NUL
 /// bytes have no meaning in them. Unsigned values beyond the signed range compare as the negative numbers
-/// that the database stores for them.
+/// that the database stores for them. A null pointer throws ArgumentException, except for bytes of length 0.
+///
+/// A query may hold 100,000 conditions and more. SQLite limits how deep they may nest instead: a cursor stays
+/// closed where `And`, `Or` and `Not` have put queries into queries more than 20 deep.
 ///
 /// Threads: a query belongs to one thread at a time; distinct queries are independent.
 class ORU_COMMON_DATABASE_EXPORT Query {
@@ -80,7 +84,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& GreaterThanOrEquals(const std::string& column, const std::string& value) = 0;
 
   /// Rows whose column holds the text anywhere, at its start or at its end. The letters A to Z match in
-  /// either case. Bytes match exactly:
+  /// either case, and all else byte by byte. Bytes match exactly:
   virtual Query& Contains(const std::string& column, const std::string& value) = 0;
   virtual Query& Contains(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
   virtual Query& BeginWith(const std::string& column, const std::string& value) = 0;
@@ -105,10 +109,10 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& And(const Query& query) = 0;
   /// Makes the filter (all so far) OR (that of another query).
   virtual Query& Or(const Query& query) = 0;
-  /// The same with a query behind a pointer, which must not be null:
-  Query& Not(const std::shared_ptr<Query>& query) { return Not(*query); }
-  Query& And(const std::shared_ptr<Query>& query) { return And(*query); }
-  Query& Or(const std::shared_ptr<Query>& query) { return Or(*query); }
+  /// The same with a query behind a pointer:
+  Query& Not(const std::shared_ptr<Query>& query) { return Not(Checked(query)); }
+  Query& And(const std::shared_ptr<Query>& query) { return And(Checked(query)); }
+  Query& Or(const std::shared_ptr<Query>& query) { return Or(Checked(query)); }
 
   /// Orders by a column, behind the orders already given.
   virtual Query& OrderByAsc(const std::string& column) = 0;
@@ -141,7 +145,9 @@ class ORU_COMMON_DATABASE_EXPORT Query {
 
   /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
   /// bool), 64 bits for long long, a vector for other integers and for values in braces:
-  Query& Equals(const std::string& column, const char* value) { return Equals(column, std::string(value)); }
+  Query& Equals(const std::string& column, const char* value) {
+    return Equals(column, std::string(Checked(value)));
+  }
   Query& Equals(const std::string& column, long long value) {
     return Equals(column, static_cast<int64_t>(value));
   }
@@ -149,7 +155,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
     return Equals(column, static_cast<uint64_t>(value));
   }
   Query& LessThan(const std::string& column, const char* value) {
-    return LessThan(column, std::string(value));
+    return LessThan(column, std::string(Checked(value)));
   }
   Query& LessThan(const std::string& column, long long value) {
     return LessThan(column, static_cast<int64_t>(value));
@@ -158,7 +164,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
     return LessThan(column, static_cast<uint64_t>(value));
   }
   Query& GreaterThan(const std::string& column, const char* value) {
-    return GreaterThan(column, std::string(value));
+    return GreaterThan(column, std::string(Checked(value)));
   }
   Query& GreaterThan(const std::string& column, long long value) {
     return GreaterThan(column, static_cast<int64_t>(value));
@@ -167,7 +173,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
     return GreaterThan(column, static_cast<uint64_t>(value));
   }
   Query& LessThanOrEquals(const std::string& column, const char* value) {
-    return LessThanOrEquals(column, std::string(value));
+    return LessThanOrEquals(column, std::string(Checked(value)));
   }
   Query& LessThanOrEquals(const std::string& column, long long value) {
     return LessThanOrEquals(column, static_cast<int64_t>(value));
@@ -176,7 +182,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
     return LessThanOrEquals(column, static_cast<uint64_t>(value));
   }
   Query& GreaterThanOrEquals(const std::string& column, const char* value) {
-    return GreaterThanOrEquals(column, std::string(value));
+    return GreaterThanOrEquals(column, std::string(Checked(value)));
   }
   Query& GreaterThanOrEquals(const std::string& column, long long value) {
     return GreaterThanOrEquals(column, static_cast<int64_t>(value));
@@ -192,6 +198,20 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   Query& In(const std::string& column, std::initializer_list<Value> values) {
     using Element = std::conditional_t<std::is_integral_v<Value>, long long, std::string>;
     return In(column, std::vector<Element>(values.begin(), values.end()));
+  }
+
+ protected:
+  /// What a pointer points to.
+  /// @throws ArgumentException for a null pointer
+  static const Query& Checked(const std::shared_ptr<Query>& query) {
+    if (!query) throw ArgumentException();
+    return *query;
+  }
+
+ private:
+  static const char* Checked(const char* text) {
+    if (!text) throw ArgumentException();
+    return text;
   }
 };
 

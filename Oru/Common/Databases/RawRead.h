@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/Export.h"
 
 #include <cstdint>
@@ -26,7 +27,7 @@ class ORU_COMMON_DATABASE_EXPORT RawRead {
   virtual void Set(const std::string& name, bool value) = 0;
   virtual void Set(const std::string& name, const std::string& value) = 0;
   /// Copies the bytes.
-  /// @throws ArgumentException for a negative length
+  /// @throws ArgumentException for a negative length, and for a null pointer with another length than 0
   virtual void Set(const std::string& name, uint8_t* bytes, int32_t length) = 0;
   /// Sets a column to NULL, added as by `Set`.
   virtual void SetNull(const std::string& name) = 0;
@@ -48,8 +49,11 @@ class ORU_COMMON_DATABASE_EXPORT RawRead {
   virtual void Reset() = 0;
 
   /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
-  /// bool), 64 bits for long long:
-  void Set(const std::string& name, const char* value) { Set(name, std::string(value)); }
+  /// bool; a null pointer throws ArgumentException), 64 bits for long long:
+  void Set(const std::string& name, const char* value) {
+    if (!value) throw ArgumentException();
+    Set(name, std::string(value));
+  }
   void Set(const std::string& name, long long value) { Set(name, static_cast<int64_t>(value)); }
   void Set(const std::string& name, unsigned long long value) { Set(name, static_cast<uint64_t>(value)); }
 };

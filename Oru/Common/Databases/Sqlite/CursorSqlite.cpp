@@ -432,7 +432,8 @@ bool CursorSqlite::Bind(int32_t number, const std::string& value) {
 }
 
 bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {
-  if (length < 0 || !MayBind(number)) return false;
+  if (!MayBind(number)) return false;
+  if (length < 0 || (!bytes && length > 0)) return IsBound(SQLITE_MISUSE);
   // SQLite takes a null pointer for NULL; no bytes are not nothing.
   const void* data = bytes ? static_cast<const void*>(bytes) : "";
   return IsBound(sqlite3_bind_blob(mStatement, number, data, length, SQLITE_TRANSIENT));

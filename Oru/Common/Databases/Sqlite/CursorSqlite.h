@@ -101,7 +101,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool Bind(int32_t number, double value);
   bool Bind(int32_t number, bool value);
   bool Bind(int32_t number, const std::string& value);
-  bool Bind(int32_t number, const char* value) { return Bind(number, std::string(value)); }
+  bool Bind(int32_t number, const char* value) {
+    return value ? Bind(number, std::string(value)) : Bind(number, nullptr, -1);
+  }
   bool Bind(int32_t number, const uint8_t* bytes, int32_t length);
   bool Bind(int32_t number);
 

@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/Sqlite/Statements/SqlText.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -20,21 +21,34 @@ std::string Parenthesised(const std::string& condition) {
   return "(" + condition + ")";
 }
 
-// LIKE reads a pattern up to its first NUL byte only, and so does MATCH its expression.
+// MATCH reads its expression up to the first NUL byte only.
 bool HasNul(const std::string& text) {
   return text.find('\0') != std::string::npos;
+}
+
+// LIKE reads a pattern up to its first NUL byte, and takes bytes that are no UTF-8 for others that aren't.
+bool IsPatternExact(const std::string& text) {
+  return std::all_of(text.begin(), text.end(), [](unsigned char c) { return c > 0 && c < 0x80; });
 }
 
 std::string AsBytes(const std::string& column) {
   return "CAST(" + CheckedName(column) + " AS BLOB)";
 }
 
-const uint8_t* Data(const std::string& text) {
-  return reinterpret_cast<const uint8_t*>(text.data());
+// The bytes of a text with the letters A to Z in lower case, as LIKE compares them: of a column and of a value.
+std::string AsFoldedBytes(const std::string& column) {
+  return "CAST(lower(" + CheckedName(column) + ") AS BLOB)";
+}
+
+std::vector<uint8_t> FoldedBytes(const std::string& text) {
+  std::vector<uint8_t> bytes(text.begin(), text.end());
+  for (uint8_t& byte : bytes)
+    if (byte >= 'A' && byte <= 'Z') byte = static_cast<uint8_t>(byte - 'A' + 'a');
+  return bytes;
 }
 
 std::vector<uint8_t> Bytes(const uint8_t* bytes, int32_t length) {
-  if (length < 0) throw ArgumentException();
+  if (length < 0 || (!bytes && length > 0)) throw ArgumentException();
   return std::vector<uint8_t>(bytes, bytes + length);
 }
 
@@ -59,6 +73,10 @@ void AppendBound(StatementText& statement, const std::string& text,
 }
 
 constexpr const char* LimitText = "LIMIT ? OFFSET ?";
+
+// Each link of a chain is a level of the expression, of which SQLite takes 1000: a longer chain is made of
+// groups. https://sqlite.org/limits.html#max_expr_depth
+constexpr std::size_t LongestGroup = 250;
 
 }  // namespace
 
@@ -93,8 +111,28 @@ void QuerySqlite::AppendLimit(StatementText& statement, Values form) const {
   }
 }
 
+void QuerySqlite::BeginLink(const char* word) {
+  if (mGroupSize == LongestGroup) {
+    mFilter.insert(mGroupBegin, "(").append(")").append(word);
+    mGroupBegin = mFilter.size();
+    mGroupSize = 0;
+  } else if (mGroupSize > 0) {
+    mFilter += word;
+  }
+  ++mGroupSize;
+}
+
+void QuerySqlite::BeginCondition() {
+  if (mIsAlternatives) {
+    mIsAlternatives = false;
+    mGroupBegin = 0;
+    mGroupSize = 1;
+  }
+  BeginLink(" AND ");
+}
+
 Query& QuerySqlite::Add(const std::string& condition, std::vector<StatementValue> values) {
-  if (!mFilter.empty()) mFilter += " AND ";
+  BeginCondition();
   mFilter += condition;
   mValues.insert(mValues.end(), std::make_move_iterator(values.begin()),
                  std::make_move_iterator(values.end()));
@@ -103,7 +141,7 @@ Query& QuerySqlite::Add(const std::string& condition, std::vector<StatementValue
 
 Query& QuerySqlite::Compare(const std::string& column, const char* comparison, StatementValue value) {
   CheckedName(column);
-  if (!mFilter.empty()) mFilter += " AND ";
+  BeginCondition();
   mFilter.append(column).append(comparison).append("?");
   mValues.push_back(std::move(value));
   return *this;
@@ -263,40 +301,42 @@ Query& QuerySqlite::Equals(const std::string& column, const uint8_t* bytes, int3
 }
 
 Query& QuerySqlite::Contains(const std::string& column, const std::string& value) {
-  if (HasNul(value)) return Contains(column, Data(value), static_cast<int32_t>(value.size()));
-  return Like(column, "%", value, "%");
+  return IsPatternExact(value) ? Like(column, "%", value, "%")
+                               : Within(AsFoldedBytes(column), FoldedBytes(value));
 }
 
 Query& QuerySqlite::Contains(const std::string& column, const uint8_t* bytes, int32_t length) {
-  return Add("instr(" + AsBytes(column) + ", ?) > 0", {Bytes(bytes, length)});
+  return Within(AsBytes(column), Bytes(bytes, length));
 }
 
 Query& QuerySqlite::BeginWith(const std::string& column, const std::string& value) {
-  if (HasNul(value)) return BeginWith(column, Data(value), static_cast<int32_t>(value.size()));
-  return Like(column, "", value, "%");
+  return IsPatternExact(value) ? Like(column, "", value, "%")
+                               : From(AsFoldedBytes(column), Start::Begin, FoldedBytes(value));
 }
 
 Query& QuerySqlite::BeginWith(const std::string& column, const uint8_t* bytes, int32_t length) {
-  return BytesFrom(column, 1, bytes, length);
+  return From(AsBytes(column), Start::Begin, Bytes(bytes, length));
 }
 
 Query& QuerySqlite::EndWith(const std::string& column, const std::string& value) {
-  if (HasNul(value)) return EndWith(column, Data(value), static_cast<int32_t>(value.size()));
-  return Like(column, "%", value, "");
+  return IsPatternExact(value) ? Like(column, "%", value, "")
+                               : From(AsFoldedBytes(column), Start::End, FoldedBytes(value));
 }
 
 Query& QuerySqlite::EndWith(const std::string& column, const uint8_t* bytes, int32_t length) {
-  // A negative start counts from the end.
-  return BytesFrom(column, -int64_t{length}, bytes, length);
+  return From(AsBytes(column), Start::End, Bytes(bytes, length));
 }
 
-Query& QuerySqlite::BytesFrom(const std::string& column, int64_t start, const uint8_t* bytes,
-                              int32_t length) {
-  if (length == 0) return Contains(column, bytes, length);
-  const std::string all = AsBytes(column);
-  // Of no bytes at all substr() gives NULL, which is not "no".
+Query& QuerySqlite::Within(const std::string& all, std::vector<uint8_t> bytes) {
+  return Add("instr(" + all + ", ?) > 0", {std::move(bytes)});
+}
+
+Query& QuerySqlite::From(const std::string& all, Start start, std::vector<uint8_t> bytes) {
+  if (bytes.empty()) return Within(all, std::move(bytes));
+  const auto length = static_cast<int64_t>(bytes.size());
+  // Of no bytes at all substr() gives NULL, which is not "no". A negative start counts from the end.
   return Add("(length(" + all + ") >= ? AND substr(" + all + ", ?, ?) = ?)",
-             {int64_t{length}, start, int64_t{length}, Bytes(bytes, length)});
+             {length, start == Start::Begin ? int64_t{1} : -length, length, std::move(bytes)});
 }
 
 Query& QuerySqlite::In(const std::string& column, const std::string& table, const std::string& tableColumn,
@@ -310,7 +350,7 @@ Query& QuerySqlite::In(const std::string& column, const std::string& table, cons
 
 Query& QuerySqlite::In(const std::string& column, const std::string& table, const std::string& tableColumn,
                        std::shared_ptr<Query> query) {
-  return In(column, table, tableColumn, *query);
+  return In(column, table, tableColumn, Checked(query));
 }
 
 Query& QuerySqlite::In(const std::string& column, const std::string& table, const std::string& tableColumn) {
@@ -344,15 +384,21 @@ Query& QuerySqlite::And(const Query& query) {
 }
 
 Query& QuerySqlite::Or(const Query& query) {
-  const QuerySqlite& other = OfSqlite(query);
+  const QuerySqlite other = OfSqlite(query);
   if (other.IsEmpty()) return *this;
-  std::string alternative = Parenthesised(other.mFilter);
-  if (!mFilter.empty()) {
-    // The outer parentheses keep the alternative whole, whatever is added after or before it.
-    alternative = Parenthesised(Parenthesised(mFilter) + " OR " + alternative);
-    mFilter.clear();
+  if (mFilter.empty()) return Add(Parenthesised(other.mFilter), other.mValues);
+  if (mIsAlternatives) {
+    mFilter.pop_back();
+  } else {
+    mFilter = "(" + Parenthesised(mFilter);
+    mIsAlternatives = true;
+    mGroupBegin = mGroupSize = 1;
   }
-  return Add(alternative, other.mValues);
+  BeginLink(" OR ");
+  // The outer parentheses keep the alternatives whole, whatever is added after or before them.
+  mFilter.append(Parenthesised(other.mFilter)).append(")");
+  mValues.insert(mValues.end(), other.mValues.begin(), other.mValues.end());
+  return *this;
 }
 
 Query& QuerySqlite::OrderBy(const std::string& column, const char* direction) {

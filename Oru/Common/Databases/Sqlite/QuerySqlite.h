@@ -116,15 +116,25 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   // The one way in for a condition, with a question mark in place of each value: joins it to those before by
   // AND.
   Query& Add(const std::string& condition, std::vector<StatementValue> values = {});
+  // Prepare the filter for one more condition of its chain, which the caller appends.
+  void BeginCondition();
+  void BeginLink(const char* word);
   Query& Compare(const std::string& column, const char* comparison, StatementValue value);
   Query& Like(const std::string& column, const char* before, const std::string& text, const char* after);
-  // The bytes stand in the column from a place on that counts from 1, or from the end if it is negative.
-  Query& BytesFrom(const std::string& column, int64_t start, const uint8_t* bytes, int32_t length);
+  // The bytes are anywhere in an expression, or at an end of it:
+  Query& Within(const std::string& all, std::vector<uint8_t> bytes);
+  enum class Start { Begin, End };
+  Query& From(const std::string& all, Start start, std::vector<uint8_t> bytes);
   template <class Value>
   Query& Among(const std::string& column, const std::vector<Value>& values);
   Query& OrderBy(const std::string& column, const char* direction);
 
   std::string mFilter;
+  // Where the last group of the filter's chain begins, and how many conditions it has.
+  std::size_t mGroupBegin = 0;
+  std::size_t mGroupSize = 0;
+  // Whether the filter is a chain of alternatives in parentheses, and not one of conditions.
+  bool mIsAlternatives = false;
   std::vector<StatementValue> mValues;
   std::string mOrderBy;
   // Count and offset, if there is a limit.

@@ -103,7 +103,7 @@ void RawReadSqlite::Set(const std::string& name, const std::string& value) {
 }
 
 void RawReadSqlite::Set(const std::string& name, uint8_t* bytes, int32_t length) {
-  if (length < 0) throw ArgumentException();
+  if (length < 0 || (!bytes && length > 0)) throw ArgumentException();
   AtOrNew(name) = bytes ? Bytes(bytes, bytes + length) : Bytes();
 }
 

@@ -160,8 +160,11 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
 TEST_F(CursorSqliteTest, RefusesBindingsThatTheStatementHasNoPlaceFor) {
   CursorSqlite cursor(db, "SELECT :a AS a");
   const uint8_t byte = 1;
+  const char* noText = nullptr;
   EXPECT_FALSE(cursor.Bind("b", 1) || cursor.Bind(":a", 1) || cursor.Bind("", 1) || cursor.Bind(0, 1) ||
-               cursor.Bind(2, 1) || cursor.Bind("a", &byte, -1));
+               cursor.Bind(2, 1) || cursor.Bind("a", &byte, -1) || cursor.Bind("a", nullptr, 5) ||
+               cursor.Bind(1, nullptr, 5) || cursor.Bind("a", noText) || cursor.Bind(1, noText));
+  EXPECT_THAT(log.Text(), HasSubstr("bad parameter"));
   EXPECT_THAT(log.Text(), HasSubstr("no parameter named b"));
   EXPECT_TRUE(cursor.Step());
   EXPECT_FALSE(cursor.Bind("a", 1));

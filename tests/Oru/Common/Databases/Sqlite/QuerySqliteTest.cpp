@@ -8,7 +8,9 @@
 #include "support/SqlValues.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <functional>
@@ -28,10 +30,44 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 
 // Unlike literals of C, these keep their NUL bytes.
 const std::string WithNul("a\0b", 3);
-const std::vector<std::string> Texts = {"",        "a",    "A",  "ab",  "aB",   "ba",    "ä",     "Ä",
-                                        "日本",    "😀x",   "'",  "a'b", "''",   "100%",  "100x",  "a_b",
-                                        "axb",     "a\\b", "\\", "--x", "a;b",  "x'00'", "\"q\"", WithNul,
-                                        {"\0", 1}, "\n",   "%",  "?1",  ":key", "NULL"};
+const std::vector<std::string> Texts = {
+    "",
+    "a",
+    "A",
+    "ab",
+    "aB",
+    "ba",
+    "ä",
+    "Ä",
+    "日本",
+    "😀x",
+    "'",
+    "a'b",
+    "''",
+    "100%",
+    "100x",
+    "a_b",
+    "axb",
+    "a\\b",
+    "\\",
+    "--x",
+    "a;b",
+    "x'00'",
+    "\"q\"",
+    WithNul,
+    {"\0", 1},
+    "\n",
+    "%",
+    "?1",
+    ":key",
+    "NULL",
+    // Bytes that LIKE reads as one character: of no UTF-8, and of the "ä" above.
+    "\xff",
+    "a\x80",
+    "\xc3",
+    "\xef\xbf\xbd",
+    "\xe0\x83\xa4",
+    "\xa4"};
 const std::vector<std::string> Blobs = {"", {"\0", 1}, "a", WithNul, "\xff\x27\x80", "ab", "ab--ab"};
 const std::vector<int64_t> Integers = {Int64Min, -TwoTo53 - 1, -5, -1, 0, 1, 7, TwoTo53 + 1, Int64Max};
 const std::vector<double> Doubles = {
@@ -58,6 +94,7 @@ class QuerySqliteTest : public testing::Test {
   // The table T has random values and NULLs in columns of each kind: integer, real, text and blob.
   QuerySqliteTest() {
     db.Open();
+    sqlite3_create_function(db.Handle(), "occurs", 4, SQLITE_UTF8, nullptr, Occurs, nullptr, nullptr);
     db.ExecuteStatement(
         "CREATE TABLE T (key integer primary key, i integer, r real, t text, b blob);"
         "CREATE TABLE P (n integer primary key, v);"
@@ -101,25 +138,38 @@ class QuerySqliteTest : public testing::Test {
     all.push_back({[=](Query& q) { q.GreaterThanOrEquals(name, value); }, name + " >= " + bound});
   }
 
-  // Bytes are found as they are. Texts are found without telling A from a, in what stands ahead of a NUL
-  // byte.
+  // Bytes are found as they are. Texts are found without telling A from a, and those of ASCII in what stands
+  // before a NUL byte.
+  static void Occurs(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL) return sqlite3_result_null(context);
+    const auto bytes = [&](int index) {
+      const auto* begin = static_cast<const char*>(sqlite3_value_blob(values[index]));
+      return std::string(begin ? begin : "", static_cast<std::size_t>(sqlite3_value_bytes(values[index])));
+    };
+    std::string all = bytes(0), sought = bytes(1);
+    if (sqlite3_value_int(values[2]) != 0) {
+      const bool isPlain =
+          std::all_of(sought.begin(), sought.end(), [](char c) { return (c & 0x7f) == c && c; });
+      if (isPlain) all = all.substr(0, all.find('\0'));
+      for (std::string* text : {&all, &sought})
+        std::transform(text->begin(), text->end(), text->begin(),
+                       [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+    }
+    const std::string end = all.size() < sought.size() ? "" : all.substr(all.size() - sought.size());
+    const bool results[] = {all.find(sought) != std::string::npos, all.rfind(sought, 0) == 0, end == sought};
+    sqlite3_result_int(context, results[sqlite3_value_int(values[3])]);
+  }
+
   template <class... Part>
   void AddOccurrences(const std::string& column, const std::string& bound, bool isFolded,
                       const Part&... part) {
-    const std::string head =
-        "CASE instr(t, char(0)) WHEN 0 THEN t ELSE substr(t, 1, instr(t, char(0)) - 1) END";
-    const std::string whole = isFolded ? "lower(" + head + ")" : "CAST(" + column + " AS BLOB)";
-    const std::string sought = isFolded ? "lower(" + bound + ")" : "CAST(" + bound + " AS BLOB)";
-    const auto meaning = [&](const std::string& found) {
-      return "CASE WHEN " + column + " IS NULL THEN NULL WHEN length(" + sought + ") = 0 THEN 1 ELSE " +
-             found + " END";
+    const auto meaning = [&](int place) {
+      return "occurs(" + column + ", " + bound + ", " + std::to_string(isFolded) + ", " +
+             std::to_string(place) + ")";
     };
-    all.push_back({[=](Query& q) { q.Contains(column, part...); },
-                   meaning("instr(" + whole + ", " + sought + ") > 0")});
-    all.push_back({[=](Query& q) { q.BeginWith(column, part...); },
-                   meaning("substr(" + whole + ", 1, length(" + sought + ")) IS " + sought)});
-    all.push_back({[=](Query& q) { q.EndWith(column, part...); },
-                   meaning("substr(" + whole + ", -length(" + sought + ")) IS " + sought)});
+    all.push_back({[=](Query& q) { q.Contains(column, part...); }, meaning(0)});
+    all.push_back({[=](Query& q) { q.BeginWith(column, part...); }, meaning(1)});
+    all.push_back({[=](Query& q) { q.EndWith(column, part...); }, meaning(2)});
   }
 
   template <class V>
@@ -146,7 +196,7 @@ class QuerySqliteTest : public testing::Test {
     }
     for (const std::string& value : Texts) {
       AddComparisons('t', value);
-      AddOccurrences("t", Bound(value), value.find('\0') == std::string::npos, value);
+      AddOccurrences("t", Bound(value), true, value);
     }
     for (const std::string name : {"i", "r", "t", "b"}) {
       all.push_back({[=](Query& q) { q.IsNULL(name); }, "typeof(" + name + ") = 'null'"});
@@ -279,6 +329,28 @@ TEST_F(QuerySqliteTest, RunsWithMoreValuesThanAStatementTakesParameters) {
   }
 }
 
+// SQLite takes expressions of 1000 levels, and each link of a plain chain is one.
+TEST_F(QuerySqliteTest, RunsWithAnyNumberOfConditionsAndAlternatives) {
+  for (const int count : {249, 250, 251, 500, 501, 10000}) {
+    QuerySqlite every, any, mixed;
+    for (int i = 0; i < count; ++i) {
+      QuerySqlite one;
+      one.Equals("key", 2 * i);
+      every.GreaterThan("key", i % 100);
+      any.Or(one);
+    }
+    mixed.And(any).LessThan("key", 50).Not(every).Or(any).And(any);
+    const std::string keys = Keys("key > " + std::to_string(std::min(count, 100) - 1));
+    EXPECT_EQ(KeysBound(every), keys);
+    EXPECT_EQ(KeysBound(any), Keys("key % 2 = 0"));
+    // SQLite takes seconds to plan it for 10,000.
+    if (count < 1000) {
+      EXPECT_EQ(KeysBound(mixed), Keys("key % 2 = 0"));
+    }
+    EXPECT_EQ(every.GetFilterSQL().find('(') == std::string::npos, count <= 250);
+  }
+}
+
 TEST_F(QuerySqliteTest, OrdersAndLimitsAreAddedInTurn) {
   QuerySqlite query;
   query.OrderByDesc("T.t").OrderByAsc("key").Limit(1, 1).Limit(7, 3);
@@ -331,7 +403,25 @@ TEST_F(QuerySqliteTest, RefusesNamesThatAreNoNamesAndChangesNothing) {
   const uint8_t byte = 1;
   EXPECT_THROW(query.Equals("a", &byte, -1), ArgumentException);
   EXPECT_THROW(query.BeginWith("a", &byte, -1), ArgumentException);
+  const char* noText = nullptr;
+  const std::shared_ptr<Query> noQuery;
+  for (const int32_t length : {-1, 5}) {
+    EXPECT_THROW(query.Equals("a", nullptr, length), ArgumentException);
+    EXPECT_THROW(query.Contains("a", nullptr, length), ArgumentException);
+    EXPECT_THROW(query.BeginWith("a", nullptr, length), ArgumentException);
+    EXPECT_THROW(query.EndWith("a", nullptr, length), ArgumentException);
+  }
+  EXPECT_THROW(query.Equals("a", noText), ArgumentException);
+  EXPECT_THROW(query.LessThan("a", noText), ArgumentException);
+  EXPECT_THROW(query.GreaterThan("a", noText), ArgumentException);
+  EXPECT_THROW(query.LessThanOrEquals("a", noText), ArgumentException);
+  EXPECT_THROW(query.GreaterThanOrEquals("a", noText), ArgumentException);
+  EXPECT_THROW(query.And(noQuery), ArgumentException);
+  EXPECT_THROW(query.Or(noQuery), ArgumentException);
+  EXPECT_THROW(query.Not(noQuery), ArgumentException);
+  EXPECT_THROW(query.In("a", "b", "c", noQuery), ArgumentException);
   EXPECT_THROW(query.Match("a", WithNul), ArgumentException);
+  EXPECT_TRUE(query.IsEmpty());
   EXPECT_NO_THROW(query.IsNULL("_a1.B_2.c"));
 }
 

@@ -18,6 +18,8 @@ TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
   row.Set("text", " +2.5e3x");
   row.Set("bytes", bytes, 3);
   EXPECT_THROW(row.Set("bytes", bytes, -1), ArgumentException);
+  EXPECT_THROW(row.Set("bytes", nullptr, 5), ArgumentException);
+  EXPECT_THROW(row.Set("text", static_cast<const char*>(nullptr)), ArgumentException);
   row.SetNull("null");
   bytes[0] = 0;
   const RawReadSqlite copy(row);
