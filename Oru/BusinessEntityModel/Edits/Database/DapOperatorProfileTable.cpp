@@ -86,19 +86,23 @@ bool DapOperatorProfileTable::BindToCursor(Cursor& cursor, DapOperatorProfileEnc
   // Without regeneration settings the columns of it take the values of default ones, which nobody reads.
   const DapOperatorTimecodeRegen regen =
       hasRegen ? profile.TimecodeRegen().Value() : DapOperatorTimecodeRegen();
-  return cursor.Bind(columnNames[ServerId], profile.ServerId().SerialNumber()) &&
-         cursor.Bind(columnNames[Page], profile.Page()) && cursor.Bind(columnNames[Bank], profile.Bank()) &&
-         cursor.Bind(columnNames[Row], profile.Row()) && cursor.Bind(columnNames[UmId], profile.UmId()) &&
-         cursor.Bind(columnNames[VarId], profile.VarId()) &&
-         cursor.Bind(columnNames[VideoElements], profile.VideoElementsCount()) &&
-         cursor.Bind(columnNames[Archive], static_cast<int32_t>(profile.ArchiveStatus())) &&
-         cursor.Bind(columnNames[RegenOn], hasRegen) &&
-         cursor.Bind(columnNames[RegenContinuity], static_cast<int32_t>(regen.ContinueIn())) &&
-         cursor.Bind(columnNames[RegenReference], static_cast<int32_t>(regen.From())) &&
-         BindTimeCode(cursor, columnNames[RegenTimecode], columnNames[RegenTimecodeFormat],
-                      regen.TimecodeRef()) &&
-         cursor.Bind(columnNames[RegenOutput], static_cast<int32_t>(regen.In())) &&
-         cursor.Bind(columnNames[RefSequence], obj.sequenceFk);
+  // A value that is refused ends its own group only.
+  const bool isProfileBound =
+      cursor.Bind(columnNames[ServerId], profile.ServerId().SerialNumber()) &&
+      cursor.Bind(columnNames[Page], profile.Page()) && cursor.Bind(columnNames[Bank], profile.Bank()) &&
+      cursor.Bind(columnNames[Row], profile.Row()) && cursor.Bind(columnNames[UmId], profile.UmId()) &&
+      cursor.Bind(columnNames[VarId], profile.VarId()) &&
+      cursor.Bind(columnNames[VideoElements], profile.VideoElementsCount()) &&
+      cursor.Bind(columnNames[Archive], static_cast<int32_t>(profile.ArchiveStatus())) &&
+      cursor.Bind(columnNames[RegenOn], hasRegen);
+  const bool isRegenBound =
+      cursor.Bind(columnNames[RegenContinuity], static_cast<int32_t>(regen.ContinueIn())) &&
+      cursor.Bind(columnNames[RegenReference], static_cast<int32_t>(regen.From())) &&
+      BindTimeCode(cursor, columnNames[RegenTimecode], columnNames[RegenTimecodeFormat],
+                   regen.TimecodeRef()) &&
+      cursor.Bind(columnNames[RegenOutput], static_cast<int32_t>(regen.In()));
+  const bool isKeyBound = cursor.Bind(columnNames[RefSequence], obj.sequenceFk);
+  return isProfileBound && isRegenBound && isKeyBound;
 }
 
 void DapOperatorProfileTable::ReadFromCursor(const Cursor& cursor, DapOperatorMetadataProfile& obj, bool) {

@@ -84,16 +84,20 @@ int64_t SequenceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
 
 bool SequenceTable::BindToCursor(Cursor& cursor, SequenceEncapsulated& obj) {
   const Sequence& sequence = obj.sequence;
-  return cursor.Bind(columnNames[1], sequence.Id().Value()) && cursor.Bind(columnNames[2], sequence.Name()) &&
-         cursor.Bind(columnNames[3], sequence.Version()) &&
-         cursor.Bind(columnNames[4], sequence.Duration().Duration().ToNanoseconds()) &&
-         cursor.Bind(columnNames[5], sequence.Duration().Fixed()) &&
-         cursor.Bind(columnNames[6], sequence.GetTimePoint().ToNanoseconds()) &&
-         cursor.Bind(columnNames[7], int64_t{sequence.CreationDate()}) &&
-         cursor.Bind(columnNames[8], sequence.CreationOwner().Value()) &&
-         cursor.Bind(columnNames[9], int64_t{sequence.ModificationDate()}) &&
-         cursor.Bind(columnNames[10], sequence.ModificationOwner().Value()) &&
-         (obj.editFk == -1 ? cursor.Bind(columnNames[11]) : cursor.Bind(columnNames[11], obj.editFk));
+  const bool isBound = cursor.Bind(columnNames[1], sequence.Id().Value()) &&
+                       cursor.Bind(columnNames[2], sequence.Name()) &&
+                       cursor.Bind(columnNames[3], sequence.Version()) &&
+                       cursor.Bind(columnNames[4], sequence.Duration().Duration().ToNanoseconds()) &&
+                       cursor.Bind(columnNames[5], sequence.Duration().Fixed()) &&
+                       cursor.Bind(columnNames[6], sequence.GetTimePoint().ToNanoseconds()) &&
+                       cursor.Bind(columnNames[7], int64_t{sequence.CreationDate()}) &&
+                       cursor.Bind(columnNames[8], sequence.CreationOwner().Value()) &&
+                       cursor.Bind(columnNames[9], int64_t{sequence.ModificationDate()}) &&
+                       cursor.Bind(columnNames[10], sequence.ModificationOwner().Value());
+  // Bound even when another value was refused.
+  const bool isEditBound =
+      obj.editFk == -1 ? cursor.Bind(columnNames[11]) : cursor.Bind(columnNames[11], obj.editFk);
+  return isBound && isEditBound;
 }
 
 void SequenceTable::ReadFromCursor(const Cursor& cursor, Sequence& object, bool) {

@@ -56,8 +56,9 @@ void AnnotationTable::ReadFromCursor(const Cursor& cursor, Annotation& obj, bool
   obj.ObjectId(cursor.GetInt64(columnNames[0]));
   obj.Type(static_cast<AnnotationType>(cursor.GetInt32(columnNames[2])));
   obj.Data(cursor.GetString(columnNames[3]));
-  obj.TimeBounds(TimePoints::TimeBounds(ReadBoundary(cursor, columnNames[4], columnNames[5]),
-                                        ReadBoundary(cursor, columnNames[6], columnNames[7])));
+  const TimePoints::TimeBoundary in = ReadBoundary(cursor, columnNames[4], columnNames[5]);
+  const TimePoints::TimeBoundary out = ReadBoundary(cursor, columnNames[6], columnNames[7]);
+  obj.TimeBounds(TimePoints::TimeBounds(in, out));
 }
 
 void AnnotationTable::SetObjectId(AnnotationEncapsulated& obj, int64_t objectId) {

@@ -326,10 +326,9 @@ void MediaAssetTable::ReadFromCursor(const Cursor& cursor, MediaAsset& obj, bool
   obj.Description(cursor.GetString(columnNames[6]));
   obj.PhysicalTimebounds().InBoundary(ReadBoundary(cursor, columnNames[7], columnNames[8]));
   obj.PhysicalTimebounds().OutBoundary(ReadBoundary(cursor, columnNames[9], columnNames[10]));
-  // The creation date sets both dates, and the entity checks the other against it.
-  const int64_t modificationDate = cursor.GetInt64(columnNames[11]);
+  // In this order: the creation date sets both dates, and the entity checks the other against it.
   obj.CreationDate(cursor.GetInt64(columnNames[12]));
-  obj.ModificationDate(modificationDate);
+  obj.ModificationDate(cursor.GetInt64(columnNames[11]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -83,10 +83,9 @@ void MediaResourceTable::ReadFromCursor(const Cursor& cursor, MediaResource& obj
   object.Id(cursor.GetString(columnNames[1]));
   object.Name(cursor.GetString(columnNames[2]));
   object.GeneralFormat(static_cast<ResourceFormat>(cursor.GetInt32(columnNames[3])));
-  // The creation date sets both dates, and the entity checks the other against it.
-  const int64_t modificationDate = cursor.GetInt64(columnNames[4]);
+  // In this order: the creation date sets both dates, and the entity checks the other against it.
   object.CreationDate(cursor.GetInt64(columnNames[5]));
-  object.ModificationDate(modificationDate);
+  object.ModificationDate(cursor.GetInt64(columnNames[4]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

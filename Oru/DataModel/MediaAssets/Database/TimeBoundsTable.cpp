@@ -50,8 +50,9 @@ bool TimeBoundsTable::BindToCursor(Cursor& cursor, TimeBoundsEncapsulated& obj) 
 }
 
 void TimeBoundsTable::ReadFromCursor(const Cursor& cursor, TimeBounds& obj, bool) {
-  obj = TimeBounds(ReadBoundary(cursor, columnNames[1], columnNames[2]),
-                   ReadBoundary(cursor, columnNames[3], columnNames[4]));
+  const TimePoints::TimeBoundary in = ReadBoundary(cursor, columnNames[1], columnNames[2]);
+  const TimePoints::TimeBoundary out = ReadBoundary(cursor, columnNames[3], columnNames[4]);
+  obj = TimeBounds(in, out);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

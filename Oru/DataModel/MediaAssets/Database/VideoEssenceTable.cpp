@@ -68,7 +68,8 @@ void VideoEssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& o
   video.ScanMode(static_cast<ScanMode>(cursor.GetInt32(columnNames[11])));
   video.FourCC(cursor.GetString(columnNames[12]));
   const int32_t widthFactor = cursor.GetInt32(columnNames[13]);
-  video.AspectRatio(AspectRatio(widthFactor, cursor.GetInt32(columnNames[14])));
+  const int32_t heightFactor = cursor.GetInt32(columnNames[14]);
+  video.AspectRatio(AspectRatio(widthFactor, heightFactor));
   video.Boxing(static_cast<Boxing>(cursor.GetInt32(columnNames[15])));
 }
 

@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Cursor.h"
 #include "Oru/TimePoints/Core/TimeBoundary.h"
 
+#include <cstdint>
 #include <string>
 
 // A boundary takes two columns: its time point in nanoseconds and whether it is moving. Internal to the
@@ -18,8 +19,9 @@ inline bool BindBoundary(Common::Databases::Cursor& cursor, const std::string& t
 inline TimePoints::TimeBoundary ReadBoundary(const Common::Databases::Cursor& cursor,
                                              const std::string& timePointColumn,
                                              const std::string& movingColumn) {
-  const auto timePoint = TimePoints::TimePoint::FromNanoseconds(cursor.GetInt64(timePointColumn));
-  return TimePoints::TimeBoundary(timePoint, cursor.GetBoolean(movingColumn));
+  const bool isMoving = cursor.GetBoolean(movingColumn);
+  const int64_t nanoseconds = cursor.GetInt64(timePointColumn);
+  return TimePoints::TimeBoundary(TimePoints::TimePoint::FromNanoseconds(nanoseconds), isMoving);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

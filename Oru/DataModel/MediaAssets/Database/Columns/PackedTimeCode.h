@@ -43,8 +43,8 @@ inline bool BindTimeCode(Common::Databases::Cursor& cursor, const std::string& c
 /// @throws std::out_of_range for a negative count
 inline TimePoints::TimeCode ReadTimeCode(const Common::Databases::Cursor& cursor,
                                          const std::string& countColumn, const std::string& formatColumn) {
-  const int64_t count = cursor.GetInt64(countColumn);
   const int32_t format = cursor.GetInt32(formatColumn);
+  const int64_t count = cursor.GetInt64(countColumn);
   return TimePoints::TimeCodeBuilder()
       .Year(TimePoints::SinceYear)
       .Rate(TimecodeRate(format))
