@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/EntityFields.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -20,12 +22,26 @@ void ExpectEachChangeCounts(const T& original, const Changes<T>& changes) {
   const T before = original;  // NOLINT(performance-unnecessary-copy-initialization)
   for (std::size_t number = 0; number < changes.size(); ++number) {
     T changed = original;
-    EXPECT_TRUE(changed == original && !(changed != original)) << "ahead of change " << number;
+    EXPECT_TRUE(changed == original && !(changed != original)) << "before change " << number;
     changes[number](changed);
     EXPECT_FALSE(changed == original) << "change " << number;
     EXPECT_TRUE(original != changed) << "change " << number;
     EXPECT_TRUE(original == before) << "change " << number;
   }
+}
+
+/// The same with random values for each field of a list, which may be that of a base class.
+template <class T, class Base = T>
+void ExpectEveryFieldCounts(const T& original, const Fields<Base>& fields = FieldsOf<Base>()) {
+  RandomValues random(4711);
+  Changes<T> changes;
+  for (const auto& set : fields) {
+    changes.push_back([&](T& value) {
+      for (int tries = 0; tries < 100 && value == original; ++tries)
+        set(value, random);
+    });
+  }
+  ExpectEachChangeCounts(original, changes);
 }
 
 }  // namespace Oru::TestSupport

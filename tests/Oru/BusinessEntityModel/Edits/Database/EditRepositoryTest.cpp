@@ -9,8 +9,8 @@
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
+#include "support/EditFields.h"
 #include "support/OpenDatabase.h"
-#include "support/RandomAsset.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -54,34 +54,18 @@ class EditRepositoryTest : public TestSupport::OpenDatabase {
   }
 
   EditRepository repository{database};
-  TestSupport::RandomAssets random{20261125};
+  TestSupport::RandomValues random{20261125};
 
   template <class Entity>
   void Fill(Entity& entity) {
-    entity.Name(random.Text());
-    entity.CreationDate(random.Int64());
-    entity.CreationOwner(UserId(random.Text()));
-    entity.ModificationDate(random.Int64());
-    entity.ModificationOwner(UserId(random.Text()));
+    SetFields(entity, random);
     entity.ObjectId(random.Int64());
-    for (auto count = random.Below(3); count > 0; --count) {
-      const auto profile = std::make_shared<GenericMetadataProfile>(random.Text());
-      profile->Set(random.Text(), random.Text());
-      entity.Metadata().Set(profile);
-    }
   }
   Sequence RandomSequence(const std::string& id) {
     Sequence sequence{SequenceId(id)};
     Fill(sequence);
-    sequence.Version(random.Int32());
-    sequence.SetTimePoint(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
-    if (random.Chance(2))
-      sequence.Duration(SequenceDuration(TimePoints::Duration::FromNanoseconds(random.Int64())));
-    if (random.Chance(2)) {
-      const auto profile = OnServer(10 * (1 + random.Count() % 1000));
-      profile->ObjectId(random.Int64());
-      sequence.Metadata().Set(profile);
-    }
+    if (random.Chance(2)) sequence.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
+    if (sequence.HasDapOperatorMetadata()) sequence.DapOperatorMetadata().ObjectId(random.Int64());
     return sequence;
   }
 };

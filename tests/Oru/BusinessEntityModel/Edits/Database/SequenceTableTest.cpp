@@ -1,10 +1,9 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
-#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/OpenDatabase.h"
-#include "support/RandomAsset.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,41 +36,6 @@ class SequenceTableTest : public TestSupport::OpenDatabase {
 
   SequenceTable& sequences = database.GetSequenceTable();
 };
-
-TEST_F(SequenceTableTest, RandomSequencesComeBackAsTheyWere) {
-  TestSupport::RandomAssets random(6);
-  std::vector<Sequence> saved;
-  for (int i = 0; i < 200; ++i) {
-    Sequence sequence{SequenceId(random.Id())};
-    for (int times = 0; times < 2; ++times) {
-      sequence.Name(random.Text());
-      sequence.Version(random.Int32());
-      sequence.Duration(SequenceDuration(Duration::FromNanoseconds(random.Int64())));
-      sequence.SetTimePoint(TimePoint::FromNanoseconds(random.Int64()));
-      sequence.CreationDate(random.Int64());
-      sequence.ModificationDate(random.Int64());
-      sequence.CreationOwner(UserId(random.Text()));
-      sequence.ModificationOwner(UserId(random.Text()));
-      if (random.Chance(2)) sequence.Metadata().Set(OnServer(10 * (1 + random.Count() % 1000)));
-      const auto profile = std::make_shared<BaseTypes::GenericMetadataProfile>("p");
-      profile->Set(random.Text(), random.Text());
-      sequence.Metadata().Set(profile);
-      if (random.Chance(2)) sequence.ObjectId(-1);
-      ASSERT_TRUE(sequences.Save(sequence)) << log.Text();
-    }
-    saved.push_back(*sequence.Clone());
-  }
-  EXPECT_EQ(Count("Sequence"), 200);
-  for (const Sequence& sequence : saved) {
-    Sequence read;
-    ASSERT_TRUE(sequences.GetObject(sequences.GetObjectIdFromIdentifier(sequence.Id()), read));
-    EXPECT_TRUE(read.Metadata().Empty());
-    sequences.ReadMetadata(read);
-    sequences.ReadDapOperatorProfileTable(read);
-    EXPECT_EQ(read, sequence);
-    EXPECT_EQ(read.ObjectId(), sequence.ObjectId());
-  }
-}
 
 TEST_F(SequenceTableTest, ADurationThatIsNotFixedIsStoredAndReadAsNone) {
   Sequence sequence(SequenceId("s"));
@@ -159,6 +123,46 @@ TEST_F(SequenceTableTest, TheProfileIsAddedOrFilledOrAbsent) {
   ASSERT_TRUE(sequences.Save(sequence));
   EXPECT_THROW(sequences.ReadDapOperatorProfileTable(sequence), std::bad_cast);
   EXPECT_EQ(Value("SELECT zuServerId FROM DapOperatorMetadataSequence"), "20");
+}
+
+TEST_F(SequenceTableTest, TheProfilesRowFollowsFromTheSequence) {
+  for (const char* id : {"s", "t"})
+    Stored(id);
+  DapOperatorProfileTable& profiles = sequences.GetDapOperatorProfileTable();
+  const auto isStored = [&](int64_t sequence, int server) {
+    DapOperatorMetadataProfile read;
+    return profiles.GetObject(sequence, read) && read == *OnServer(server);
+  };
+  DapOperatorMetadataProfile profile = *OnServer(10);
+  for (const int64_t sequence : {1, 2}) {
+    // The same object for another sequence, and the row of the first stays.
+    profile.ServerId(ZuServerId(static_cast<int>(10 * sequence)));
+    DapOperatorProfileEncapsulated row(sequence, profile);
+    ASSERT_TRUE(profiles.Save(row));
+  }
+  EXPECT_TRUE(isStored(1, 10) && isStored(2, 20));
+  profile.ServerId(ZuServerId(30));
+  ASSERT_TRUE(profiles.Save(profile)) << "a profile with a key knows its sequence";
+  EXPECT_TRUE(isStored(2, 30));
+  ASSERT_TRUE(profiles.Delete(profile));
+  EXPECT_FALSE(profiles.Save(profile)) << "one without a key has none";
+  EXPECT_TRUE(log.Contains("FOREIGN KEY constraint failed"));
+  EXPECT_EQ(profile.ObjectId(), -1);
+
+  DapOperatorTimecodeRegen regen;
+  regen.TimecodeRef(TimePoints::TimeCodeBuilder().Rate({60, 1}).IsDrop(true).Build());
+  profile.ObjectId(1);
+  profile.TimecodeRegen(regen);
+  ASSERT_TRUE(profiles.Save(profile));
+  const std::string stored =
+      "SELECT tcRegenOn || ' ' || tcRegenTimecodeRefFormat FROM DapOperatorMetadataSequence";
+  EXPECT_EQ(Value(stored), "1 3");
+  Run("UPDATE DapOperatorMetadataSequence SET tcRegenOn = 0, tcRegenTimecodeRef = -1");
+  ASSERT_TRUE(profiles.GetObject(1, profile));
+  EXPECT_TRUE(profile.TimecodeRegen().HasValue()) << "one that is held is kept";
+  profile.TimecodeRegen({});
+  ASSERT_TRUE(profiles.Save(profile));
+  EXPECT_EQ(Value(stored), "0 1");
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -1,0 +1,258 @@
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
+#include "Oru/DataModel/MediaAssets/TimeCodeTable.h"
+#include "Oru/DataModel/MediaAssets/TrackLayout.h"
+
+#include "support/Changes.h"
+#include "support/RandomAsset.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+#include <utility>
+
+// What the entities have in common: comparison, copies and clones; and the rules of single ones.
+namespace Oru::DataModel::MediaAssets {
+namespace {
+
+using TestSupport::ExpectEachChangeCounts;
+using TestSupport::ExpectEveryFieldCounts;
+using TimePoints::TimePoint;
+
+std::shared_ptr<Track> TrackOver(const std::shared_ptr<Stream>& stream) {
+  auto track = std::make_shared<Track>("t", "track");
+  for (const int32_t channelNr : {0, 1}) {
+    track->Channels().push_back(std::make_shared<TrackChannelToRemove>());
+    track->Channels().back()->Stream(stream);
+    track->Channels().back()->ChannelNr(channelNr);
+  }
+  return track;
+}
+
+// An asset with one of everything, whose track and layout lead back into it.
+MediaAsset FilledAsset() {
+  MediaAsset asset("a");
+  asset.ObjectId(3);
+  asset.Annotations().push_back(std::make_shared<Annotation>(AnnotationType::CuePoint, "cue"));
+  auto stream = std::make_shared<Stream>("s");
+  stream->Essences().Add(std::make_unique<VideoEssence>());
+  stream->Essences()[0].TrackChannels().Insert(std::make_shared<TrackChannel>("t", 1));
+  stream->Essences()[0].TimeCodeTables().Insert(std::make_shared<TimeCodeTable>("ltc"));
+  auto resource = std::make_shared<MediaResource>("r");
+  resource->Streams().emplace_back(stream);
+  resource->Add("known");
+  asset.MediaResources().Insert(resource);
+  asset.Tracks().Insert(TrackOver(stream));
+  TrackLayoutItem item("i", "item");
+  item.Tracks().Insert(asset.Tracks().Front());
+  auto layout = std::make_shared<TrackLayout>("l", "layout");
+  layout->TrackLayoutItems().Insert(item);
+  asset.TrackLayouts().Insert(layout);
+  return asset;
+}
+
+std::shared_ptr<MediaAssetGroupItem> Item(const std::string& asset) {
+  return std::make_shared<MediaAssetGroupItem>(MediaAssetId(asset));
+}
+std::shared_ptr<MediaAssetGroupItem> Angle(const std::string& asset, const std::string& name) {
+  return std::make_shared<AnglesMediaAssetGroupItem>(name, MediaAssetId(asset));
+}
+
+TEST(EntitiesTest, EveryStoredFieldCounts) {
+  ExpectEveryFieldCounts(FilledAsset());
+  ExpectEveryFieldCounts(MediaResource("r"));
+  ExpectEveryFieldCounts(Stream("s"));
+  ExpectEveryFieldCounts<DataEssence, Essence>(DataEssence());
+  ExpectEveryFieldCounts(AudioEssence());
+  ExpectEveryFieldCounts(VideoEssence());
+  ExpectEveryFieldCounts(Annotation());
+  ExpectEveryFieldCounts(DapOperatorMetadataProfile());
+  ExpectEveryFieldCounts(AnglesDapOperatorMetadataProfile());
+  ExpectEveryFieldCounts(MediaAssetGroup("g", "name"));
+  EXPECT_TRUE(static_cast<const Essence&>(AudioEssence()) != DataEssence());
+}
+
+TEST(EntitiesTest, SoDoIdentifiersAndParts) {
+  ExpectEachChangeCounts<MediaAsset>(
+      FilledAsset(),
+      {
+          [](auto& asset) { asset.Id("other"); },
+          [](auto& asset) { asset.Tracks().Front() = std::make_shared<Track>("t", "renamed"); },
+          [](auto& asset) { asset.Tracks().Front() = std::make_shared<Track>("u", "track"); },
+          [](auto& asset) { asset.TrackLayouts().Clear(); },
+          [](auto& asset) { asset.MediaResources().Insert(MediaResourceId("third")); },
+          [](auto& asset) { asset.MediaResources().At(0) = std::make_shared<MediaResource>("r"); },
+          [](auto& asset) { asset.Annotations()[0] = nullptr; },
+      });
+  ExpectEachChangeCounts<MediaResource>(
+      *FilledAsset().MediaResources().Front(),
+      {
+          [](auto& resource) { resource.Id("other"); },
+          [](auto& resource) { resource.Add("third"); },
+          [](auto& resource) { std::swap(resource.Streams()[0], resource.Streams()[1]); },
+          [](auto& resource) { resource.Streams()[0] = std::make_shared<Stream>("s"); },
+      });
+  ExpectEachChangeCounts<Stream>(*FilledAsset().MediaResources().Front()->Streams()[0],
+                                 {
+                                     [](auto& stream) { stream.Id("other"); },
+                                     [](auto& stream) { stream.Essences()[0].ChannelCount(2); },
+                                     [](auto& stream) { stream.Essences().Erase(0); },
+                                     [](auto& stream) { stream.Locations().Add(Location()); },
+                                 });
+  ExpectEachChangeCounts<AudioEssence>(
+      AudioEssence(),
+      {
+          [](auto& essence) { essence.Nr(3); },
+          [](auto& essence) { essence.TrackChannels().Insert(std::make_shared<TrackChannel>()); },
+          [](auto& essence) { essence.TimeCodeTables().Insert(std::make_shared<TimeCodeTable>()); },
+      });
+  MediaAssetGroup group("g", "name");
+  group.Items() = {Angle("a", "left"), Angle("b", "right")};
+  ExpectEachChangeCounts<MediaAssetGroup>(
+      group, {
+                 [](auto& other) { other.Id("other"); },
+                 [](auto& other) { other.Items().pop_back(); },
+                 [](auto& other) { std::swap(other.Items()[0], other.Items()[1]); },
+                 [](auto& other) { other.Items()[1] = Angle("b", "left"); },
+                 [](auto& other) { other.Metadata().Set(std::make_shared<DapOperatorMetadataProfile>()); },
+             });
+  Track same = *FilledAsset().Tracks().Front();
+  same.Channels().clear();
+  EXPECT_TRUE(same == *FilledAsset().Tracks().Front()) << "channels don't count";
+  MediaResource lazy = *FilledAsset().MediaResources().Front();
+  lazy.Streams()[0] = StreamReference(StreamId("s"));
+  EXPECT_TRUE(lazy == *FilledAsset().MediaResources().Front())
+      << "what isn't loaded is compared by identifier";
+  EXPECT_LT(MediaAsset("a"), MediaAsset("b"));
+  EXPECT_TRUE(Track("a", "z") < Track("b", "") && !(Track("a", "") < Track("a", "z")));
+}
+
+// A plain item asks for the asset alone, an angle for an angle of the same name.
+TEST(EntitiesTest, ItemsCompareByTheOneThatIsAsked) {
+  const std::shared_ptr<MediaAssetGroupItem> items[] = {Item("a"), Item("b"), Angle("a", "left"),
+                                                        Angle("a", "right"), Angle("b", "left")};
+  const char* const isEqual[] = {"10110", "01001", "00100", "00010", "00001"};
+  for (int asked = 0; asked < 5; ++asked) {
+    for (int other = 0; other < 5; ++other) {
+      EXPECT_EQ(*items[asked] == *items[other], isEqual[asked][other] == '1') << asked << ", " << other;
+      EXPECT_EQ(*items[asked] != *items[other], isEqual[asked][other] == '0') << asked << ", " << other;
+    }
+  }
+}
+
+TEST(EntitiesTest, ItemsAreFoundByAssetAndByIndex) {
+  MediaAssetGroup group("g", "name");
+  const auto asset = std::make_shared<MediaAsset>("b");
+  group.Items() = {Item("a"), std::make_shared<MediaAssetGroupItem>(asset), Angle("b", "second")};
+  EXPECT_TRUE(group.Find("b") == group.Items()[1] && group.Find("c") == nullptr);
+  EXPECT_TRUE(group.HasAsset("a") && !group.HasAsset("c"));
+  EXPECT_TRUE(group.ItemReference(2).Id() == "b" && !group.Asset(0) && group.Asset(1) == asset);
+  EXPECT_THROW(group.Item(3), std::out_of_range);
+  EXPECT_THROW(group.Asset(3), std::out_of_range);
+}
+
+TEST(EntitiesTest, AClonesPartsAreItsOwnWhateverHappensToTheOriginal) {
+  for (uint64_t seed = 1; seed <= 20; ++seed) {
+    TestSupport::RandomAssets random(seed);
+    MediaAsset asset = random.Next();
+    const auto clone = asset.Clone();
+    random.Change(asset);
+    EXPECT_TRUE(*clone == TestSupport::RandomAssets(seed).Next()) << seed;
+  }
+  MediaAsset asset = FilledAsset(), copy = asset;
+  const auto clone = asset.Clone();
+  asset.Annotations()[0]->Data("changed");
+  asset.Tracks().Front()->Name("changed");
+  Essence& essence = asset.MediaResources().Front()->Streams()[0]->Essences()[0];
+  essence.TrackChannels().Front()->ChannelNr(2);
+  essence.TimeCodeTables().Front()->TimeCodeJumps().Insert(std::make_shared<TimeCodeJump>());
+  EXPECT_TRUE(copy.Annotations()[0]->Data() == "changed" && copy.Tracks().Front() == asset.Tracks().Front());
+  EXPECT_TRUE(*clone == FilledAsset() && clone->ObjectId() == 3);
+
+  AnglesMediaAssetGroup group("g", "name");
+  group.Items() = {Angle("a", "left"), Item("b")};
+  const std::unique_ptr<MediaAssetGroup> sameGroup = static_cast<const MediaAssetGroup&>(group).Clone();
+  EXPECT_TRUE(*sameGroup == group && sameGroup->Items()[0] != group.Items()[0]);
+  EXPECT_TRUE(dynamic_cast<AnglesMediaAssetGroup*>(sameGroup.get()));
+  EXPECT_NE(MediaAssetGroup(group).Clone()->Items()[0], group.Items()[0]);
+}
+
+TEST(EntitiesTest, TheLinksInsideAnAssetLeadToTheCloneInAClone) {
+  std::unique_ptr<MediaAsset> clone;
+  {
+    MediaAsset asset = FilledAsset();
+    asset.MediaResources().Front()->Streams()[0]->Id("renamed");
+    clone = asset.Clone();
+  }
+  const StreamReference& stream = clone->MediaResources().Front()->Streams()[0];
+  EXPECT_TRUE(stream.Id() == "s" && stream->Id() == "renamed");
+  const auto& track = clone->Tracks().Front();
+  for (const auto& channel : track->Channels())
+    EXPECT_TRUE(channel->Stream().Pointer() == stream.Pointer() && channel->Stream().Id() == "s");
+  TrackLayout& layout = *clone->TrackLayouts().Front();
+  EXPECT_EQ(layout.TrackLayoutItems().Front().Tracks().Front().lock(), track);
+  EXPECT_TRUE(*layout.Clone() == layout && TrackLayout("l", "layout") != layout);
+  const auto alone = track->Clone();
+  EXPECT_NE(alone->Channels()[0]->Stream().Pointer(), stream.Pointer());
+  EXPECT_EQ(alone->Channels()[0]->Stream().Pointer(), alone->Channels()[1]->Stream().Pointer());
+  const TrackLayout copy(layout);
+  clone->Tracks().Clear();
+  EXPECT_THROW(static_cast<void>(copy == TrackLayout(copy)), std::runtime_error) << "the track is gone";
+}
+
+TEST(EntitiesTest, ModificationDatesFollowCreationDates) {
+  MediaAsset asset;
+  MediaResource resource;
+  asset.CreationDate(100);
+  resource.CreationDate(100);
+  EXPECT_TRUE(asset.ModificationDate() == 100 && resource.ModificationDate() == 100);
+  for (const int64_t date : {300, 200, 100})
+    asset.ModificationDate(date);
+  EXPECT_THAT([&] { asset.ModificationDate(99); },
+              testing::ThrowsMessage<std::runtime_error>(
+                  "Oru::DataModel::MediaAssets::MediaAsset::ModificationDate: New "
+                  "modification Date < creation date"));
+  EXPECT_EQ(asset.ModificationDate(), 100);
+  resource.ModificationDate(300);
+  EXPECT_THAT(
+      [&] { resource.ModificationDate(299); },
+      testing::ThrowsMessage<std::runtime_error>(
+          "Oru::DataModel::MediaAssets::MediaResource::ModificationDate: New modification Date < actual "
+          "modification date"));
+  resource.CreationDate(-50);
+  EXPECT_EQ(resource.ModificationDate(), -50);
+  EXPECT_THROW(resource.Adopt(nullptr), std::invalid_argument);
+}
+
+TEST(EntitiesTest, OperatorMetadataIsTheProfileOfItsClass) {
+  MediaAsset asset;
+  EXPECT_FALSE(asset.HasDapOperatorMetadata());
+  EXPECT_THROW(asset.DapOperatorMetadata(), std::out_of_range);
+  const auto profile = std::make_shared<DapOperatorMetadataProfile>();
+  asset.Metadata().Set(profile);
+  EXPECT_TRUE(asset.HasDapOperatorMetadata() && &std::as_const(asset).DapOperatorMetadata() == profile.get());
+  const auto angles = std::make_shared<AnglesDapOperatorMetadataProfile>();
+  asset.Metadata().Set(angles);
+  EXPECT_FALSE(asset.HasDapOperatorMetadata());
+  EXPECT_THROW(asset.DapOperatorMetadata(), std::bad_cast);
+  EXPECT_FALSE(profile->Equals(*angles) || angles->Equals(*profile));
+  EXPECT_TRUE(profile->Equals(*profile->Clone()) && angles->Equals(*angles->Clone()));
+}
+
+TEST(EntitiesTest, TheJumpInForceIsTheLastOneThatHasBegun) {
+  TimeCodeTable table("ltc");
+  EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(0)), nullptr);
+  for (const int64_t at : {100, 0}) {
+    table.TimeCodeJumps().Insert(std::make_shared<TimeCodeJump>(TimePoint::FromNanoseconds(at),
+                                                                TimePoints::TimeCode().AddSample(at + 5)));
+  }
+  EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(-1)), nullptr);
+  for (const auto& [instant, sample] : {std::pair(0, 5), {99, 5}, {100, 105}, {101, 105}})
+    EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(instant))->TimeCode().TotalSample(), sample);
+}
+
+}  // namespace
+}  // namespace Oru::DataModel::MediaAssets
