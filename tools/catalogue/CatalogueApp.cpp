@@ -217,13 +217,11 @@ int CatalogueApp::Group(const std::string& name, const std::vector<std::string>&
         angle, MediaAssets::MediaAssetReference(clip.Id())));
   }
   TransactionGuard transaction(mStore.Database());
-  // A plain group would be refused in place of one of angles.
-  mStore.Groups().Remove(group.Id());
   if (hasAngles) {
-    mStore.Groups().Put(group);
+    mStore.PutGroup(group);
   } else {
     MediaAssets::MediaAssetGroup plain = group;
-    mStore.Groups().Put(plain);
+    mStore.PutGroup(plain);
   }
   transaction.Commit();
   mOut << "group " << name << " has " << Count(group.Items().size(), hasAngles ? "angle" : "clip") << '\n';

@@ -54,4 +54,11 @@ MediaAssets::MediaAsset ClipStore::Change(const std::string& idOrName,
   });
 }
 
+void ClipStore::PutGroup(MediaAssets::MediaAssetGroup& group) {
+  const bool isPlain = dynamic_cast<MediaAssets::AnglesMediaAssetGroup*>(&group) == nullptr;
+  // A plain group would be refused in place of one of angles.
+  if (isPlain && mGroups.FindAngles(group.Id())) mGroups.Remove(group.Id());
+  mGroups.Put(group);
+}
+
 }  // namespace Catalogue

@@ -41,6 +41,10 @@ class ClipStore {
   /// @return the clip as stored
   MediaAsset Change(const std::string& idOrName, const std::function<void(MediaAsset&)>& change);
 
+  /// Stores a group in place of the one of the same identifier, whatever the kinds of the two are. To
+  /// be called within a transaction.
+  void PutGroup(Oru::DataModel::MediaAssets::MediaAssetGroup& group);
+
  private:
   Oru::DataModel::MediaAssets::Database::DataModelDatabase mDatabase;
   Oru::DataModel::MediaAssets::Database::MediaAssetRepository mClips;
