@@ -211,21 +211,6 @@ TEST_F(ChangeListenerTest, TheFunctionMayReadWriteThrowComeAndGo) {
   EXPECT_EQ(second, nullptr);
 }
 
-TEST_F(ChangeListenerTest, TheLastOneMayGoWithinItsOwnFunctionAndTheDatabaseBeUsed) {
-  listener.reset();
-  std::unique_ptr<ChangeListener> last;
-  last = std::make_unique<ChangeListener>(db, [&](const ChangeNotice& notice) {
-    told.push_back(Text(notice));
-    last.reset();
-    Run("INSERT INTO Free VALUES (4)");
-    listener.emplace(db, [this](const ChangeNotice& later) { told.push_back("later " + Text(later)); });
-  });
-  Run("INSERT INTO Free VALUES (3)");
-  EXPECT_THAT(Told(), ElementsAre("Free+3"));
-  Run("INSERT INTO Free VALUES (5)");
-  EXPECT_THAT(Told(), ElementsAre("later Free+5"));
-}
-
 TEST_F(ChangeListenerTest, OfTooManyRowsTellsTheTable) {
   Run("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 100000) INSERT INTO Free SELECT "
       "i FROM n");
@@ -241,22 +226,6 @@ TEST_F(ChangeListenerTest, OutlivesItsDatabase) {
   EXPECT_TRUE(late->ExecuteStatement("CREATE TABLE T (x); INSERT INTO T VALUES (1)"));
   EXPECT_THAT(Told(), ElementsAre("T+1"));
   late.reset();
-}
-
-TEST_F(ChangeListenerTest, TellsNothingOfWhatASavepointTookBackBeforeItCame) {
-  listener.reset();
-  TransactionGuard guard(db);
-  SavepointGuard outer(db);
-  Run("INSERT INTO Free VALUES (3)");
-  const ChangeListener late(db, [this](const ChangeNotice& notice) { told.push_back(Text(notice)); });
-  Run("INSERT INTO Free VALUES (4)");
-  SavepointGuard inner(db);
-  Run("INSERT INTO Free VALUES (5)");
-  inner.Commit();
-  outer.Rollback();
-  Run("INSERT INTO A VALUES (6, 'z')");
-  guard.Commit();
-  EXPECT_THAT(Told(), ElementsAre("A+6"));
 }
 
 // What is told of random transactions, beside what the tables held before and after.

@@ -113,18 +113,6 @@ TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
   EXPECT_EQ(cursor.GetInt64("v"), -7);
 }
 
-TEST_F(CursorSqliteTest, KnowsItsColumnsAndReadsTheFirstOfThoseThatShareAName) {
-  CursorSqlite cursor(db, "SELECT k, v AS w, 5 AS k, 6 FROM T WHERE k = 2");
-  EXPECT_EQ(cursor.GetColumnsCount(), 4);
-  EXPECT_EQ(cursor.GetColumnName(1), "w");
-  EXPECT_EQ(cursor.GetColumnName(3), "6");
-  EXPECT_EQ(cursor.GetColumnName(4) + cursor.GetColumnName(-1), "");
-  EXPECT_EQ(cursor.GetColumnIndex("v"), -1);
-  ASSERT_TRUE(cursor.Step());
-  for (const char* name : {"k", "w", "k", "6", "k", "k"})
-    EXPECT_EQ(cursor.GetInt64(name), *name == 'k' ? 2 : *name == 'w' ? -7 : 6);
-}
-
 TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) {
   const std::string select =
       "SELECT typeof(:a) || '|' || quote(:a) || '|' || typeof(:b) || '|' || quote(:b) AS s";
@@ -155,24 +143,6 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
   expectBinds(objects, "a", "b", [&] { return objects.Next(row); });
   expectBinds(objects, 1, 2, [&] { return objects.Next(row); });
   expectBinds(rows, "a", "b", [&] { return rows.Next(row); });
-}
-
-TEST_F(CursorSqliteTest, RefusesBindingsThatTheStatementHasNoPlaceFor) {
-  CursorSqlite cursor(db, "SELECT :a AS a");
-  const uint8_t byte = 1;
-  const char* noText = nullptr;
-  EXPECT_FALSE(cursor.Bind("b", 1) || cursor.Bind(":a", 1) || cursor.Bind("", 1) || cursor.Bind(0, 1) ||
-               cursor.Bind(2, 1) || cursor.Bind("a", &byte, -1) || cursor.Bind("a", nullptr, 5) ||
-               cursor.Bind(1, nullptr, 5) || cursor.Bind("a", noText) || cursor.Bind(1, noText));
-  EXPECT_THAT(log.Text(), HasSubstr("bad parameter"));
-  EXPECT_THAT(log.Text(), HasSubstr("no parameter named b"));
-  EXPECT_TRUE(cursor.Step());
-  EXPECT_FALSE(cursor.Bind("a", 1));
-  EXPECT_TRUE(cursor.IsNull("a"));
-  CursorSqlite literal(db, "SELECT k FROM T WHERE k = 3");
-  EXPECT_FALSE(literal.Bind(1, 4) || literal.Bind("1", 4) || literal.Bind("", 4));
-  EXPECT_TRUE(literal.Step());
-  EXPECT_EQ(literal.GetInt64("k"), 3);
 }
 
 TEST_F(CursorSqliteTest, WithoutAStatementItIsClosedAndSaysWhy) {

@@ -132,24 +132,6 @@ TEST_F(DatabaseSqliteTest, AnOpenThatFailsLeavesTheDatabaseClosedAndTheFileAsItW
   EXPECT_TRUE(later.ExecuteStatement("CREATE TABLE T (a)"));
 }
 
-TEST_F(DatabaseSqliteTest, OpensAndClosesInTurn) {
-  EXPECT_THROW(db.Open(), InvalidOperationException);
-  EXPECT_TRUE(db.IsOpen());
-  db.BeginTransaction();
-  db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)");
-  db.Close();
-  db.Close();
-  EXPECT_FALSE(db.IsOpen() || db.IsInTransaction() || db.HasBegunTransaction());
-  EXPECT_FALSE(db.ExecuteStatement("SELECT 1"));
-  EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
-  EXPECT_THROW(db.EndTransaction(false), InvalidOperationException);
-  EXPECT_THROW(ReadGuard{db}, InvalidOperationException);
-  EXPECT_EQ(log.Lines().size(), 4U);
-  db.Open();
-  EXPECT_EQ(Count(), "0");
-  EXPECT_TRUE(dynamic_cast<QuerySqlite&>(*db.NewQuery()).IsEmpty());
-}
-
 TEST_F(DatabaseSqliteTest, CloseNamesTheStatementThatKeepsTheFileInUse) {
   sqlite3_stmt* foreign = nullptr;
   ASSERT_EQ(sqlite3_prepare_v2(db.Handle(), "SELECT 'mine' FROM A", -1, &foreign, nullptr), SQLITE_OK);
@@ -303,23 +285,6 @@ TEST_F(DatabaseSqliteTest, ReportsWhetherAnotherConnectionHasCommitted) {
   }
   db.Close();
   EXPECT_THROW(db.HasChanged(), InvalidOperationException);
-}
-
-// A process of its own, since SQLite takes such a setting only before its first use.
-TEST(DatabaseSqliteThreadsTest, MemoryStatisticsGoOffBeforeTheFirstUseOnly) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
-  EXPECT_EXIT(
-      {
-        const bool isInTime = DatabaseSqlite::TuneForThreads();
-        DatabaseSqlite db(":memory:", nullptr);
-        db.Open();
-        std::exit(isInTime && sqlite3_memory_used() == 0 && DatabaseSqlite::TuneForThreads() ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
-  DatabaseSqlite db(":memory:", nullptr);
-  db.Open();
-  EXPECT_FALSE(DatabaseSqlite::TuneForThreads());
-  EXPECT_GT(sqlite3_memory_used(), 0);
 }
 
 TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {

@@ -46,14 +46,4 @@ TEST_F(PropertiesTableSqliteTest, KeepsOneRowPerNameWhateverTheNameHolds) {
   EXPECT_EQ(TestSupport::Value(db, "SELECT count(*) FROM Props"), std::to_string(names.size()));
 }
 
-TEST_F(PropertiesTableSqliteTest, RenamesDeletesAndRefusesATwin) {
-  Property one = Make("one", "1", 1), two = Make("two", "2", 2), read;
-  EXPECT_TRUE(table.Save(one) && table.Save(two));
-  two.SetName("one");
-  EXPECT_FALSE(table.Save(two));
-  two.SetName("three");
-  EXPECT_TRUE(table.Save(two) && !table.GetObject("two", read) && table.GetObject("three", read));
-  EXPECT_TRUE(table.Delete(one) && !table.GetObject("one", read));
-}
-
 }  // namespace Oru::Common::Databases::Sqlite

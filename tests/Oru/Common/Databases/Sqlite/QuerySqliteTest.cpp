@@ -360,28 +360,6 @@ TEST_F(QuerySqliteTest, OrdersAndLimitsAreAddedInTurn) {
   EXPECT_EQ(TestSupport::Column(db, "SELECT key FROM T " + query.GetLimitSQL()).size(), 150U);
 }
 
-TEST_F(QuerySqliteTest, WritesTheTextsThatTheGuideShows) {
-  QuerySqlite inner, query;
-  inner.Equals("b", 2LL).Equals("c", 18446744073709551615ULL);
-  query.Equals("a", "it's").Or(inner).LessThan("d", 0.5).Not(inner);
-  EXPECT_EQ(query.GetFilterSQL(),
-            "((a = 'it''s') OR (b = 2 AND c = -1)) AND d < 0.5 AND NOT (b = 2 AND c = -1)");
-  QuerySqlite like;
-  like.Contains("t", "5%_\\").In("x.y", "Z", "z").In("k", std::vector<long long>{1, -2});
-  EXPECT_EQ(like.GetFilterSQL(),
-            "t LIKE '%5\\%\\_\\\\%' ESCAPE '\\' AND x.y IN (SELECT z FROM Z) AND k IN (1, -2)");
-}
-
-TEST_F(QuerySqliteTest, TakesLiteralsAndIntegersOfAnyKind) {
-  QuerySqlite query;
-  query.LessThan("a", 5LL).GreaterThan("a", 5ULL).LessThanOrEquals("a", 5LL).GreaterThanOrEquals("a", 5LL);
-  query.In("k", std::vector<int64_t>{1, -2}).In("k", {0}).In("k", {3, 4}).In("id", {"a", "bc"});
-  EXPECT_EQ(query.GetFilterSQL(),
-            "a < 5 AND a > 5 AND a <= 5 AND a >= 5 AND k IN (1, -2) AND k IN (0) AND k IN (3, 4) AND "
-            "id IN ('a', 'bc')");
-  EXPECT_THROW(query.Query::Match("a", "b"), NotSupportedException);
-}
-
 TEST_F(QuerySqliteTest, RefusesNamesThatAreNoNamesAndChangesNothing) {
   const std::string names[] = {"",    ".",     "a.",  ".a", "a..b", "1a",  "a b",      "a;",
                                "a--", "\"a\"", "[a]", "a'", "ä",    "a=1", {"a\0b", 3}};

@@ -87,16 +87,6 @@ TEST_F(ReadGuardTest, NothingIsWrittenInItWhicheverThreadTries) {
   EXPECT_EQ(Count(), "4");
 }
 
-TEST_F(ReadGuardTest, SeesTheSameStateInWalModeWhileOthersWrite) {
-  EXPECT_EQ(Value(db, "PRAGMA journal_mode = wal"), "wal");
-  ReadGuard guard(db);
-  EXPECT_EQ(Count(), "3");
-  EXPECT_TRUE(OtherWrites("d"));
-  EXPECT_EQ(Count(), "3");
-  guard.End();
-  EXPECT_EQ(Count(), "4");
-}
-
 TEST_F(ReadGuardTest, IsInertOnceEndedAndInsideATransaction) {
   {
     TransactionGuard transaction(db);

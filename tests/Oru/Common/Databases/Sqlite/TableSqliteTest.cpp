@@ -97,17 +97,6 @@ TEST_F(TableSqliteTest, AWriteThatFailsLeavesTheObjectAndTheNextOneAlone) {
   EXPECT_EQ(Weights(), "a- bb- c- keyless7");
 }
 
-TEST_F(TableSqliteTest, AGivenKeyIsWrittenAndSoIsAChangeOfIt) {
-  table.Regenerate(false);
-  Note note{40, "a", {}};
-  EXPECT_TRUE(table.Insert(note, true));
-  EXPECT_FALSE(table.Insert(note, true));
-  EXPECT_TRUE(table.Save(note));
-  EXPECT_EQ(note.key, 40);
-  EXPECT_EQ(Value(db, "SELECT key FROM Note"), "40");
-  EXPECT_EQ(table.GetLastObjectId(), 40);
-}
-
 TEST_F(TableSqliteTest, TheKeyIsThatOfTheRowWhateverTriggersInsertBeside) {
   ASSERT_TRUE(
       db.ExecuteStatement("CREATE TABLE History (id integer primary key, what text);"
@@ -162,19 +151,6 @@ TEST_F(TableSqliteTest, NeedsADatabaseAndTakesOneLaterOrAnother) {
     EXPECT_EQ(note.key, 1);
   }
   EXPECT_EQ(Weights(), "a-");
-}
-
-TEST_F(TableSqliteTest, FindsASelectColumnByAliasOrExpression) {
-  table.selectColumns = {"Note.key", "upper(text)", "weight"};
-  table.aliases = {"key", "text"};
-  for (const auto& [name, index] : {std::pair{"key", 0},
-                                    {"Note.key", 0},
-                                    {"text", 1},
-                                    {"upper(text)", 1},
-                                    {"weight", 2},
-                                    {"Weight", -1},
-                                    {"Note", -1}})
-    EXPECT_EQ(table.GetSelectColumnIndex(name), index) << name;
 }
 
 TEST_F(TableSqliteTest, OpensCursorsNewAndAgainOverAllRowsOrTheQuerys) {

@@ -46,18 +46,4 @@ TEST(TableStatementGeneratorTest, TextsAreExactToTheCharacter) {
   }
 }
 
-TEST(TableStatementGeneratorTest, SelectColumnsAndClausesShapeTheSelectAlone) {
-  NoteTable table;
-  table.selectColumns = {"key", "upper(text)", "count(*)"};
-  table.aliases = {"", "loud", "n"};
-  table.fromClause = "Note JOIN More ON Note.key == More.key";
-  table.whereClause = "weight > 1";
-  table.groupByClause = "loud";
-  table.Regenerate();
-  EXPECT_EQ(table.GetSelectStatement(),
-            "SELECT key, upper(text) AS loud, count(*) AS n FROM Note JOIN More ON Note.key == More.key "
-            "WHERE weight > 1 GROUP BY loud");
-  EXPECT_EQ(table.GetInsertStatement(), "INSERT INTO Note (text, weight) VALUES (:text, :weight);");
-}
-
 }  // namespace Oru::Common::Databases::Sqlite

@@ -39,17 +39,6 @@ class AnglesMediaAssetGroupTableTest : public TestSupport::StoredGroups {
   }
 };
 
-TEST_F(AnglesMediaAssetGroupTableTest, StatementsAreExact) {
-  EXPECT_EQ(
-      angles.GetSelectStatement(),
-      "SELECT key, id, type, name, refMediaAssetGroup FROM MediaAssetGroup JOIN AnglesMediaAssetGroup ON "
-      "MediaAssetGroup.key == AnglesMediaAssetGroup.refMediaAssetGroup");
-  EXPECT_EQ(database.GetAnglesMediaAssetGroupItemTable().GetSelectStatement(),
-            "SELECT key, refMediaAssetGroup, refMediaAsset, refMediaAssetGroupItem, angleIndex, name FROM "
-            "MediaAssetGroupItem JOIN AnglesMediaAssetGroupItem ON MediaAssetGroupItem.key == "
-            "AnglesMediaAssetGroupItem.refMediaAssetGroupItem");
-}
-
 TEST_F(AnglesMediaAssetGroupTableTest, EachLaterSaveUpdatesWhatTheFirstInserted) {
   AnglesMediaAssetGroup group = StoredGroup("g");
   group.Metadata().Set(OnGrid(20, 9, 0, 9));
@@ -68,18 +57,6 @@ TEST_F(AnglesMediaAssetGroupTableTest, EachLaterSaveUpdatesWhatTheFirstInserted)
   EXPECT_THAT(Rows(), ElementsAre(2, 1, 1, 2, 2)) << "nothing behind the item";
 }
 
-TEST_F(AnglesMediaAssetGroupTableTest, DeletionTakesAllRowsOfTheGroupAndNoOther) {
-  const std::string odd = "it's \"odd\"";
-  AnglesMediaAssetGroup first = StoredGroup("first"), second = StoredGroup(odd), third = StoredGroup("third");
-  ASSERT_TRUE(angles.Delete(first));
-  EXPECT_EQ(first.ObjectId(), -1);
-  ASSERT_TRUE(angles.Delete(MediaAssetGroupId("' OR ''='")));
-  EXPECT_THAT(Rows(), ElementsAre(2, 2, 2, 4, 4));
-  ASSERT_TRUE(angles.Delete(MediaAssetGroupId(odd)));
-  EXPECT_THAT(Rows(), ElementsAre(1, 1, 1, 2, 2));
-  EXPECT_EQ(StoredItems("third").size(), 2U);
-}
-
 TEST_F(AnglesMediaAssetGroupTableTest, StoredValuesOutOfRangeLeaveTheFieldsOfAHeldProfileAsTheyWere) {
   AnglesMediaAssetGroup group = StoredGroup("g");
   const auto held = group.Metadata().Get<Profile>();
@@ -94,34 +71,6 @@ TEST_F(AnglesMediaAssetGroupTableTest, StoredValuesOutOfRangeLeaveTheFieldsOfAHe
   angles.ReadDapOperatorProfileTable(group);
   EXPECT_EQ(*held, *OnGrid(10, 0, 9, 0));
   EXPECT_EQ(ReadProfile(group), nullptr);
-}
-
-TEST_F(AnglesMediaAssetGroupTableTest, AProfileOfAnotherClassIsNeitherWrittenNorReadInto) {
-  AnglesMediaAssetGroup group = StoredGroup("g"), fresh = Group("h", {});
-  const auto other = std::make_shared<DapOperatorMetadataProfile>();
-  other->ServerId(ZuServerId(50));
-  group.Metadata().Set(other);
-  fresh.Metadata().Set(other);
-  ASSERT_TRUE(angles.Save(group) && angles.Save(fresh));
-  EXPECT_EQ(Count("DapOperatorMetadataAngles"), 1);
-  EXPECT_EQ(*ReadProfile(group), *OnGrid(10, 3, 4, 5));
-  EXPECT_THROW(angles.ReadDapOperatorProfileTable(group), std::bad_cast);
-  EXPECT_EQ(other->ServerId(), ZuServerId(50));
-}
-
-TEST_F(AnglesMediaAssetGroupTableTest, AProfileThatMovesToAnotherGroupLeavesTheRowOfTheFirst) {
-  AnglesMediaAssetGroup first = StoredGroup("first"), second = Group("second", {});
-  const auto profile = first.Metadata().Get<Profile>();
-  profile->Page(8);
-  second.Metadata().Set(profile);
-  ASSERT_TRUE(angles.Save(second)) << log.Text();
-  EXPECT_EQ(*ReadProfile(first), *OnGrid(10, 3, 4, 5));
-  EXPECT_EQ(*ReadProfile(second), *OnGrid(10, 8, 4, 5));
-  EXPECT_EQ(profile->ObjectId(), second.ObjectId());
-  // Nor does a stale key keep a row that has gone from being written anew.
-  Run("DELETE FROM DapOperatorMetadataAngles");
-  ASSERT_TRUE(angles.Save(first) && angles.Save(second));
-  EXPECT_EQ(Count("DapOperatorMetadataAngles WHERE dapIdPage = 8"), 2);
 }
 
 TEST_F(AnglesMediaAssetGroupTableTest, ASingleItemIsChangedAndDeletedInBothTables) {

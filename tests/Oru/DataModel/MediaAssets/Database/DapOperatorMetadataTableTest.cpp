@@ -129,23 +129,6 @@ TEST_F(DapOperatorMetadataTableTest, StoredPlacesOutsideTheirRangesArePassedOver
   }
 }
 
-TEST_F(DapOperatorMetadataTableTest, TheUserFlagIsReadAheadOfTheUiFlag) {
-  for (const bool isUser : {false, true}) {
-    for (const bool isUi : {false, true}) {
-      Set("userProtected = " + std::to_string(isUser) + ", dapUIProtected = " + std::to_string(isUi));
-      EXPECT_EQ(Read().IsUserProtected(), isUser || isUi);
-      EXPECT_EQ(Read().IsDapUiProtected(), isUi);
-    }
-  }
-  // Into a profile that is protected: the flags of the file hold, but for the user's behind the UI's of
-  // before.
-  Set("userProtected = 0, dapUIProtected = 0");
-  Profile().DapUIProtected(true);
-  assets.ReadDapOperatorMetadata(clip);
-  EXPECT_TRUE(Profile().IsUserProtected());
-  EXPECT_FALSE(Profile().IsDapUiProtected());
-}
-
 TEST_F(DapOperatorMetadataTableTest, KeywordsAreReplacedAndKeepTheirPlaces) {
   for (const StringVector& keywords :
        std::vector<StringVector>{{"one", "", "three"}, {"only"}, {"", ""}, {}}) {
@@ -160,32 +143,6 @@ TEST_F(DapOperatorMetadataTableTest, KeywordsAreReplacedAndKeepTheirPlaces) {
   Run("INSERT INTO DapOperatorKeywords VALUES (1, -1, 'x')");
   EXPECT_THROW(Read(), std::out_of_range);
   EXPECT_TRUE(assets.Save(clip));
-}
-
-TEST_F(DapOperatorMetadataTableTest, WithoutAProfileTheStoredRowStays) {
-  MediaAsset row;
-  ASSERT_TRUE(assets.GetObject(clip.ObjectId(), row) && assets.Save(row));
-  EXPECT_TRUE(Read() == Profile());
-  // Keywords alone make a profile that holds nothing else.
-  assets.ReadDapOperatorKeyword(row);
-  EXPECT_THAT(row.DapOperatorMetadata().Keywords(), ElementsAre("first", "goal"));
-  EXPECT_EQ(row.DapOperatorMetadata().Icon(), "");
-  Run("DELETE FROM DapOperatorMetadata");
-  EXPECT_TRUE(Read() == DapOperatorMetadataProfile());
-}
-
-TEST_F(DapOperatorMetadataTableTest, AProfileThatCameFromAnotherAssetDoesNotOverwriteThatOnesRow) {
-  MediaAsset other{MediaAssetId("other")};
-  const auto moved = std::make_shared<DapOperatorMetadataProfile>(Profile());
-  moved->Icon("moved");
-  other.Metadata().Set(moved);
-  for (const int64_t stale : {clip.ObjectId(), int64_t{98765}, int64_t{-1}}) {
-    moved->ObjectId(stale);
-    ASSERT_TRUE(assets.Save(other)) << log.Text();
-    EXPECT_EQ(moved->ObjectId(), other.ObjectId());
-    EXPECT_TRUE(TestSupport::IsStored(database, clip) && TestSupport::IsStored(database, other));
-  }
-  EXPECT_EQ(Count("DapOperatorMetadata"), 2);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

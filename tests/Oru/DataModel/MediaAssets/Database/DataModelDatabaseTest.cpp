@@ -71,18 +71,6 @@ TEST_F(DataModelDatabaseTest, AnOpeningThatFailsLeavesTheFileAndTheObjectAlone) 
   EXPECT_THROW(DataModelDatabase(log.Stream()).Open(), ArgumentException);
 }
 
-TEST_F(DataModelDatabaseTest, TheFirstStatementMayBeADeletionWhoeverElseHasOpenedTheFile) {
-  DataModelDatabase first(path, log.Stream()), second(path, log.Stream());
-  first.Open();
-  for (const char* ahead : {"SELECT 1", "SELECT key FROM Stream"}) {
-    EXPECT_TRUE(first.ExecuteStatement(ahead));
-    second.Open();
-    EXPECT_TRUE(first.ExecuteStatement("DELETE FROM MediaAsset WHERE id = 'clip'")) << log.Text();
-    second.Close();
-  }
-  EXPECT_EQ(log.Text(), "");
-}
-
 // The second opening sets the version that the first one's tables have raised; from then on there is nothing
 // to write.
 TEST_F(DataModelDatabaseTest, AFileThatHasEverythingIsOpenedBesideAWriterWithoutAWrite) {

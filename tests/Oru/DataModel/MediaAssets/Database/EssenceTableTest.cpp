@@ -76,37 +76,4 @@ TEST_F(EssenceTableTest, AStoredNumberTakesItsRowOverAndKeepsItsKind) {
   EXPECT_EQ(Kinds(), "VAD");
 }
 
-TEST_F(EssenceTableTest, RefusedEssencesAreLoggedAndStopTheWalk) {
-  Stream& stream = StoredStream();
-  stream.Essences()[1].ChannelCount(-1);
-  stream.Essences()[2].ChannelCount(99);
-  EXPECT_FALSE(table.Write(stream.Essences(), Key()));
-  EXPECT_TRUE(log.Contains("CHECK constraint failed: channelCount>=0")) << log.Text();
-  EXPECT_EQ(Count("Essence WHERE channelCount = 99"), 0);
-  EXPECT_EQ(Kinds(), "VAD");
-}
-
-// The base row is there by then, so that the next save goes to update and finds no row of the kind.
-TEST_F(EssenceTableTest, AKindsRowThatWasRefusedOnceStaysAway) {
-  Run("CREATE TRIGGER Injected BEFORE INSERT ON AudioEssence BEGIN SELECT RAISE(ABORT, 'no'); END");
-  EXPECT_FALSE(Write(std::make_unique<AudioEssence>(), 3));
-  Run("DROP TRIGGER Injected");
-  EXPECT_TRUE(table.Write(essences, Key()));
-  EXPECT_EQ(Count("Essence"), 4);
-  EXPECT_EQ(Kinds(), "VAD");
-}
-
-TEST_F(EssenceTableTest, DeletingOneOfAKindTakesAllItsRows) {
-  Track track{TrackId("track")};
-  track.Channels().push_back(TestSupport::Channel("resource/stream", 0, 0));
-  ASSERT_TRUE(database.GetTrackTable().Save(track));
-  EssenceEncapsulated row(Key(), StoredStream().Essences()[0]);
-  ASSERT_TRUE(database.GetVideoEssenceTable().Delete(row));
-  EXPECT_EQ(row.essence.ObjectId(), -1);
-  EXPECT_EQ(Kinds(), "AD");
-  EXPECT_EQ(Count("VideoEssence"), 0);
-  EXPECT_EQ(Count("MetadataEssence"), 2);
-  EXPECT_EQ(Count("TrackChannel"), 0);
-}
-
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -13,18 +13,6 @@ using testing::ElementsAre;
 
 class MediaAssetGroupTableTest : public TestSupport::StoredGroups {};
 
-TEST_F(MediaAssetGroupTableTest, AGroupIsReadWithoutItsItems) {
-  AnglesMediaAssetGroup group = Group(std::string(40, 'g'), {{"a", "1"}});
-  group.Type("angles");
-  ASSERT_TRUE(groups.Save(group));
-  MediaAssetGroup read;
-  ASSERT_TRUE(groups.GetObject(group.ObjectId(), read));
-  EXPECT_TRUE(read.Items().empty() && read.Metadata().Empty());
-  EXPECT_EQ(read.ObjectId(), group.ObjectId());
-  group.Items().clear();
-  EXPECT_EQ(read, group);
-}
-
 TEST_F(MediaAssetGroupTableTest, ItemsComeInTheOrderOfTheLastSaveUnderNewKeys) {
   // So many that places in the order of text, or of keys that are reused, would show.
   Members members;
@@ -47,22 +35,6 @@ TEST_F(MediaAssetGroupTableTest, ItemsComeInTheOrderOfTheLastSaveUnderNewKeys) {
   Run("UPDATE AnglesMediaAssetGroupItem SET angleIndex = 11 - angleIndex");
   std::reverse(members.begin(), members.end());
   EXPECT_EQ(StoredItems("g"), members);
-}
-
-TEST_F(MediaAssetGroupTableTest, ANewObjectOfAStoredIdentifierReplacesItemsAndNoOthers) {
-  const std::string odd = "'' OR 1=1 --";
-  AnglesMediaAssetGroup first = Group("O'Brien's", {{"a", "1"}, {"b", "2"}}),
-                        other = Group(odd, {{"a", "x"}});
-  ASSERT_TRUE(groups.Save(first) && groups.Save(other));
-  AnglesMediaAssetGroup second = Group("O'Brien's", {{"c", "3"}});
-  second.Items().push_back(std::make_shared<MediaAssetGroupItem>(MediaAssetReference(MediaAssetId("b"))));
-  second.Name("renamed");
-  ASSERT_TRUE(groups.Save(second));
-  EXPECT_EQ(second.ObjectId(), first.ObjectId());
-  EXPECT_EQ(Value("SELECT group_concat(name) FROM MediaAssetGroup"), "renamed,name of " + odd);
-  EXPECT_THAT(StoredItems("O'Brien's"), ElementsAre(std::pair("c", "3"), std::pair("b", "")));
-  EXPECT_THAT(StoredItems(odd), ElementsAre(std::pair("a", "x")));
-  EXPECT_EQ(groups.GetObjectIdFromIdentifier(MediaAssetGroupId("' OR '1'='1")), -1);
 }
 
 TEST_F(MediaAssetGroupTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveThere) {
@@ -102,24 +74,6 @@ TEST_F(MediaAssetGroupTableTest, LazyItemsKnowTheirAssetByIdentifierAndOthersHol
   database.GetMediaAssetGroupItemTable().ReadMediaAssetLazy(group.Item(0));
   database.GetMediaAssetGroupItemTable().ReadMediaAsset(group.Item(2));
   EXPECT_TRUE(group.ItemReference(0).Id().IsEmpty() && group.ItemReference(2).Id().IsEmpty());
-}
-
-TEST_F(MediaAssetGroupTableTest, ARefusedRowLeavesTheItemsAsTheyWere) {
-  AnglesMediaAssetGroup group = Group("g", {{"a", "1"}}), other = Group("h", {{"b", "2"}});
-  ASSERT_TRUE(groups.Save(group) && groups.Save(other));
-  AnglesMediaAssetGroup renamed = other;
-  renamed.Id(MediaAssetGroupId("g"));
-  SetItems(renamed, {{"c", "3"}});
-  EXPECT_FALSE(groups.Save(renamed));
-  EXPECT_TRUE(log.Contains("UNIQUE constraint failed: MediaAssetGroup.id"));
-  EXPECT_THAT(StoredItems("g"), ElementsAre(std::pair("a", "1")));
-  EXPECT_THAT(StoredItems("h"), ElementsAre(std::pair("b", "2")));
-
-  // A row that has gone meanwhile is no failure by itself, but its items have nothing to belong to.
-  ASSERT_TRUE(groups.Delete(other.ObjectId()));
-  EXPECT_FALSE(groups.Save(other));
-  EXPECT_TRUE(log.Contains("FOREIGN KEY constraint failed"));
-  EXPECT_EQ(Count("MediaAssetGroupItem"), 1);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

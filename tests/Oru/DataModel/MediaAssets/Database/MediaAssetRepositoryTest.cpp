@@ -64,43 +64,6 @@ class MediaAssetRepositoryTest : public OpenDatabase {
   MediaAssetRepository repository{database};
 };
 
-TEST_F(MediaAssetRepositoryTest, WhatIsPutComesBackInPlaceOfWhateverWasThere) {
-  MediaAsset clip = MakeClip("c");
-  repository.Put(clip);
-  EXPECT_TRUE(Holds(clip));
-  const int64_t key = clip.ObjectId();
-
-  // An object made anew, with a resource, a track and an essence in the middle fewer, and others of a new
-  // kind.
-  MediaAsset next = MakeClip("c", "second");
-  Stream& stream = *next.MediaResources().Front()->Streams().front();
-  stream.Essences().Erase(1);
-  stream.Essences().Add(std::make_unique<VideoEssence>());
-  next.MediaResources().Insert(MakeResource("other"));
-  next.Tracks().Clear();
-  next.Tracks().Insert(std::make_shared<Track>(TrackId("new")));
-  next.Tracks().Front()->Channels().push_back(Channel("other/stream", 2, 1));
-  next.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
-  repository.Put(next);
-  EXPECT_TRUE(Holds(next));
-  EXPECT_EQ(next.ObjectId(), key);
-  EXPECT_EQ(Count("Track"), 1);
-  EXPECT_EQ(Count("DapOperatorKeywords") + Count("DapOperatorMetadata"), 0);
-
-  MediaAsset empty{MediaAssetId("c")};
-  repository.Put(empty);
-  EXPECT_TRUE(Holds(empty));
-  for (const char* table : {"MediaResource", "Stream", "Essence", "Track", "TrackChannel", "Annotation",
-                            "TimeBoundsMediaAsset", "MetadataMediaAsset", "RelationAssetTrack"})
-    EXPECT_EQ(Count(table), 0) << table;
-
-  next.Metadata().Set(std::make_shared<GenericMetadataProfile>("without entries"));
-  repository.Put(next);
-  next.Metadata().Erase("without entries");
-  EXPECT_TRUE(Holds(next));
-  EXPECT_EQ(log.Text(), "");
-}
-
 // The links are those of the original, and its row stays its own.
 TEST_F(MediaAssetRepositoryTest, ACloneUnderAnotherIdentifierIsAnotherClip) {
   MediaAsset clip = MakeClip("c");

@@ -118,38 +118,4 @@ TEST_F(MediaAssetSaveTest, LinksAreWrittenWithTheAssetsRowAndNeverAgain) {
   EXPECT_EQ(reading.Tracks().Size(), 1U);
 }
 
-TEST_F(MediaAssetSaveTest, AnAssetOfWhichOnlyTheRowWasReadLosesWhatItOwnsButNotItsOperatorAndLinks) {
-  MediaAsset clip = MakeClip("clip");
-  ASSERT_TRUE(assets.Save(clip));
-  MediaAsset row;
-  ASSERT_TRUE(assets.GetObject(clip.ObjectId(), row) && assets.Save(row));
-  const Places lost = {"Annotation", "MetadataAnnotation", "TimeBoundsMediaAsset", "MetadataMediaAsset"};
-  for (const std::string& table : savedTables) {
-    const bool isLost = std::count(lost.begin(), lost.end(), table) > 0;
-    EXPECT_EQ(Count(table) == 0, isLost) << table;
-  }
-  EXPECT_EQ(Count("DapOperatorKeywords"), 2);
-}
-
-TEST_F(MediaAssetSaveTest, TwoAssetsShareAResourceAndATrackAndTheLastSaveOfThemCounts) {
-  MediaAsset one = MakeClip("one");
-  MediaAsset two{MediaAssetId("two")};
-  two.MediaResources() = one.MediaResources();
-  two.Tracks() = one.Tracks();
-  ASSERT_TRUE(assets.Save(one) && assets.Save(two));
-  // Other objects of the same identifiers find the rows.
-  MediaAsset three = MakeClip("one", "renamed");
-  three.Id("three");
-  three.Tracks().Front()->Channels().clear();
-  ASSERT_TRUE(assets.Save(three));
-  EXPECT_EQ(Count("MediaResource") + Count("Stream") + Count("Track"), 3);
-  EXPECT_EQ(Count("Essence"), 3);
-  for (const MediaAsset* asset : {&one, &two, &three}) {
-    const MediaAsset reading = TestSupport::ReadDeep(database, asset->ObjectId());
-    EXPECT_TRUE(reading.Tracks() == three.Tracks() &&
-                *reading.MediaResources().Front() == *three.MediaResources().Front());
-    EXPECT_TRUE(reading.Tracks().Front()->Channels().empty());
-  }
-}
-
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -158,34 +158,4 @@ TEST_F(MediaAssetSearchTest, WhatSqliteRefusesIsAnErrorOfTheFirstStepAndOfTheTot
   EXPECT_EQ(Found(Matching("goal")->OrderByAsc("id")), "abc");
 }
 
-TEST_F(MediaAssetSearchTest, AnIndexThatIsNotThereLeavesTheCursorClosed) {
-  const auto query = database.NewQuery();
-  query->Match("NoSuchIndex", "goal");
-  const auto cursor = assets.OpenObjectCursor(*query);
-  EXPECT_FALSE(cursor->IsOpened());
-  EXPECT_THROW(cursor->Next(), Common::Databases::ObjectClosedException);
-  EXPECT_TRUE(log.Contains("no such column: NoSuchIndex")) << log.Text();
-}
-
-TEST_F(MediaAssetSearchTest, DeletesWhatASelectionFindsAndNothingByAMatchOfItsOwn) {
-  EXPECT_FALSE(assets.Delete(*Matching("goal")));
-  EXPECT_TRUE(log.Contains("no such column: MediaAssetFts")) << log.Text();
-  EXPECT_EQ(Count("MediaAsset"), 4);
-  EXPECT_TRUE(assets.Delete(*Among("match")));
-  EXPECT_EQ(Found(*Matching("match")), "");
-  EXPECT_EQ(Found(*Matching("goal")), "b");
-}
-
-TEST_F(MediaAssetSearchTest, ManySearchesLeaveTheStatementsOfEachText) {
-  for (int round = 0; round < 2; ++round) {
-    for (int i = 0; i < 600; ++i) {
-      const std::string word = i % 3 == 0   ? "goal"
-                               : i % 3 == 1 ? "match"
-                                            : "x = " + std::to_string(i) + " '?'";
-      const std::string expected = i % 3 == 0 ? "abc" : i % 3 == 1 ? "ac" : "";
-      ASSERT_EQ(Found(Matching(word)->Equals("assetType", 0).OrderByAsc("id")), expected) << word;
-    }
-  }
-}
-
 }  // namespace Oru::DataModel::MediaAssets::Database

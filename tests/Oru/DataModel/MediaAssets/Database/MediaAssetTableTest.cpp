@@ -56,24 +56,6 @@ class MediaAssetTableTest : public TestSupport::OpenDatabase {
   }
 };
 
-TEST_F(MediaAssetTableTest, StatementsAreExact) {
-  EXPECT_EQ(
-      assets.GetSelectStatement(),
-      "SELECT MediaAsset.key AS key, MediaAsset.id AS id, MediaAsset.assetType AS assetType, "
-      "MediaAsset.ancestor "
-      "AS ancestor, MediaAsset.parent AS parent, MediaAsset.name AS name, MediaAsset.description AS "
-      "description, "
-      "MediaAsset.inBoundary AS inBoundary, MediaAsset.inBoundaryMoving AS inBoundaryMoving, "
-      "MediaAsset.outBoundary AS outBoundary, MediaAsset.outBoundaryMoving AS outBoundaryMoving, "
-      "MediaAsset.modificationDate AS modificationDate, MediaAsset.creationDate AS creationDate, "
-      "highlight(MediaAssetFts, 0, '<b>', '</b>') AS nameFts, highlight(MediaAssetFts, 1, '<b>', '</b>') AS "
-      "descriptionFts FROM MediaAsset JOIN MediaAssetFts ON  MediaAsset.key = MediaAssetFts.rowid");
-  EXPECT_EQ(
-      database.GetDataEssenceTable().GetSelectStatement(),
-      "SELECT key, refStream, nr, channelCount, refEssence FROM Essence JOIN DataEssence ON Essence.key == "
-      "DataEssence.refEssence");
-}
-
 TEST_F(MediaAssetTableTest, AnIdentifierMatchesItselfAndNothingElse) {
   std::map<std::string, int64_t> keys;
   auto& tracks = database.GetTrackTable();
@@ -104,20 +86,6 @@ TEST_F(MediaAssetTableTest, AnIdentifierMatchesItselfAndNothingElse) {
   }
 }
 
-TEST_F(MediaAssetTableTest, QueriesAndRawRowsReachTheColumnsOfTheSelectAlone) {
-  SavedClip();
-  QuerySqlite unknown, byName;
-  unknown.Equals("title", "clip");
-  EXPECT_FALSE(assets.OpenObjectCursor(unknown)->IsOpened());
-  EXPECT_TRUE(log.Contains("no such column: title")) << log.Text();
-  byName.Equals("MediaAsset.name", "first").OrderByDesc("MediaAsset.description");
-  const auto cursor = assets.OpenRawCursor(byName);
-  Common::Databases::Sqlite::RawReadSqlite row;
-  ASSERT_TRUE(cursor->Next(row));
-  EXPECT_EQ(row.GetString("id") + row.GetString("nameFts") + row.GetString("descriptionFts"), "clipfirst");
-  EXPECT_EQ(cursor->GetTotalItemsCount(), 1);
-}
-
 TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
   const int64_t key = SavedClip();
   MediaAsset asset = TestSupport::ReadDeep(database, key);
@@ -132,24 +100,6 @@ TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
   EXPECT_TRUE(TestSupport::IsStored(database, asset));
   assets.ReadAnnotations(asset);
   EXPECT_EQ(asset.Annotations().size(), 2U);
-}
-
-TEST_F(MediaAssetTableTest, NothingIsFoundUnderAnIdThatIsGone) {
-  const int64_t key = SavedClip();
-  for (const int64_t gone : {int64_t{-1}, key + 1}) {
-    MediaAsset asset;
-    EXPECT_FALSE(assets.GetObject(gone, asset) || assets.Exists(gone));
-    asset.ObjectId(gone);
-    assets.ReadTimebounds(asset);
-    assets.ReadMetadata(asset);
-    assets.ReadAnnotations(asset);
-    assets.ReadMediaResources(asset);
-    assets.ReadMediaResourcesLazy(asset);
-    assets.ReadTrack(asset);
-    EXPECT_TRUE(asset == MediaAsset());
-    assets.ReadDapOperatorMetadata(asset);
-    EXPECT_TRUE(asset.DapOperatorMetadata() == DapOperatorMetadataProfile());
-  }
 }
 
 TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {

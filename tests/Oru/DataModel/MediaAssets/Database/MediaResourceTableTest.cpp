@@ -56,22 +56,4 @@ TEST_F(MediaResourceTableTest, AStreamMovesToTheResourceThatSavesIt) {
   EXPECT_TRUE(reading.Streams().front()->Locations().Empty());
 }
 
-TEST_F(MediaResourceTableTest, APairLinkedTwiceIsTwoRowsAndOneResource) {
-  MediaAsset clip = TestSupport::MakeClip("clip");
-  ASSERT_TRUE(assets.Save(clip));
-  RelationMedias link{clip.ObjectId(), clip.MediaResources().Front()->ObjectId()};
-  RelationMediasTable& links = database.GetRelationMediaAssetMediaResource();
-  EXPECT_TRUE(links.Save(link) && links.Delete(link));
-  EXPECT_EQ(Count("RelationMediaAssetMediaResource"), 2);
-  RelationMedias stored;
-  EXPECT_TRUE(links.OpenObjectCursor()->Next(stored));
-  EXPECT_TRUE(stored.mediaAsset == link.mediaAsset && stored.mediaResource == link.mediaResource);
-  MediaAsset reading;
-  reading.ObjectId(clip.ObjectId());
-  assets.ReadMediaResources(reading);
-  EXPECT_EQ(reading.MediaResources().Size(), 1U);
-  EXPECT_TRUE(table.Delete(link.mediaResource));
-  EXPECT_EQ(Count("RelationMediaAssetMediaResource"), 0);
-}
-
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -77,29 +77,6 @@ TEST_F(MetadataTableTest, AForeignProfileIsABadCastBehindTheRowsAheadOfIt) {
   EXPECT_THROW(assets.Save(clip), std::bad_cast);
 }
 
-TEST_F(MetadataTableTest, RowsOfAnOwnerThatIsGoneAreRefused) {
-  SetEntry("a", "x", "1");
-  TimeBoundsArray bounds;
-  bounds.Insert(TimePoints::TimeBounds());
-  EXPECT_FALSE(table.Write(metadata, 999));
-  EXPECT_FALSE(assets.GetTimeBoundsTable().Write(bounds, 999));
-  AnnotationArray annotations = {std::make_shared<Annotation>()};
-  EXPECT_FALSE(assets.GetAnnotationTable().Write(annotations, 999));
-  EXPECT_EQ(annotations.front()->ObjectId(), -1);
-  EXPECT_EQ(log.Lines().size(), 3U);
-}
-
-// The sorted array can be brought to hold the same bounds twice; the table can't.
-TEST_F(MetadataTableTest, BoundsThatOccurTwiceAreRefusedAtTheSecond) {
-  TimePoints::TimeBoundary in(TimePoints::TimePoint::FromNanoseconds(1), false), moving(in.TimePoint(), true);
-  TimeBoundsArray bounds;
-  for (const auto& boundary : {in, moving, in})
-    bounds.Insert(TimePoints::TimeBounds(boundary, boundary));
-  EXPECT_FALSE(assets.GetTimeBoundsTable().Write(bounds, clip.ObjectId()));
-  EXPECT_TRUE(log.Contains("UNIQUE constraint failed: TimeBoundsMediaAsset")) << log.Text();
-  EXPECT_EQ(Count("TimeBoundsMediaAsset"), 2);
-}
-
 TEST_F(MetadataTableTest, AnnotationsAreReplacedUnderNewKeys) {
   const int64_t before = clip.Annotations().front()->ObjectId();
   auto added = std::make_shared<Annotation>(AnnotationType::CuePoint, "added");

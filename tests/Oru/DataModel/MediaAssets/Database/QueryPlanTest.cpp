@@ -1,7 +1,3 @@
-#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
-#include "Oru/BusinessEntityModel/Edits/DapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
-
 #include "support/AssetReading.h"
 #include "support/ClipBuilder.h"
 #include "support/StoredGroups.h"
@@ -9,9 +5,6 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <memory>
-#include <regex>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,31 +22,15 @@ bool IsOfFullTextIndex(const std::string& text) {
   return text.find("MediaAssetFts_") != std::string::npos;
 }
 
-std::shared_ptr<AnglesDapOperatorMetadataProfile> GroupIdentity() {
-  return std::make_shared<AnglesDapOperatorMetadataProfile>(DapId(ZuServerId(110), 1, 2, 3));
-}
-
-BusinessEntityModel::Edits::Sequence MakeSequence(const std::string& id) {
-  BusinessEntityModel::Edits::Sequence sequence{BusinessEntityModel::Edits::SequenceId(id)};
-  TestSupport::SetOneEntry(sequence.Metadata(), "of the sequence");
-  auto profile = std::make_shared<BusinessEntityModel::Edits::DapOperatorMetadataProfile>();
-  profile->ServerId(ZuServerId(110));
-  sequence.Metadata().Set(std::move(profile));
-  return sequence;
-}
-
 }  // namespace
 
-// Sees every statement that runs on the connection, and counts the steps that it takes.
+// Counts the steps that each statement on the connection takes.
 class QueryPlanTest : public TestSupport::StoredGroups {
  public:
   ~QueryPlanTest() override { sqlite3_trace_v2(database.Handle(), 0, nullptr, nullptr); }
 
  protected:
-  QueryPlanTest() {
-    sqlite3_trace_v2(database.Handle(), SQLITE_TRACE_STMT | SQLITE_TRACE_PROFILE, &QueryPlanTest::Trace,
-                     this);
-  }
+  QueryPlanTest() { sqlite3_trace_v2(database.Handle(), SQLITE_TRACE_PROFILE, &QueryPlanTest::Trace, this); }
 
   // The steps of SQLite's machine, cascades and triggers included.
   template <class Job>
@@ -61,73 +38,6 @@ class QueryPlanTest : public TestSupport::StoredGroups {
     steps = 0;
     job();
     return steps;
-  }
-
-  // The lines of a plan that walk a table.
-  std::vector<std::string> ScansOf(const std::string& text) {
-    std::vector<std::string> scans;
-    sqlite3_stmt* plan = nullptr;
-    const std::string explain = "EXPLAIN QUERY PLAN " + text;
-    if (sqlite3_prepare_v2(database.Handle(), explain.c_str(), -1, &plan, nullptr) != SQLITE_OK) return scans;
-    while (sqlite3_step(plan) == SQLITE_ROW) {
-      const std::string line = reinterpret_cast<const char*>(sqlite3_column_text(plan, 3));
-      if (line.rfind("SCAN ", 0) == 0) scans.push_back(line);
-    }
-    sqlite3_finalize(plan);
-    return scans;
-  }
-
-  // Every save, look-up and read of clips and their groups.
-  void SaveAndReadClips() {
-    for (int round = 0; round < 2; ++round) {
-      for (const char* id : {"one", "two", "three"}) {
-        MediaAsset clip = MakeClip(id);
-        ASSERT_TRUE(assets.Save(clip, true) && assets.Save(clip, true));
-      }
-      auto group = Group("group", {{"one", "wide"}, {"two", "close"}});
-      group.Metadata().Set(GroupIdentity());
-      ASSERT_TRUE(angles.Save(group, true) && angles.Save(group, true));
-    }
-    const int64_t key = assets.GetObjectIdFromIdentifier(MediaAssetId("one"));
-    ReadDeep(database, key);
-    ReadLazy(database, key);
-    EXPECT_TRUE(assets.Exists(key));
-    AnglesMediaAssetGroup group;
-    ASSERT_TRUE(angles.GetObject(angles.GetObjectIdFromIdentifier(MediaAssetGroupId("group")), group));
-    groups.ReadAnglesMediaAssetGroupItems(group, false);
-    groups.ReadAnglesMediaAssetGroupItems(group, true);
-    angles.ReadDapOperatorProfileTable(group);
-  }
-
-  void SaveReadAndDeleteEdits() {
-    namespace Edits = BusinessEntityModel::Edits;
-    auto& edits = database.GetEditTable();
-    auto& sequences = database.GetSequenceTable();
-    for (int round = 0; round < 2; ++round) {
-      Edits::Edit edit{Edits::EditId("edit")};
-      TestSupport::SetOneEntry(edit.Metadata(), "of the edit");
-      ASSERT_TRUE(edits.Save(edit, true));
-      for (const char* id : {"first", "second"}) {
-        Edits::Sequence sequence = MakeSequence(id);
-        Edits::Database::SequenceEncapsulated row(sequence);
-        row.editFk = edit.ObjectId();
-        ASSERT_TRUE(sequences.Save(row, true));
-        sequences.ReadMetadata(sequence);
-        sequences.ReadDapOperatorProfileTable(sequence);
-      }
-      edits.ReadMetadata(edit);
-      EXPECT_TRUE(sequences.Delete(Edits::SequenceId("first")) &&
-                  sequences.DeleteByServerId(ZuServerId(110)) && edits.Delete(edit));
-    }
-  }
-
-  void DeleteClips() {
-    MediaAsset clip;
-    ASSERT_TRUE(assets.GetObject(assets.GetObjectIdFromIdentifier(MediaAssetId("one")), clip));
-    EXPECT_TRUE(assets.Delete(clip));
-    EXPECT_TRUE(assets.Delete(assets.GetObjectIdFromIdentifier(MediaAssetId("two"))));
-    EXPECT_TRUE(angles.Delete(MediaAssetGroupId("group")));
-    EXPECT_TRUE(assets.DeleteByServerId(ZuServerId(110)));
   }
 
   // Clips up to a number of them, each on a server of its own, and a group for every fourth.
@@ -145,74 +55,18 @@ class QueryPlanTest : public TestSupport::StoredGroups {
   }
   static ZuServerId ServerOf(int number) { return ZuServerId(1000 + 10 * number); }
 
-  std::set<std::string> texts;
-
  private:
-  static int Trace(unsigned event, void* context, void* statement, void*) {
+  static int Trace(unsigned, void* context, void* statement, void*) {
     auto& self = *static_cast<QueryPlanTest*>(context);
     auto* running = static_cast<sqlite3_stmt*>(statement);
     const std::string text = sqlite3_sql(running);
-    if (event == SQLITE_TRACE_STMT) {
-      self.texts.insert(text);
-    } else if (!IsOfFullTextIndex(text)) {
-      self.steps += sqlite3_stmt_status(running, SQLITE_STMTSTATUS_VM_STEP, 1);
-    }
+    if (!IsOfFullTextIndex(text)) self.steps += sqlite3_stmt_status(running, SQLITE_STMTSTATUS_VM_STEP, 1);
     return 0;
   }
 
   int64_t steps = 0;
   int filled = 0;
 };
-
-TEST_F(QueryPlanTest, NoQueryWalksATableWhereItCanSearchByKey) {
-  SaveAndReadClips();
-  SaveReadAndDeleteEdits();
-  DeleteClips();
-
-  // What may be walked: the notes of what has changed since the last clean-up, which are no longer than that;
-  // a constant row; the full-text index, by the row that the other side of the join gives.
-  const std::regex allowed(
-      "SCAN (temp\\.)?(Unlinked\\w+|Known\\w+|sqlite_master|CONSTANT ROW|\\d+ CONSTANT ROWS"
-      "|MediaAssetFts VIRTUAL TABLE INDEX 0:=.*)");
-  // The first clean-up of a connection knows nothing yet, and has to look at all shared rows.
-  const std::regex looksAtAll(
-      "DELETE FROM (MediaResource|Track|MediaAssetGroup) WHERE NOT \\(key IN \\(SELECT .*\\)\\)");
-  int lookingAtAll = 0;
-  for (const std::string& text : texts) {
-    if (std::regex_match(text, looksAtAll)) {
-      ++lookingAtAll;
-      continue;
-    }
-    for (const std::string& scan : ScansOf(text))
-      EXPECT_TRUE(std::regex_match(scan, allowed)) << scan << "\n  in: " << text;
-  }
-  EXPECT_EQ(lookingAtAll, 3);
-  // Each table is written, read by its owner and cleared by it.
-  EXPECT_GT(texts.size(), 100U);
-}
-
-TEST_F(QueryPlanTest, ASearchWalksWhatTheFullTextIndexFinds) {
-  FillUpTo(50);
-  texts.clear();
-  for (const char* order : {"MediaAssetFts.rank", "MediaAsset.name"}) {
-    const auto query = database.NewQuery();
-    query->Match("MediaAssetFts", "first").Equals("assetType", 0).OrderByAsc(order);
-    const auto cursor = assets.OpenObjectCursor(*query);
-    cursor->Next();
-    cursor->GetTotalItemsCount();
-  }
-  int searches = 0;
-  for (const std::string& text : texts) {
-    if (text.find(" MATCH ") == std::string::npos) continue;
-    ++searches;
-    const std::vector<std::string> scans = ScansOf(text);
-    ASSERT_EQ(scans.size(), 1U) << text;
-    EXPECT_TRUE(std::regex_match(scans[0], std::regex("SCAN MediaAssetFts VIRTUAL TABLE INDEX \\d+:M2")))
-        << scans[0] << "\n  in: " << text;
-  }
-  // The count is the same whatever the order.
-  EXPECT_EQ(searches, 3);
-}
 
 TEST_F(QueryPlanTest, TheStepsOfAJobDoNotGrowWithTheFile) {
   const auto stepsOfJobs = [this](int number) {

@@ -89,22 +89,6 @@ TEST_F(OnlineCopyTest, CopiesStepByStepAndTellsHowFarItHasCome) {
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
-TEST_F(OnlineCopyTest, CopiesFromMemoryInWalModeAndInsideAReading) {
-  DatabaseSqlite memory(":memory:", nullptr);
-  memory.Open();
-  EXPECT_TRUE(memory.ExecuteStatement("CREATE TABLE A (x); CREATE TABLE Sums (total)"));
-  EXPECT_TRUE(memory.Backup(directory.File("of memory.db")));
-  EXPECT_EQ(Value(db, "PRAGMA journal_mode = wal"), "wal");
-  EXPECT_TRUE(db.ExecuteStatement("DELETE FROM A WHERE x > 500; UPDATE Sums SET total = 500"));
-  const ReadGuard reading(db);
-  EXPECT_EQ(Total(db), "500/500");
-  DatabaseSqlite other(path, nullptr);
-  other.Open();
-  EXPECT_TRUE(other.ExecuteStatement("DELETE FROM A WHERE x > 400; UPDATE Sums SET total = 400"));
-  EXPECT_TRUE(db.Backup(directory.File("of wal.db")));
-  EXPECT_EQ(TotalOfCopy("of wal.db"), "500/500");
-}
-
 TEST_F(OnlineCopyTest, LeavesNothingWhenItIsStopped) {
   EXPECT_FALSE(db.Backup(directory.File("copy.db"), [](int32_t, int32_t) { return false; }));
   EXPECT_FALSE(

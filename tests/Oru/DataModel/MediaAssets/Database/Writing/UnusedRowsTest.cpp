@@ -69,17 +69,6 @@ TEST_F(UnusedRowsTest, ARollbackOfTheFirstDeletionTakesBackWhatItBegan) {
   EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(UnusedRowsTest, AReadingGoesOnOverTheFirstDeletionOfAConnection) {
-  for (int i = 0; i < 20; ++i)
-    Store("m" + std::to_string(i), "r1", "t" + std::to_string(i));
-  const auto cursor = assets.OpenObjectCursor();
-  MediaAsset asset;
-  int read = 0;
-  for (; cursor->Next(asset); ++read)
-    ASSERT_TRUE(read != 5 || Delete("m19"));
-  EXPECT_EQ(read, 19);
-}
-
 TEST_F(UnusedRowsTest, ALockedOrClosedDatabaseIsRefusedWithoutAnException) {
   Store("m1", "r1", "t1");
   ASSERT_TRUE(assets.CleanUpDependentData());
@@ -102,17 +91,6 @@ TEST_F(UnusedRowsTest, ALockedOrClosedDatabaseIsRefusedWithoutAnException) {
   EXPECT_TRUE(log.Contains("closed database"));
   database.Open();
   EXPECT_TRUE(assets.CleanUpDependentData());
-}
-
-TEST_F(UnusedRowsTest, SavesOfAGroupDoNotPileUpNotes) {
-  Store("m1", "r1", "t1");
-  ASSERT_TRUE(assets.CleanUpDependentData());
-  MediaAssetGroup group(MediaAssetGroupId("g1"), "");
-  group.Items().push_back(
-      std::make_shared<AnglesMediaAssetGroupItem>("", MediaAssetReference(MediaAssetId("m1"))));
-  for (int i = 0; i < 50; ++i)
-    ASSERT_TRUE(database.GetMediaAssetGroupTable().Save(group));
-  EXPECT_EQ(TestSupport::Value(database, "SELECT count(*) FROM temp.UnlinkedMediaAssetGroup"), "1");
 }
 
 // Each thread deletes through a table of its own while others do and one saves groups, begins and ends
