@@ -2,7 +2,7 @@
 
 #include "support/Changes.h"
 #include "support/EditFields.h"
-#include "support/EnumerationTable.h"
+#include "support/EnumerationNames.h"
 
 #include <gtest/gtest.h>
 
@@ -13,14 +13,15 @@ namespace Oru::BusinessEntityModel::Edits {
 namespace {
 
 using TestSupport::ExpectEachChangeCounts;
-using TestSupport::ExpectEnumeration;
 using TestSupport::ExpectEveryFieldCounts;
 
 // The numbers are in stored files.
 TEST(EditEntitiesTest, StoredEnumerations) {
-  ExpectEnumeration<DapOperatorTimecodeRegen::Continuity>("Sequence Blocks");
-  ExpectEnumeration<DapOperatorTimecodeRegen::Reference>("Reference Tod User");
-  ExpectEnumeration<DapOperatorTimecodeRegen::Output>("AtcVitc AtcLtc Both");
+  using Regen = DapOperatorTimecodeRegen;
+  using TestSupport::CheckedNames;
+  EXPECT_EQ(
+      CheckedNames<Regen::Continuity>() + CheckedNames<Regen::Reference>() + CheckedNames<Regen::Output>(),
+      "Sequence Blocks \nReference Tod User \nAtcVitc AtcLtc Both \n");
 }
 
 TEST(EditEntitiesTest, EveryFieldCountsAndACopyOwnsWhatItHolds) {

@@ -115,44 +115,6 @@ TEST_F(TableSqliteTest, TheKeyIsThatOfTheRowWhateverTriggersInsertBeside) {
   EXPECT_EQ(Value(db, "SELECT count(*) FROM Search WHERE Search MATCH 'note'"), "5");
 }
 
-TEST_F(TableSqliteTest, NeedsADatabaseAndTakesOneLaterOrAnother) {
-  NoteTable late;
-  Note note{-1, "a", {}};
-  QuerySqlite query;
-  ObjectCursorSqlite<Note, Note> cursor;
-  RawCursorSqlite rawCursor;
-  const std::function<void()> uses[] = {
-      [&] { late.GetDatabase(); },
-      [&] { late.Create(); },
-      [&] { late.Save(note); },
-      [&] { late.Update(note, true); },
-      [&] { late.Delete(note); },
-      [&] { late.DeleteAll(); },
-      [&] { late.GetLastObjectId(); },
-      [&] { late.GetObject(1, note); },
-      [&] { late.Exists(1); },
-      [&] { late.OpenObjectCursor(); },
-      [&] { late.OpenObjectCursor(query); },
-      [&] { late.OpenRawCursor(); },
-      [&] { late.OpenRawCursor(query); },
-      [&] { late.OpenObjectCursor(cursor); },
-      [&] { late.OpenRawCursor(rawCursor, query); },
-  };
-  for (const auto& use : uses)
-    EXPECT_THROW(use(), ArgumentException);
-  DatabaseSqlite another(":memory:", log.Stream());
-  another.Open();
-  late.SetCreate(NoteTable::CreateText);
-  for (DatabaseSqlite* database : {&db, &another}) {
-    late.AttatchToDatabase(*database);
-    if (database == &another) late.Create();
-    note.key = -1;
-    EXPECT_TRUE(late.Save(note));
-    EXPECT_EQ(note.key, 1);
-  }
-  EXPECT_EQ(Weights(), "a-");
-}
-
 TEST_F(TableSqliteTest, OpensCursorsNewAndAgainOverAllRowsOrTheQuerys) {
   for (int i = 0; i < 10; ++i)
     Saved(std::string(1, static_cast<char>('a' + i)), i);

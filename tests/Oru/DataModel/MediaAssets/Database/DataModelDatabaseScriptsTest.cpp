@@ -2,12 +2,12 @@
 
 #include "support/CapturedLog.h"
 #include "support/SqlValues.h"
+#include "support/StoredHash.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -28,16 +28,13 @@ class DataModelDatabaseScriptsTest : public testing::Test {
 // The tables with their columns and constraints, the full-text index with its triggers, the indexes: all of it is part
 // of the format of the file, and so is each change. Without the inner tables of the full-text index and SQLite's own.
 TEST_F(DataModelDatabaseScriptsTest, TheSchemaIsThatOfStoredFiles) {
-  uint64_t hash = 14695981039346656037U;
   std::string schema;
   for (const std::string& sql :
        Column(database,
               "SELECT sql || char(10) FROM sqlite_master WHERE sql IS NOT NULL AND name NOT"
               " LIKE 'MediaAssetFts\\_%' ESCAPE '\\' AND name NOT LIKE 'sqlite%'"))
     schema += sql;
-  for (const char c : schema)
-    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
-  EXPECT_EQ(hash, 15045265105832530341U) << schema;
+  EXPECT_EQ(TestSupport::StoredHash(schema), 15045265105832530341U) << schema;
   EXPECT_EQ(Value(database, "SELECT count(*) FROM sqlite_temp_master"), "0");
   EXPECT_EQ(Value(database, "PRAGMA foreign_keys"), "1");
 }

@@ -118,4 +118,23 @@ TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
   EXPECT_EQ(Count("DapOperatorKeywords"), 2);
 }
 
+TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAlsoAfterASaveThatBoundIt) {
+  MediaAsset child{MediaAssetId("child")}, orphan{MediaAssetId("orphan")};
+  child.Ancestor(MediaAssetId("grandparent"));
+  child.Parent(MediaAssetId("parent"));
+  const std::string references = "SELECT group_concat(quote(ancestor) || quote(parent)) FROM MediaAsset";
+  ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
+  EXPECT_EQ(Value(references), "'grandparent''parent',NULLNULL");
+  // The same by update, each behind the other.
+  ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
+  EXPECT_EQ(Value(references), "'grandparent''parent',NULLNULL");
+  child.Parent({});
+  ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
+  EXPECT_EQ(Value(references), "'grandparent'NULL,NULLNULL");
+
+  child.Parent(MediaAssetId("kept"));
+  ASSERT_TRUE(assets.GetObject(child.ObjectId(), child));
+  EXPECT_EQ(child.Ancestor().Id().Value() + child.Parent().Id().Value(), "grandparentkept");
+}
+
 }  // namespace Oru::DataModel::MediaAssets::Database
