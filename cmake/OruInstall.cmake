@@ -1,6 +1,6 @@
-# What `cmake --install` puts down: headers, libraries, a CMake package and pkg-config files, in two
-# components: `runtime` (what a program needs to run) and `dev` (what one needs to build). All of it
-# may be moved to another prefix afterwards.
+# What `cmake --install` puts down of the libraries: headers, libraries, a CMake package and pkg-config files, in two
+# components: `runtime` (what a program needs to run) and `dev` (what one needs to build). The programs of tools/ are a
+# third one, `tools`. All of it may be moved to another prefix afterwards.
 include(CMakePackageConfigHelpers)
 
 set(ORU_LIBRARIES

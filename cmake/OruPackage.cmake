@@ -1,9 +1,13 @@
-# Debian packages by `cpack -G DEB`: liboru<SOVERSION> to run programs, liboru-dev to build them.
+# Debian packages by `cpack -G DEB`: liboru<SOVERSION> to run programs, liboru-dev to build them, and oru-tools with the
+# programs of tools/, where they are built.
 set(CPACK_PACKAGE_VENDOR "Oru")
 set(CPACK_PACKAGE_CONTACT "Oru developers <developers@oru.invalid>")
 set(CPACK_PACKAGE_NAME liboru)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime dev)
+if(TARGET oru-catalogue)
+  list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 
@@ -19,5 +23,12 @@ set(CPACK_DEBIAN_DEV_PACKAGE_NAME liboru-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "liboru${ORU_SOVERSION} (= ${PROJECT_VERSION})")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "Headers and build files: ${PROJECT_DESCRIPTION}")
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME oru-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION video)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "liboru${ORU_SOVERSION} (= ${PROJECT_VERSION})")
+set(CPACK_COMPONENT_TOOLS_DESCRIPTION
+  "oru-catalogue, which catalogues media files: ${PROJECT_DESCRIPTION}")
 
 include(CPack)

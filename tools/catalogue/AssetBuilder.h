@@ -18,6 +18,7 @@ namespace Profiles {
 inline constexpr char general[] = "oru.catalogue.general";
 inline constexpr char file[] = "oru.catalogue.file";
 inline constexpr char essence[] = "oru.catalogue.essence";
+inline constexpr char sequence[] = "oru.catalogue.sequence";
 }  // namespace Profiles
 
 /// The identity of the clip in a file: ten letters and digits, always the same for the same path.

@@ -10,6 +10,7 @@
 #include <ctime>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace Catalogue {
 
@@ -21,13 +22,24 @@ ClipStore::ClipStore(const std::string& file, const std::shared_ptr<std::ostream
   mDatabase.Open();
 }
 
-ClipStore::Outcome ClipStore::Put(MediaAsset& clip) {
+ClipStore::Added ClipStore::Add(std::vector<MediaAsset>& clips) {
+  Added added;
   Oru::Common::Databases::Sqlite::TransactionGuard transaction(mDatabase);
-  std::optional<MediaAsset> stored = mClips.Find(clip.Id());
-  if (stored) TakeFromFile(*stored, clip);
-  mClips.Put(stored ? *stored : clip);
+  for (MediaAsset& clip : clips) {
+    std::optional<MediaAsset> stored = mClips.Find(clip.Id());
+    added.outcomes.push_back(stored ? Outcome::Updated : Outcome::Added);
+    if (!stored) continue;
+    TakeFromFile(*stored, clip);
+    clip = std::move(*stored);
+  }
+  added.refused = mClips.PutAll(clips);
   transaction.Commit();
-  return stored ? Outcome::Updated : Outcome::Added;
+  for (size_t n = 0; n < clips.size(); ++n) {
+    const bool isRefused = std::any_of(added.refused.begin(), added.refused.end(),
+                                       [&](const auto& refused) { return refused.id == clips[n].Id(); });
+    if (isRefused) added.outcomes[n] = Outcome::Refused;
+  }
+  return added;
 }
 
 MediaAssets::MediaAsset ClipStore::Find(const std::string& idOrName, MediaAssetParts parts) {

@@ -10,6 +10,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace Catalogue {
 
@@ -19,7 +20,13 @@ class ClipStore {
   using MediaAsset = Oru::DataModel::MediaAssets::MediaAsset;
   using MediaAssetParts = Oru::DataModel::MediaAssets::MediaAssetParts;
 
-  enum class Outcome { Added, Updated };
+  enum class Outcome { Added, Updated, Refused };
+
+  struct Added {
+    /// One a clip.
+    std::vector<Outcome> outcomes;
+    std::vector<Oru::DataModel::MediaAssets::Database::NotStored> refused;
+  };
 
   /// Opens the file, and makes it if it isn't there.
   /// @param log  where the database writes what SQLite refused
@@ -30,8 +37,9 @@ class ClipStore {
   Oru::DataModel::MediaAssets::Database::MediaAssetGroupRepository& Groups() { return mGroups; }
   Oru::BusinessEntityModel::Edits::Database::EditRepository& Edits() { return mEdits; }
 
-  /// Stores what a media file says. Of a clip that is stored already, all that people have added stays.
-  Outcome Put(MediaAsset& clip);
+  /// Stores what media files say, in one transaction. Of a clip that is stored already, all that people have added
+  /// stays. A clip that can't be stored costs itself alone.
+  Added Add(std::vector<MediaAsset>& clips);
 
   /// The one clip whose identifier begins with the text, or whose name is the text.
   /// @throws std::runtime_error if there is none, or several

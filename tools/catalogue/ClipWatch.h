@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ClipStore.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace Catalogue {
+
+/// What other processes do to the clips of a catalogue, seen by comparing keys and dates.
+///
+/// Dates count seconds: of several changes of a clip within one second, only those are seen that were there when the
+/// clips were compared.
+class ClipWatch {
+ public:
+  struct Change {
+    enum class Kind { New, Changed, Gone };
+    Kind kind;
+    std::string id;
+    std::string name;
+  };
+
+  /// What is stored by now is no change.
+  explicit ClipWatch(ClipStore& store);
+
+  /// What has changed since the last call, in the order of the keys, those that are gone last.
+  std::vector<Change> Changes();
+  size_t Count() const { return mSeen.size(); }
+
+ private:
+  struct Seen {
+    std::string id;
+    std::string name;
+    int64_t modified = 0;
+
+    bool operator==(const Seen& other) const {
+      return id == other.id && name == other.name && modified == other.modified;
+    }
+  };
+
+  std::map<int64_t, Seen> Read();
+
+  ClipStore& mStore;
+  std::map<int64_t, Seen> mSeen;
+};
+
+}  // namespace Catalogue
