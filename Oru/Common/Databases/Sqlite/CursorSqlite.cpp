@@ -4,6 +4,7 @@
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
+#include "Oru/Common/Databases/Sqlite/Connection/StatementDeadline.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
@@ -164,6 +165,7 @@ bool CursorSqlite::Step(const ConnectionLock&) {
   // SQLite would start over: https://sqlite.org/c3ref/step.html
   if (mPosition == Position::BehindRows) return false;
   DatabaseSqlite& db = GetDatabase();
+  const StatementDeadline::Scope scope(*db.mDeadline);
   const char* refusal = mPosition == Position::OnRow ? nullptr : db.Refusal(mPrepared->IsReadOnly());
   const int code = refusal ? SQLITE_ERROR : StepOnce();
   if (code == SQLITE_ROW) return true;

@@ -9,6 +9,8 @@
 #include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
 #include "Oru/Common/Databases/Sqlite/Connection/SchemaWatch.h"
+#include "Oru/Common/Databases/Sqlite/Connection/StatementDeadline.h"
+#include "Oru/Common/Databases/Sqlite/Connection/VfsLibrary.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
@@ -44,7 +46,8 @@ DatabaseSqlite::DatabaseSqlite(const std::string& connection, const std::shared_
       mHasConnection(!connection.empty()),
       mStatements(std::make_unique<StatementCache>()),
       mCursors(std::make_unique<OpenCursors>()),
-      mSavepoints(std::make_unique<Savepoints>()) {}
+      mSavepoints(std::make_unique<Savepoints>()),
+      mDeadline(std::make_unique<StatementDeadline>()) {}
 
 DatabaseSqlite::DatabaseSqlite(const std::shared_ptr<std::ostream>& log)
     : DatabaseSqlite(std::string(), log) {}
@@ -77,15 +80,14 @@ void DatabaseSqlite::Open() {
   sqlite3_extended_result_codes(mHandle, 1);
 
   mBusyTimeout = connection.busyTimeout;
-  sqlite3_busy_timeout(mHandle, mBusyTimeout);
+  mDeadline->Attach(mHandle, connection.statementTimeout, mBusyTimeout);
   // Not by the pragma, which a transaction of another process could keep from running.
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
   // The same text has the same plan whatever its values: SQLite would prepare a statement with a LIKE again
   // for each of them. https://sqlite.org/queryplanner-ng.html#qpstab
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
-  mSchemaWatch = std::make_unique<SchemaWatch>(mHandle);
   // The first reads tell whether the file is a database at all.
-  if (!mSchemaWatch->Begin() || !RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
+  if (!BeginWatch() || !RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
       !Configure("journal_mode", connection.journalMode) ||
       !Configure("synchronous", connection.synchronous)) {
     Fail(ErrorText());
@@ -94,6 +96,12 @@ void DatabaseSqlite::Open() {
   if (!version) Fail(ErrorText());
   mReportedVersion = *version;
   if (mTeller) mTeller->Attach(mHandle);
+}
+
+bool DatabaseSqlite::BeginWatch() {
+  const StatementDeadline::Scope scope(*mDeadline);
+  mSchemaWatch = std::make_unique<SchemaWatch>(mHandle);
+  return mSchemaWatch->Begin();
 }
 
 bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
@@ -121,6 +129,7 @@ void DatabaseSqlite::Close() {
   mInTransaction = false;
   mIsReading = false;
   mHasLackedMemory = false;
+  mDeadline->Detach();
   // What is left are statements that somebody made on the handle itself. The connection goes for good once
   // they are finalised; until then the file stays in use, and that must not go unnoticed.
   if (sqlite3_close(mHandle) != SQLITE_OK) {
@@ -401,6 +410,7 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
 // Runs a statement to its end; gives why that failed, empty for success.
 std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
   const ConnectionLock lock(*this);
+  const StatementDeadline::Scope scope(*mDeadline);
   if (const char* refusal = Refusal(sqlite3_stmt_readonly(statement) != 0)) return refusal;
   const bool wasInTransaction = IsInTransaction();
   int code = SQLITE_OK;
@@ -420,6 +430,7 @@ std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
 }
 
 bool DatabaseSqlite::RunPlain(const char* statement) {
+  const StatementDeadline::Scope scope(*mDeadline);
   const int code = sqlite3_exec(mHandle, statement, nullptr, nullptr, nullptr);
   NoteFailure(code);
   return code == SQLITE_OK;
@@ -526,6 +537,7 @@ bool DatabaseSqlite::HasChanged() {
   std::string error = "the database is not open";
   if (IsOpen()) {
     const ConnectionLock lock(*this);
+    const StatementDeadline::Scope scope(*mDeadline);
     if (const std::optional<int64_t> version = mSchemaWatch->DataVersion())
       return std::exchange(mReportedVersion, *version) != *version;
     error = sqlite3_errmsg(mHandle);
@@ -539,6 +551,15 @@ bool DatabaseSqlite::TuneForThreads() {
   static bool isTuned = false;
   if (!isTuned) isTuned = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
   return isTuned;
+}
+
+void DatabaseSqlite::Interrupt() {
+  mDeadline->Interrupt();
+}
+
+void DatabaseSqlite::LoadVfs(const std::string& library) {
+  const std::string fault = VfsLibrary::Load(library);
+  if (!fault.empty()) throw NotSupportedException(fault.c_str(), __FILE__, __LINE__);
 }
 
 std::string DatabaseSqlite::ErrorText() const {

@@ -24,12 +24,16 @@ class OpenCursors;
 class Savepoints;
 class SchemaWatch;
 class StatementCache;
+class StatementDeadline;
 
 /// A connection to one SQLite file.
 ///
 /// The connection text is a path or a SQLite URI (`file:clips.db?mode=ro`). Options of this library ride in
 /// the URI:
 ///   - `_busy_timeout`: milliseconds that a statement waits for another connection's lock, 5000 without it;
+///   - `_statement_timeout`: milliseconds, at least 1, that a statement may take until its next row or its end, waits
+///     for locks among them; no limit without it. A statement that takes longer fails (`interrupted`, or `database is
+///     locked`). One that writes then rolls back its transaction. `CheckIntegrity` and `Backup` have no limit;
 ///   - `_journal_mode`: `delete`, `truncate`, `persist`, `wal`, `memory` or `off`;
 ///   - `_synchronous`: `off`, `normal`, `full` or `extra`.
 /// Without them SQLite's defaults hold. Foreign keys are always enforced.
@@ -38,7 +42,7 @@ class StatementCache;
 /// again after the next `Open`.
 ///
 /// Threads: opening, closing and destroying a database belong to one thread, while no other uses it; all else
-/// may be called from several threads at once. A transaction is the connection's, and so is everything that
+/// may be called from several threads at once, and `Interrupt` at any time. A transaction is the connection's, and so is everything that
 /// any thread does on it meanwhile.
 class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
  public:
@@ -169,6 +173,25 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// @return false when it is too late, as SQLite is in use already; nothing has changed then
   static bool TuneForThreads();
 
+  /// Ends the statements that run on the connection now: they fail (`interrupted`), and one that writes rolls back its
+  /// transaction. Without a running statement nothing happens, and later statements aren't touched. May be called from
+  /// any thread at any time, while another thread opens or closes the database too.
+  ///
+  /// SQLite looks for it between the instructions of a statement. So it ends neither a call of the file system or VFS
+  /// that hangs nor a wait for a lock, which lasts as long as the busy timeout; with `_statement_timeout` such a wait
+  /// ends as well. An opening may hang before SQLite runs a statement. A program that must answer calls from another
+  /// thread what may hang.
+  void Interrupt();
+
+  /// Loads an extension of SQLite that brings a VFS, for files whose connection text names that (`?vfs=`). It stays
+  /// loaded up to the end of the process, and the default VFS stays what it is. A second call for the same library does
+  /// nothing. The library's code runs in this process: load only what you trust.
+  ///
+  /// Threads: may be called from any; not while another thread registers a VFS by other means.
+  /// @param library  a path, or a name that the system's loader finds; the ending `.so` may be left out
+  /// @throws NotSupportedException, with the reason, when the library can't be loaded or brings no new VFS
+  static void LoadVfs(const std::string& library);
+
   /// Whether the file can only be read, by its options or by its permissions; false on a closed database.
   bool IsReadOnly() const;
   /// How many milliseconds a statement waits for another connection's lock.
@@ -199,6 +222,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   void Fail(const std::string& message);
   void KeepLastFailure(const std::string& message) noexcept;
   std::string WhyNoBackup();
+  bool BeginWatch();
   bool Configure(const char* pragma, const std::string& value);
   bool RunAll(std::string_view text);
   bool RunFirst(std::string_view& text, const std::vector<StatementValue>& values);
@@ -244,6 +268,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   std::unique_ptr<StatementCache> mStatements;
   std::unique_ptr<OpenCursors> mCursors;
   std::unique_ptr<Savepoints> mSavepoints;
+  const std::unique_ptr<StatementDeadline> mDeadline;
   // Null while nobody listens; read and changed only with the handle locked.
   mutable std::shared_ptr<ChangeTeller> mTeller;
   // How many ConnectionLocks there are, all of one thread.

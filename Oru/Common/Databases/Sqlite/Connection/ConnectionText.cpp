@@ -41,13 +41,16 @@ bool IsOneOf(const std::string& value, const std::array<std::string_view, N>& va
   return std::find(values.begin(), values.end(), value) != values.end();
 }
 
+bool TakeNumber(const std::string& value, int min, int& result) {
+  const char* end = value.data() + value.size();
+  const auto [stop, error] = std::from_chars(value.data(), end, result);
+  return error == std::errc() && stop == end && result >= min;
+}
+
 // False for an option that is unknown or whose value is bad.
 bool Take(const std::string& name, const std::string& value, ConnectionText& result) {
-  if (name == "_busy_timeout") {
-    const char* end = value.data() + value.size();
-    const auto [stop, error] = std::from_chars(value.data(), end, result.busyTimeout);
-    return error == std::errc() && stop == end && result.busyTimeout >= 0;
-  }
+  if (name == "_busy_timeout") return TakeNumber(value, 0, result.busyTimeout);
+  if (name == "_statement_timeout") return TakeNumber(value, 1, result.statementTimeout.emplace());
   if (name == "_journal_mode") {
     result.journalMode = value;
     return IsOneOf(value, JournalModes);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -9,6 +10,8 @@ namespace Oru::Common::Databases::Sqlite {
 struct ConnectionText {
   /// Milliseconds that a statement waits for another connection's lock; option `_busy_timeout`.
   int busyTimeout = 5000;
+  /// Milliseconds that a statement may take; option `_statement_timeout`, without it no limit.
+  std::optional<int> statementTimeout;
   /// The pragma values asked for, empty for SQLite's defaults; options `_journal_mode` and `_synchronous`.
   std::string journalMode;
   std::string synchronous;

@@ -16,6 +16,8 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -74,9 +76,11 @@ TEST_F(DatabaseSqliteTest, OptionsOfTheConnectionTextReachTheConnection) {
 }
 
 TEST_F(DatabaseSqliteTest, BadOptionsAreRefusedByName) {
-  for (const std::string option : {"_busy_timeout=", "_busy_timeout", "_busy_timeout=-1", "_busy_timeout=5s",
-                                   "_busy_timeout=99999999999", "_journal_mode=on", "_journal_mode=",
-                                   "_synchronous=2", "_synchronous=full;", "_timeout=5", "_=1"}) {
+  for (const std::string option :
+       {"_busy_timeout=", "_busy_timeout", "_busy_timeout=-1", "_busy_timeout=5s",
+        "_busy_timeout=99999999999", "_statement_timeout=0", "_statement_timeout=-5",
+        "_statement_timeout=", "_statement_timeout=1s", "_journal_mode=on",
+        "_journal_mode=", "_synchronous=2", "_synchronous=full;", "_timeout=5", "_=1"}) {
     DatabaseSqlite other("file:" + directory.File("new.db") + "?mode=rwc&" + option, log.Stream());
     EXPECT_THROW(other.Open(), ArgumentException) << option;
     EXPECT_FALSE(other.IsOpen());
@@ -285,6 +289,100 @@ TEST_F(DatabaseSqliteTest, ReportsWhetherAnotherConnectionHasCommitted) {
   }
   db.Close();
   EXPECT_THROW(db.HasChanged(), InvalidOperationException);
+}
+
+// A row, and then no other before a very long time has passed.
+constexpr const char* endless =
+    "WITH RECURSIVE n(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM n) SELECT x FROM n WHERE x = 1 OR x < 0";
+
+TEST_F(DatabaseSqliteTest, AStatementEndsAtItsTimeoutAndAWriteRollsBack) {
+  DatabaseSqlite limited("file:" + path + "?_statement_timeout=50&_busy_timeout=600000", log.Stream());
+  limited.Open();
+  EXPECT_FALSE(limited.ExecuteStatement(endless));
+  EXPECT_EQ(limited.LastFailure(), "interrupted");
+  CursorSqlite cursor(limited, endless);
+  EXPECT_TRUE(cursor.Step());
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  EXPECT_EQ(Value(limited, "SELECT 1"), "1") << "the time of another cursor's owner is not the statement's";
+  EXPECT_THROW(cursor.Step(), InvalidOperationException);
+
+  limited.BeginTransaction();
+  EXPECT_TRUE(limited.ExecuteStatement("INSERT INTO A VALUES (1, NULL)"));
+  EXPECT_FALSE(limited.ExecuteStatement("INSERT INTO A SELECT x, NULL FROM (" + std::string(endless) + ")"));
+  EXPECT_THROW(limited.EndTransaction(true), InvalidOperationException);
+  EXPECT_EQ(Count(), "0");
+
+  db.BeginTransaction();
+  const auto begin = std::chrono::steady_clock::now();
+  EXPECT_FALSE(limited.ExecuteStatement("INSERT INTO A VALUES (2, NULL)"));
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(60))
+      << "the wait for the lock counts";
+  EXPECT_EQ(limited.LastFailure(), "database is locked");
+  db.EndTransaction(false);
+  EXPECT_TRUE(limited.ExecuteStatement("INSERT INTO A VALUES (2, NULL)"));
+}
+
+TEST_F(DatabaseSqliteTest, AnotherThreadInterruptsWhatRunsAndNothingElse) {
+  db.Interrupt();
+  EXPECT_TRUE(db.ExecuteStatement("INSERT INTO A VALUES (1, NULL)"));
+  DatabaseSqlite blocking(path, log.Stream());
+  blocking.Open();
+  blocking.BeginTransaction();
+  DatabaseSqlite waiting("file:" + path + "?_busy_timeout=600000&_statement_timeout=600000", log.Stream());
+  waiting.Open();
+
+  std::atomic<bool> isOver{false};
+  std::thread other([&] {
+    while (!isOver) {
+      db.Interrupt();
+      waiting.Interrupt();
+      std::this_thread::yield();
+    }
+  });
+  EXPECT_FALSE(db.ExecuteStatement(endless));
+  EXPECT_EQ(db.LastFailure(), "interrupted");
+  EXPECT_FALSE(waiting.ExecuteStatement("DELETE FROM A"));
+  EXPECT_THAT(waiting.LastFailure(), testing::AnyOf("database is locked", "interrupted"));
+  for (int i = 0; i < 300; ++i) {
+    db.Close();
+    try {
+      db.Open();
+    } catch (const NotSupportedException&) {
+      // Its first reads may be interrupted as well.
+    }
+  }
+  isOver = true;
+  other.join();
+  db.Interrupt();
+  if (!db.IsOpen()) db.Open();
+  EXPECT_EQ(Count(), "1");
+}
+
+TEST_F(DatabaseSqliteTest, LoadsAVfsOnceAndSaysWhyItCant) {
+  const auto reasonOf = [](const std::string& library) -> std::string {
+    try {
+      DatabaseSqlite::LoadVfs(library);
+    } catch (const NotSupportedException& failure) {
+      return failure.what();
+    }
+    return {};
+  };
+  const std::string connection = "file:" + path + "?vfs=loadable-test-vfs";
+  DatabaseSqlite through(connection, log.Stream());
+  EXPECT_THROW(through.Open(), NotSupportedException);
+  EXPECT_THAT(reasonOf(directory.File("missing.so")), HasSubstr("cannot open shared object file"));
+  EXPECT_THAT(reasonOf(""), HasSubstr("undefined symbol"));
+  EXPECT_THAT(reasonOf("libm.so.6"), HasSubstr("undefined symbol"));
+  sqlite3_vfs* const defaultVfs = sqlite3_vfs_find(nullptr);
+  EXPECT_EQ(reasonOf(LOADABLE_VFS), "");
+  EXPECT_EQ(reasonOf(LOADABLE_VFS), "");
+  EXPECT_EQ(sqlite3_vfs_find(nullptr), defaultVfs);
+  through.Open();
+  EXPECT_EQ(Value(through, "SELECT count(*) FROM A"), "0");
+
+  const std::string copy = directory.File("copy.so");
+  std::filesystem::copy(LOADABLE_VFS, copy);
+  EXPECT_THAT(reasonOf(copy), HasSubstr("brings no VFS"));
 }
 
 TEST_F(DatabaseSqliteTest, ALogEntryIsOneWholeLine) {
