@@ -86,6 +86,7 @@ void DatabaseSqlite::Open() {
   // The same text has the same plan whatever its values: SQLite would prepare a statement with a LIKE again
   // for each of them. https://sqlite.org/queryplanner-ng.html#qpstab
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
+  KeepTemporaryFilesLocal();
   // The first reads tell whether the file is a database at all.
   if (!BeginWatch() || !RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
       !Configure("journal_mode", connection.journalMode) ||
@@ -96,6 +97,14 @@ void DatabaseSqlite::Open() {
   if (!version) Fail(ErrorText());
   mReportedVersion = *version;
   if (mTeller) mTeller->Attach(mHandle);
+}
+
+// SQLite opens temporary files, as savepoints within a transaction need them, through the VFS of the file itself. One
+// for a distant place may have none, as that of Ceph; memory serves any: https://sqlite.org/tempfiles.html
+void DatabaseSqlite::KeepTemporaryFilesLocal() {
+  sqlite3_vfs* vfs = nullptr;
+  sqlite3_file_control(mHandle, "main", SQLITE_FCNTL_VFS_POINTER, &vfs);
+  if (vfs != sqlite3_vfs_find(nullptr)) RunPlain("PRAGMA temp_store = memory");
 }
 
 bool DatabaseSqlite::BeginWatch() {

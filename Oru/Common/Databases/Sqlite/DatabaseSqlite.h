@@ -36,7 +36,8 @@ class StatementDeadline;
 ///     locked`). One that writes then rolls back its transaction. `CheckIntegrity` and `Backup` have no limit;
 ///   - `_journal_mode`: `delete`, `truncate`, `persist`, `wal`, `memory` or `off`;
 ///   - `_synchronous`: `off`, `normal`, `full` or `extra`.
-/// Without them SQLite's defaults hold. Foreign keys are always enforced.
+/// Without them SQLite's defaults hold. With a VFS that isn't the default one, temporary tables and journals are kept in
+/// memory. Foreign keys are always enforced.
 ///
 /// Cursors and tables may outlive an opening: `Close` closes every cursor that is still open, and tables work
 /// again after the next `Open`.
@@ -222,6 +223,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   void Fail(const std::string& message);
   void KeepLastFailure(const std::string& message) noexcept;
   std::string WhyNoBackup();
+  void KeepTemporaryFilesLocal();
   bool BeginWatch();
   bool Configure(const char* pragma, const std::string& value);
   bool RunAll(std::string_view text);

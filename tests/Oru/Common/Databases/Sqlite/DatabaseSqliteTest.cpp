@@ -378,7 +378,12 @@ TEST_F(DatabaseSqliteTest, LoadsAVfsOnceAndSaysWhyItCant) {
   EXPECT_EQ(reasonOf(LOADABLE_VFS), "");
   EXPECT_EQ(sqlite3_vfs_find(nullptr), defaultVfs);
   through.Open();
-  EXPECT_EQ(Value(through, "SELECT count(*) FROM A"), "0");
+  through.BeginTransaction();
+  EXPECT_TRUE(through.ExecuteStatement(
+      "INSERT INTO A VALUES (1, NULL); SAVEPOINT s; UPDATE A SET x = 2; ROLLBACK TO s"))
+      << log.Text();
+  EXPECT_EQ(through.EndTransaction(true), 2);
+  EXPECT_EQ(Count(), "1");
 
   const std::string copy = directory.File("copy.so");
   std::filesystem::copy(LOADABLE_VFS, copy);
