@@ -1,5 +1,4 @@
-// Opens a file through a VFS that a loadable extension of SQLite brings, and tells what saves and reads cost
-// there.
+// Opens a file through a VFS that an extension of SQLite brings, and tells what commits and pages cost there.
 //
 //     scale_over_vfs CONNECTION CLIPS [EXTENSION]
 //
@@ -7,85 +6,77 @@
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-
-#include <sqlite3.h>
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include <chrono>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace Assets = Oru::DataModel::MediaAssets;
 namespace Sqlite = Oru::Common::Databases::Sqlite;
 using Assets::Database::DataModelDatabase;
+using Assets::Database::MediaAssetParts;
+using Assets::Database::MediaAssetRepository;
+using Assets::Database::MediaAssetSearch;
 
 namespace {
 
-// A VFS belongs to the process: whichever connection loads it, every later one may name it.
-bool LoadExtension(const char* file) {
-  sqlite3* connection = nullptr;
-  char* error = nullptr;
-  const bool loaded =
-      sqlite3_open(":memory:", &connection) == SQLITE_OK &&
-      sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 1, nullptr) == SQLITE_OK &&
-      sqlite3_load_extension(connection, file, nullptr, &error) == SQLITE_OK;
-  if (error != nullptr) std::cout << error << '\n';
-  sqlite3_free(error);
-  sqlite3_close(connection);
-  return loaded;
-}
-
-bool Save(DataModelDatabase& database, const std::string& id) {
-  Assets::MediaAsset clip(id);
+void Put(MediaAssetRepository& repository, const std::string& id) {
+  Assets::MediaAsset clip{Assets::MediaAssetId(id)};
   clip.Name("Clip " + id);
-  return database.GetMediaAssetTable().Save(clip);
-}
-
-bool Read(DataModelDatabase& database, const std::string& id) {
-  Assets::MediaAsset clip;
-  Assets::Database::MediaAssetTable& clips = database.GetMediaAssetTable();
-  return clips.GetObject(clips.GetObjectIdFromIdentifier(id), clip);
+  auto resource = std::make_shared<Assets::MediaResource>(Assets::MediaResourceId("resource of " + id));
+  resource->Adopt(std::make_unique<Assets::Stream>(Assets::StreamId("stream of " + id)));
+  clip.MediaResources().Insert(resource);
+  repository.Put(clip);
 }
 
 template <class Job>
-bool Tell(const std::string& what, int rounds, Job job) {
+void Tell(const std::string& what, int rounds, Job job) {
   const auto start = std::chrono::steady_clock::now();
-  for (int i = 0; i < rounds; ++i) {
-    if (!job(i)) return false;
-  }
+  for (int i = 0; i < rounds; ++i)
+    job(i);
   const std::chrono::duration<double, std::milli> span = std::chrono::steady_clock::now() - start;
-  std::cout << what << ": " << span.count() / rounds << " ms a clip\n";
-  return true;
+  std::cout << what << ": " << span.count() / rounds << " ms, " << 1000 * rounds / span.count() << " a second"
+            << std::endl;
 }
 
-bool Run(DataModelDatabase& database, int clips) {
-  const auto id = [](const std::string& kind, int number) { return kind + std::to_string(number); };
-  bool done = Tell("saved, a transaction each", clips, [&](int i) {
+void Run(DataModelDatabase& database, int clips) {
+  constexpr int rounds = 5;
+  MediaAssetRepository repository(database);
+  Tell("a clip and its commit", clips, [&](int i) { Put(repository, "single-" + std::to_string(i)); });
+  Tell("a commit of 50 clips", rounds, [&](int i) {
     Sqlite::TransactionGuard transaction(database);
-    if (!Save(database, id("single-", i))) return false;
+    for (int j = 0; j < 50; ++j)
+      Put(repository, "batched-" + std::to_string(50 * i + j));
     transaction.Commit();
-    return true;
   });
-  {
-    Sqlite::TransactionGuard transaction(database);
-    done = done && Tell("saved, all in one", clips, [&](int i) { return Save(database, id("batched-", i)); });
-    transaction.Commit();
+  for (const bool isGuarded : {false, true}) {
+    const std::string where = isGuarded ? ", in a ReadGuard" : ", bare";
+    std::optional<Sqlite::ReadGuard> reading;
+    if (isGuarded) reading.emplace(database);
+    const auto page = MediaAssetSearch().Limit(50);
+    Tell("a list page of 50" + where, rounds, [&](int) { repository.Find(page); });
+    Tell("a deep page of 50" + where, rounds, [&](int) { repository.Find(page, MediaAssetParts::All); });
+    Tell("50 clips by identifier" + where, rounds, [&](int) {
+      for (int i = 0; i < 50; ++i)
+        repository.Find(Assets::MediaAssetId("batched-" + std::to_string(i)));
+    });
   }
-  done = done && Tell("read", clips, [&](int i) { return Read(database, id("single-", i)); });
-  const Sqlite::ReadGuard reading(database);
-  return done && Tell("read in one view", clips, [&](int i) { return Read(database, id("batched-", i)); });
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 3 || (argc > 3 && !LoadExtension(argv[3]))) return 2;
+  if (argc < 3) return 2;
   const std::shared_ptr<std::ostream> log(&std::cout, [](std::ostream*) {});
   try {
+    if (argc > 3) DataModelDatabase::LoadVfs(argv[3]);
     DataModelDatabase database(argv[1], log);
     database.Open();
-    return Run(database, std::stoi(argv[2])) ? 0 : 1;
+    Run(database, std::stoi(argv[2]));
   } catch (const std::exception& failure) {
     std::cout << failure.what() << '\n';
     return 1;

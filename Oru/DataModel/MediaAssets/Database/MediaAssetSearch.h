@@ -74,6 +74,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetSearch {
   MediaAssetSearch& After(const MediaAsset& last);
 
  private:
+  friend class FederatedSearch;
   friend class MediaAssetSearchText;
 
   using Value = Common::Databases::Sqlite::StatementValue;
@@ -99,6 +100,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetSearch {
     Value duration;
     // None when the object doesn't hold the operator's part.
     std::optional<int64_t> place;
+    // What the search orders by, in place of all these; none when the object is to be asked.
+    std::optional<Value> value;
   };
 
   MediaAssetSearch& Add(Subject subject, const std::string& text, std::vector<Value> values = {});

@@ -69,6 +69,18 @@ class SearchRun {
   Sqlite::CursorSqlite cursor;
 };
 
+// What the asset of a row has in the order, in the second column.
+MediaAssetSearchText::Value OrderValue(const Sqlite::CursorSqlite& row, MediaAssetOrder order) {
+  if (order == MediaAssetOrder::Identifier || order == MediaAssetOrder::Name) return row.GetString(1);
+  if (order == MediaAssetOrder::Relevance) return row.GetDouble(1);
+  if (order == MediaAssetOrder::Duration) {
+    // A double for an asset without marks and for what 64 bits don't hold, which only its text shows.
+    const double duration = row.GetDouble(1);
+    if (row.GetString(1).find_first_of(".I") != std::string::npos) return duration;
+  }
+  return row.GetInt64(1);
+}
+
 }  // namespace
 
 MediaAssetReader::MediaAssetReader(MediaAssetTable& assets)
@@ -108,11 +120,12 @@ std::optional<MediaAsset> MediaAssetReader::Read(const Identifier& id, MediaAsse
   return found.empty() ? std::nullopt : std::optional<MediaAsset>(std::move(found.front()));
 }
 
-MediaAssetPage MediaAssetReader::Read(const MediaAssetSearch& search, MediaAssetParts parts) {
+MediaAssetPage MediaAssetReader::Read(const MediaAssetSearch& search, MediaAssetParts parts,
+                                      std::vector<MediaAssetSearchText::Value>* orderValues) {
   const Sqlite::ConnectionLock lock(Database());
   const Sqlite::ReadGuard view(Database());
   const MediaAssetSearchText text(search, table);
-  const std::vector<int64_t> keys = Keys(text);
+  const std::vector<int64_t> keys = Keys(text, orderValues);
   MediaAssetPage page;
   page.assets = Read(keys, parts);
   const auto length = static_cast<int64_t>(keys.size());
@@ -179,11 +192,14 @@ MediaAssetSearchText::Value MediaAssetReader::ValueBefore(const MediaAssetSearch
   return run.Cursor().GetInt64(0);
 }
 
-std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearchText& text) const {
-  SearchRun run(Database(), text.Keys(ValueBefore(text)));
+std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearchText& text,
+                                            std::vector<MediaAssetSearchText::Value>* orderValues) const {
+  SearchRun run(Database(), text.Keys(ValueBefore(text), orderValues != nullptr));
   std::vector<int64_t> keys;
-  while (run.Cursor().Step())
+  while (run.Cursor().Step()) {
     keys.push_back(run.Cursor().GetInt64(0));
+    if (orderValues) orderValues->push_back(OrderValue(run.Cursor(), text.Order()));
+  }
   return keys;
 }
 

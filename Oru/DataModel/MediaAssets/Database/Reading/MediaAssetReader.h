@@ -32,7 +32,9 @@ class MediaAssetReader {
   explicit MediaAssetReader(MediaAssetTable& assets);
 
   std::optional<MediaAsset> Read(const BusinessEntityModel::BaseTypes::Identifier& id, MediaAssetParts parts);
-  MediaAssetPage Read(const MediaAssetSearch& search, MediaAssetParts parts);
+  /// @param orderValues  takes what each asset of the page has in the order, unless null
+  MediaAssetPage Read(const MediaAssetSearch& search, MediaAssetParts parts,
+                      std::vector<MediaAssetSearchText::Value>* orderValues = nullptr);
   /// The assets of those keys in that order, without those that aren't stored.
   std::vector<MediaAsset> Read(const std::vector<int64_t>& keys, MediaAssetParts parts);
   /// The keys of the search's page, in order.
@@ -46,7 +48,8 @@ class MediaAssetReader {
 
   Common::Databases::Sqlite::DatabaseSqlite& Database() const;
   MediaAssetSearchText::Value ValueBefore(const MediaAssetSearchText& text) const;
-  std::vector<int64_t> Keys(const MediaAssetSearchText& text) const;
+  std::vector<int64_t> Keys(const MediaAssetSearchText& text,
+                            std::vector<MediaAssetSearchText::Value>* orderValues = nullptr) const;
   int64_t Count(const MediaAssetSearchText& text) const;
   void ReadParts(Assets& assets, const std::string& keys, MediaAssetParts parts);
   void ReadProfiles(Assets& assets, const std::string& keys);

@@ -26,14 +26,18 @@ void AppendValues(MediaAssetSearchText::Statement& statement, const Values& valu
 }  // namespace
 
 MediaAssetSearchText::MediaAssetSearchText(const MediaAssetSearch& searched, MediaAssetTable& assets)
-    : search(searched), table(assets) {
+    : search(searched), table(assets), order(OrderOf(searched)) {}
+
+MediaAssetOrder MediaAssetSearchText::OrderOf(const MediaAssetSearch& search) {
   const bool isTyped = !search.matches.empty();
-  order = search.order.value_or(isTyped ? MediaAssetOrder::Relevance : MediaAssetOrder::Key);
-  if (order == MediaAssetOrder::Relevance && !isTyped) order = MediaAssetOrder::Key;
+  const MediaAssetOrder order =
+      search.order.value_or(isTyped ? MediaAssetOrder::Relevance : MediaAssetOrder::Key);
+  return order == MediaAssetOrder::Relevance && !isTyped ? MediaAssetOrder::Key : order;
 }
 
 std::optional<MediaAssetSearchText::Value> MediaAssetSearchText::ValueBefore() const {
   const MediaAssetSearch::Position& before = *search.after;
+  if (before.value) return before.value;
   switch (order) {
     case MediaAssetOrder::Key:
       return before.key;
@@ -172,11 +176,13 @@ void MediaAssetSearchText::AppendPositionOfPage(Statement& statement, const std:
   statement.values.emplace_back(KeyBefore());
 }
 
-MediaAssetSearchText::Statement MediaAssetSearchText::Keys(const Value& valueBefore) const {
+MediaAssetSearchText::Statement MediaAssetSearchText::Keys(const Value& valueBefore,
+                                                           bool withOrderValue) const {
   const Sources sources = SourcesFor(true);
   const std::string column = OrderColumn(sources);
   Statement statement;
-  statement.text = "SELECT " + sources.key + " FROM " + sources.from;
+  statement.text =
+      "SELECT " + sources.key + (withOrderValue ? ", " + column : std::string()) + " FROM " + sources.from;
   AppendConditions(statement, sources);
   if (IsAfterAsset()) AppendPositionOfPage(statement, sources.key, column, valueBefore);
   const std::string direction = search.direction == Direction::Ascending ? "" : " DESC";

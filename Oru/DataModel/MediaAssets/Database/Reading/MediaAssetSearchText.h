@@ -26,7 +26,8 @@ class MediaAssetSearchText {
   /// @param assets  the table that the conditions of queries are for
   MediaAssetSearchText(const MediaAssetSearch& search, MediaAssetTable& assets);
 
-  /// What the search orders by.
+  /// What a search orders by.
+  static MediaAssetOrder OrderOf(const MediaAssetSearch& search);
   MediaAssetOrder Order() const { return order; }
   /// Whether the page follows an asset.
   bool IsAfterAsset() const { return search.after.has_value(); }
@@ -40,7 +41,8 @@ class MediaAssetSearchText {
   /// Selects the keys of the page, in order.
   /// @param valueBefore  what the asset that the page follows has in the order; not looked at without such an
   /// asset
-  Statement Keys(const Value& valueBefore) const;
+  /// @param withOrderValue  whether each row also has what the asset has in the order
+  Statement Keys(const Value& valueBefore, bool withOrderValue) const;
   /// Counts what the search finds, without regard to its page.
   Statement Count() const;
 

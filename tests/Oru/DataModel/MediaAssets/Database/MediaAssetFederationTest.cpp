@@ -1,0 +1,234 @@
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetFederation.h"
+
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
+
+#include "support/RandomAsset.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <thread>
+#include <type_traits>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using Common::Databases::ArgumentException;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class MediaAssetFederationTest : public testing::Test {
+ protected:
+  static constexpr std::size_t fileCount = 3;
+  static constexpr milliseconds patient{60000};
+
+  MediaAssetFederationTest() {
+    merged.Open();
+    for (std::size_t file = 0; file < fileCount; ++file) {
+      connections.push_back(directory.File("server#" + std::to_string(file) + ".db"));
+      DataModelDatabase database(connections.back(), nullptr);
+      database.Open();
+      MediaAssetRepository repository(database);
+      std::vector<MediaAsset> assets;
+      for (int i = 0; i < 40; ++i)
+        assets.push_back(AnyAsset(file));
+      EXPECT_TRUE(repository.PutAll(assets).empty());
+      EXPECT_TRUE(all.PutAll(assets).empty());
+    }
+  }
+
+  // Values from small ranges, so that there are ties within files and across them.
+  MediaAsset AnyAsset(std::size_t file) {
+    const auto below = [this](int end) {
+      return static_cast<int>(random.Below(static_cast<std::size_t>(end)));
+    };
+    MediaAsset asset(MediaAssetId(std::to_string(below(1000)) + "." + std::to_string(++stored) + "@" +
+                                  std::to_string(file)));
+    asset.Name(std::vector<std::string>{"Goal", "goal and goal", "Corner", "", "\xff"}[random.Below(5)]);
+    asset.CreationDate(below(5));
+    asset.ModificationDate(asset.CreationDate() + below(3));
+    if (below(3) != 0) asset.InBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
+    if (below(3) != 0)
+      asset.OutBoundary(TimePoints::TimePoint::FromNanoseconds(below(2) == 0 ? 1 : random.Int64()));
+    if (below(3) != 0) {
+      auto profile = std::make_shared<DapOperatorMetadataProfile>();
+      if (below(3) != 0) profile->ServerId(ZuServerId(10 * (1 + below(2))));
+      if (below(2) != 0) profile->Page(below(2));
+      asset.Metadata().Set(profile);
+    }
+    return asset;
+  }
+
+  template <class Assets>
+  static std::vector<std::string> Ids(const Assets& assets) {
+    std::vector<std::string> ids;
+    for (const auto& each : assets) {
+      if constexpr (std::is_same_v<Assets, std::vector<FederatedAsset>>) {
+        ids.push_back(each.asset.Id().Value());
+        EXPECT_EQ(ids.back().back(), static_cast<char>('0' + each.file));
+      } else {
+        ids.push_back(each.Id().Value());
+      }
+    }
+    return ids;
+  }
+
+  TestSupport::RandomAssets random{7};
+  int stored = 0;
+  TestSupport::TemporaryDirectory directory;
+  std::vector<std::string> connections;
+  // All assets in one file, in the order of the files and of the keys in each.
+  DataModelDatabase merged{":memory:", nullptr};
+  MediaAssetRepository all{merged};
+};
+
+TEST_F(MediaAssetFederationTest, GivesThePagesOfOneFileWithEverything) {
+  MediaAssetFederation federation(connections, patient);
+  for (int round = 0; round < 400; ++round) {
+    MediaAssetSearch search;
+    const auto order = static_cast<MediaAssetOrder>(round % 7);
+    search.OrderBy(order, random.Chance(2) ? Direction::Ascending : Direction::Descending);
+    if (random.Chance(2)) search.CreatedFrom(static_cast<int>(random.Below(5)));
+    if (random.Chance(4)) search.Typed("goal");
+    const auto count = static_cast<int64_t>(random.Below(30)) - 1,
+               offset = static_cast<int64_t>(random.Below(50));
+    SCOPED_TRACE(testing::Message() << "order " << round % 7 << ", count " << count << ", offset " << offset);
+
+    const MediaAssetPage expected = all.Find(MediaAssetSearch(search).Limit(count, offset));
+    const FederatedPage page = federation.Find(MediaAssetSearch(search).Limit(count, offset));
+    ASSERT_EQ(Ids(page.assets), Ids(expected.assets));
+    EXPECT_EQ(page.total, expected.total);
+    EXPECT_TRUE(page.silent.empty());
+    if (page.assets.empty()) continue;
+    const auto next = [&](auto& asked) -> auto& {
+      return asked.Limit(count, offset % 3);
+    };
+    MediaAssetSearch fromOneFile = search;
+    ASSERT_EQ(Ids(federation.FindAfter(page.assets.back(), next(search)).assets),
+              Ids(all.Find(next(fromOneFile).After(expected.assets.back()), MediaAssetParts::All).assets));
+  }
+}
+
+TEST_F(MediaAssetFederationTest, ReadsThePartsAskedForAndPagesByRelevanceWithoutAGap) {
+  MediaAssetFederation federation(connections, patient);
+  const FederatedPage whole = federation.Find(MediaAssetSearch(), MediaAssetParts::All);
+  ASSERT_EQ(whole.assets.size(), 40 * fileCount);
+  for (const FederatedAsset& asset : whole.assets)
+    EXPECT_TRUE(asset.asset == *all.Find(asset.asset.Id()));
+
+  for (const Direction direction : {Direction::Ascending, Direction::Descending}) {
+    const auto search = MediaAssetSearch().Typed("goal").OrderBy(MediaAssetOrder::Relevance, direction);
+    const std::vector<std::string> expected = Ids(federation.Find(search).assets);
+    EXPECT_EQ(static_cast<int64_t>(expected.size()), all.Count(search));
+    std::vector<std::string> paged;
+    for (FederatedPage page = federation.Find(MediaAssetSearch(search).Limit(7)); !page.assets.empty();
+         page = federation.FindAfter(page.assets.back(), MediaAssetSearch(search).Limit(7))) {
+      const auto ids = Ids(page.assets);
+      paged.insert(paged.end(), ids.begin(), ids.end());
+    }
+    EXPECT_EQ(paged, expected);
+  }
+}
+
+TEST_F(MediaAssetFederationTest, RefusesWhatItCantFollow) {
+  EXPECT_THROW(MediaAssetFederation(connections, milliseconds(0)), ArgumentException);
+  MediaAssetFederation federation(connections, patient);
+  FederatedPage page = federation.Find(MediaAssetSearch().Limit(1));
+  EXPECT_THROW(federation.Find(MediaAssetSearch().After(page.assets[0].asset)), ArgumentException);
+  EXPECT_THROW(federation.FindAfter(FederatedAsset(), MediaAssetSearch()), ArgumentException);
+  EXPECT_THROW(federation.FindAfter(page.assets[0], MediaAssetSearch().OrderBy(MediaAssetOrder::Name)),
+               ArgumentException);
+  page.assets[0].file = fileCount;
+  EXPECT_THROW(federation.FindAfter(page.assets[0], MediaAssetSearch()), ArgumentException);
+  EXPECT_TRUE(MediaAssetFederation({}).Find(MediaAssetSearch()).assets.empty());
+}
+
+TEST_F(MediaAssetFederationTest, NamesTheFilesThatDontAnswerAndAsksThemAgain) {
+  const std::string missing = directory.File("missing.db");
+  connections.insert(connections.begin() + 1, {missing, "file:" + missing + "?_busy_timeout=x"});
+  connections.back() = "file:" + directory.File("server%232.db") + "?mode=ro#part";
+  MediaAssetFederation federation(connections, milliseconds(1000));
+  const auto silent = [&] {
+    std::string places;
+    const FederatedPage page = federation.Find(MediaAssetSearch().Limit(0));
+    for (const auto& [file, reason] : page.silent)
+      places += std::to_string(file) + ": " + reason + "; ";
+    EXPECT_EQ(page.total, static_cast<int64_t>(40 * (connections.size() - page.silent.size())));
+    return places;
+  };
+  const std::string others =
+      "1: unable to open database file; 2: connection option \"_busy_timeout\" is unknown or its value \"x\" is not "
+      "one of its own; ";
+  EXPECT_EQ(silent(), others);
+  EXPECT_FALSE(std::filesystem::exists(missing));
+
+  DataModelDatabase writer(connections[3], nullptr);
+  writer.Open();
+  ASSERT_TRUE(writer.ExecuteStatement("BEGIN EXCLUSIVE"));
+  EXPECT_THAT(silent(), HasSubstr(others + "3: "));
+  writer.Close();
+  EXPECT_EQ(silent(), others);
+}
+
+namespace {
+
+// Opens files only while it isn't closed; until then each call waits.
+struct Gate {
+  static inline std::atomic<bool> isClosed{true};
+  static inline sqlite3_vfs vfs{};
+
+  static int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
+    while (isClosed)
+      std::this_thread::sleep_for(milliseconds(1));
+    sqlite3_vfs* const other = sqlite3_vfs_find(nullptr);
+    return other->xOpen(other, name, file, flags, outFlags);
+  }
+
+  static void Register() {
+    vfs = *sqlite3_vfs_find(nullptr);
+    vfs.zName = "gate";
+    vfs.xOpen = Open;
+    sqlite3_vfs_register(&vfs, 0);
+  }
+};
+
+}  // namespace
+
+TEST_F(MediaAssetFederationTest, AFileThatHangsHoldsUpNeitherPagesNorTheEnd) {
+  Gate::Register();
+  connections[1] = "file:" + directory.File("server%231.db") + "?vfs=gate";
+  const auto threads = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
+  };
+  const auto before = threads();
+  for (const bool opensInTheEnd : {true, false}) {
+    Gate::isClosed = true;
+    MediaAssetFederation federation(connections, milliseconds(700));
+    for (int i = 0; i < 2; ++i) {
+      const FederatedPage page = federation.Find(MediaAssetSearch());
+      EXPECT_EQ(page.assets.size(), 80U);
+      ASSERT_EQ(page.silent.size(), 1U);
+      EXPECT_EQ(page.silent[0].reason, "no answer within 700 ms");
+    }
+    if (!opensInTheEnd) continue;
+    Gate::isClosed = false;
+    while (!federation.Find(MediaAssetSearch()).silent.empty())
+      std::this_thread::sleep_for(milliseconds(1));
+  }
+  EXPECT_EQ(threads(), before + 1) << "the thread was left to itself";
+  Gate::isClosed = false;
+  while (threads() > before)
+    std::this_thread::sleep_for(milliseconds(1));
+}
+
+}  // namespace Oru::DataModel::MediaAssets::Database
