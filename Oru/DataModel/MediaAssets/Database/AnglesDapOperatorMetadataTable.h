@@ -30,8 +30,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
 
   /// Stores the operator identity of a dictionary for a group. Without one nothing is written and what is
   /// stored stays.
+  /// @throws std::invalid_argument, with nothing written, for a page, bank or clip outside 0 to 255
   bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
   /// Stores a profile, whose object id becomes the group's key.
+  /// @throws std::invalid_argument, with nothing written, for a page, bank or clip outside 0 to 255
   bool Save(AnglesDapMetadataEncapsulated& obj, bool lazy) override { return SaveUnder(obj.fk, obj, lazy); }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, AnglesDapMetadataEncapsulated& obj) override;

@@ -64,9 +64,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   /// the stored one, and its absence leaves it alone. Loaded resources and tracks are stored, and none is
   /// removed. The links to them are written when the asset is inserted and at no other time.
   /// @return false at the first part that fails, with a log entry of SQLite's text where SQLite refused it.
-  /// What was
-  ///         written before stays, and the asset keeps the object id that it reached
-  /// @throws std::bad_cast at a metadata profile that is neither generic nor the operator's; likewise
+  ///         What was written before stays, and the asset keeps the object id that it reached
+  /// @throws std::bad_cast at a metadata profile that is neither generic nor the operator's,
+  ///         std::invalid_argument at an operator's page, bank or row outside 0 to 255; what was written
+  ///         before stays then too
   bool Save(MediaAsset& obj, bool lazy) override;
 
   /// Delete assets, with all that they own, and then whatever no asset uses any more
