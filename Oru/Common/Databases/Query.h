@@ -103,7 +103,8 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& In(const std::string& column, const std::vector<long long>& values) = 0;
   virtual Query& In(const std::string& column, const std::vector<std::string>& values) = 0;
 
-  /// Adds the negation of the filter of another query.
+  /// Adds the negation of the filter of another query. A column that is NULL fulfils neither a comparison nor
+  /// its negation; that there is a NULL among the values that `In` looks at makes no difference.
   virtual Query& Not(const Query& query) = 0;
   /// Adds the filter of another query as one condition.
   virtual Query& And(const Query& query) = 0;

@@ -72,6 +72,25 @@ void AppendBound(StatementText& statement, const std::string& text,
   statement.values.insert(statement.values.end(), values.begin(), values.end());
 }
 
+// Writes a condition so that NOT is right for it. Where NULL is among the values of a subselect, IN is unknown
+// for every value that isn't, and so would be its negation. A column that is NULL stays unknown, as in every
+// comparison.
+std::string WithKnownSubselects(std::string condition) {
+  const std::string in = " IN (", select = "SELECT ", alternative = "ifnull(";
+  for (std::size_t at = condition.find(in + select); at != std::string::npos;
+       at = condition.find(in + select, at + in.size() + alternative.size())) {
+    const std::size_t begin = condition.find_last_of(" (", at - 1) + 1;
+    const std::string column = condition.substr(begin, at - begin);
+    std::size_t end = at + in.size();
+    for (int depth = 1; depth > 0; ++end) {
+      if (condition[end] == '(') ++depth;
+      if (condition[end] == ')') --depth;
+    }
+    condition.insert(end, ", " + column + " <> " + column + ")").insert(begin, alternative);
+  }
+  return condition;
+}
+
 constexpr const char* LimitText = "LIMIT ? OFFSET ?";
 
 // Each link of a chain is a level of the expression, of which SQLite takes 1000: a longer chain is made of
@@ -375,7 +394,8 @@ Query& QuerySqlite::In(const std::string& column, const std::vector<std::string>
 
 Query& QuerySqlite::Not(const Query& query) {
   const QuerySqlite& other = OfSqlite(query);
-  return other.IsEmpty() ? *this : Add("NOT " + Parenthesised(other.mFilter), other.mValues);
+  return other.IsEmpty() ? *this
+                         : Add("NOT " + Parenthesised(WithKnownSubselects(other.mFilter)), other.mValues);
 }
 
 Query& QuerySqlite::And(const Query& query) {

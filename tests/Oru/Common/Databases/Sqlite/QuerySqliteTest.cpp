@@ -213,7 +213,14 @@ class QuerySqliteTest : public testing::Test {
     QuerySqlite named;
     named.Equals("name", "it's");
     const auto shared = std::make_shared<QuerySqlite>(named);
-    all.push_back({[](Query& q) { q.In("i", "Other", "ref"); }, "i IN (0, 7, 8, NULL)"});
+    // The values of the table are those that aren't NULL.
+    all.push_back({[](Query& q) { q.In("i", "Other", "ref"); }, "i IN (0, 7, 8)"});
+    // A subselect within a subselect.
+    QuerySqlite referred, known, nested;
+    referred.In("ref", "Other", "ref");
+    known.IsNULL("name").Or(referred);
+    nested.In("i", "Other", "ref", known);
+    all.push_back({[=](Query& q) { q.Not(nested); }, "NOT (i IN (0, 7, 8))"});
     all.push_back({[=](Query& q) { q.In("i", "Other", "ref", named); }, "i IN (0, 7)"});
     all.push_back({[=](Query& q) { q.In("i", "main.Other", "Other.ref", shared); }, "i IN (0, 7)"});
     db.EndTransaction(true);
