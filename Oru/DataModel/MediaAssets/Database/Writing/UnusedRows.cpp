@@ -25,7 +25,11 @@ UnusedRows::UnusedRows(Sqlite::DatabaseSqlite& attachedDatabase, std::string sha
       column(std::move(linkColumn)),
       notes("Unlinked" + table),
       known("Known" + table),
-      knownCount("SELECT count(*) FROM temp.sqlite_master WHERE name = :name"),
+      // A table that is dropped takes its triggers along, and one that is renamed keeps them:
+      // https://sqlite.org/lang_altertable.html
+      partCount(
+          "SELECT count(*) FROM temp.sqlite_master WHERE name IN (:notes, :known) OR name GLOB :notes || "
+          "'By*Of' || tbl_name"),
       dataVersion("PRAGMA data_version") {}
 
 bool UnusedRows::Delete(const std::function<bool()>& deleteAll) {
@@ -50,7 +54,8 @@ bool UnusedRows::DeleteUnlinked(const std::function<bool()>& deleteAll) {
 }
 
 bool UnusedRows::BeginNoting() {
-  const bool isNoting = knownCount.FindKey(database, known) > 0;
+  constexpr int64_t tablesAndTriggers = 2 + 4;
+  const bool isNoting = partCount.FindKey(database, notes, known) == tablesAndTriggers;
   if (isNoting || database.ExecuteStatement(NotingScript())) return true;
   // Half of it would be worse than nothing: a trigger without its table fails whatever fires it.
   if (database.IsInTransaction()) database.ExecuteStatement("ROLLBACK TO noting; RELEASE noting");
@@ -60,24 +65,25 @@ bool UnusedRows::BeginNoting() {
 std::string UnusedRows::NotingScript() const {
   const auto trigger = [this](const std::string& event, const std::string& onTable, const std::string& key,
                               const std::string& condition) {
+    const std::string name = notes + "By" + event.substr(0, event.find(' ')) + "Of" + onTable;
     // Noted once, or the notes would grow with each save of a group for as long as nothing is deleted.
-    return "CREATE TEMP TRIGGER " + notes + "By" + event.substr(0, event.find(' ')) + "Of" + onTable +
-           " AFTER " + event + " ON main." + onTable + condition + " BEGIN INSERT INTO " + notes +
-           "(key) SELECT " + key + " WHERE NOT EXISTS (SELECT 1 FROM " + notes + " WHERE key = " + key +
-           "); END;\n";
+    return "DROP TRIGGER IF EXISTS temp." + name + ";\nCREATE TEMP TRIGGER " + name + " AFTER " + event +
+           " ON main." + onTable + condition + " BEGIN INSERT INTO " + notes + "(key) SELECT " + key +
+           " WHERE NOT EXISTS (SELECT 1 FROM " + notes + " WHERE key = " + key + "); END;\n";
   };
   const std::string isLowKey = " WHEN new.key <= (SELECT lastKey FROM " + known + ")";
   // Without recursive triggers a link that a REPLACE takes away would go unnoticed:
   // https://sqlite.org/lang_conflict.html
   return "PRAGMA recursive_triggers = ON;\n"
          "SAVEPOINT noting;\n"
-         "CREATE TEMP TABLE " +
-         notes + " (key integer primary key);\n" + trigger("DELETE", link, "old." + column, "") +
+         "DROP TABLE IF EXISTS temp." +
+         notes + ";\nCREATE TEMP TABLE " + notes + " (key integer primary key);\n" +
+         trigger("DELETE", link, "old." + column, "") +
          trigger("UPDATE OF " + column, link, "old." + column, "") +
          trigger("INSERT", table, "new.key", isLowKey) +
          trigger("UPDATE OF key", table, "new.key", isLowKey) +
          // Not by an INSERT, whose key another thread's insert could take for its own.
-         "CREATE TEMP TABLE " + known +
+         "DROP TABLE IF EXISTS temp." + known + ";\nCREATE TEMP TABLE " + known +
          " AS SELECT -1 AS dataVersion, -1 AS lastKey;\n"
          "RELEASE noting;\n";
 }

@@ -14,8 +14,8 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// From the first time on, temporary triggers of the connection note each row that loses a link, and rows
 /// that are new show by their keys. All is looked at again when another connection has changed the file
-/// meanwhile. The notes lie in temporary tables, so that a rollback takes them back together with what they
-/// tell of. Internal to the library.
+/// meanwhile, or this one has made one of the tables new. The notes lie in temporary tables, so that a rollback
+/// takes them back together with what they tell of. Internal to the library.
 ///
 /// Threads: may be used from several threads at once.
 class UnusedRows {
@@ -58,7 +58,7 @@ class UnusedRows {
   // Temporary tables: the keys of rows that have lost a link, and what was known the last time.
   const std::string notes;
   const std::string known;
-  Common::Databases::Sqlite::KeptStatement knownCount;
+  Common::Databases::Sqlite::KeptStatement partCount;
   Common::Databases::Sqlite::KeptStatement dataVersion;
 };
 

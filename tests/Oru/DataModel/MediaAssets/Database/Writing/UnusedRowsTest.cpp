@@ -93,6 +93,36 @@ TEST_F(UnusedRowsTest, ALockedOrClosedDatabaseIsRefusedWithoutAnException) {
   EXPECT_TRUE(assets.CleanUpDependentData());
 }
 
+// With the tables go the triggers that note changes.
+TEST_F(UnusedRowsTest, LooksAtAllAgainAfterALinkTableWasMadeNewAndFailsWithoutOne) {
+  const char* const rebuilds[] = {
+      "CREATE TABLE Fresh AS SELECT * FROM RelationAssetTrack; DROP TABLE RelationAssetTrack;"
+      "ALTER TABLE Fresh RENAME TO RelationAssetTrack",
+      "ALTER TABLE RelationAssetTrack RENAME TO Old;"
+      "CREATE TABLE RelationAssetTrack AS SELECT * FROM Old"};
+  for (const char* rebuild : rebuilds) {
+    Store("m1", "r1", "t1");
+    Store("m2", "r2", "t2");
+    ASSERT_TRUE(assets.CleanUpDependentData());
+    ASSERT_TRUE(database.ExecuteStatement(rebuild)) << log.Text();
+    ASSERT_TRUE(database.ExecuteStatement(
+        "DELETE FROM RelationAssetTrack WHERE refTrack = (SELECT key FROM Track WHERE id = 't1')"));
+    EXPECT_TRUE(assets.DeleteUnusedTracks()) << log.Text();
+    EXPECT_EQ(Shared(), (Ids{"r1", "r2", "t2"})) << rebuild;
+    // The links of a table without foreign keys stay until they are deleted.
+    ASSERT_TRUE(database.ExecuteStatement("DELETE FROM RelationAssetTrack; DELETE FROM MediaAsset"));
+    ASSERT_TRUE(assets.CleanUpDependentData());
+    EXPECT_EQ(Shared(), Ids());
+  }
+  EXPECT_EQ(log.Text(), "");
+  Store("m1", "r1", "t1");
+  ASSERT_TRUE(database.ExecuteStatement("DROP TABLE RelationAssetTrack"));
+  EXPECT_FALSE(assets.DeleteUnusedTracks());
+  EXPECT_FALSE(Delete("m1"));
+  EXPECT_TRUE(log.Contains("no such table: RelationAssetTrack")) << log.Text();
+  EXPECT_EQ(Shared(), Ids{"t1"}) << "the resources go first";
+}
+
 // Each thread deletes through a table of its own while others do and one saves groups, begins and ends
 // transactions; the first deletions of a connection meet in particular.
 TEST_F(UnusedRowsTest, ThreadsOfOneConnectionMayDeleteAtOnce) {
