@@ -133,6 +133,9 @@ void CursorSqlite::Reset(DatabaseSqlite& db, StatementText select, StatementText
 }
 
 int CursorSqlite::StepOnce() {
+  DatabaseSqlite& db = GetDatabase();
+  const bool isCommand = mPrepared->IsCommand();
+  const bool wasInTransaction = isCommand && db.IsInTransaction();
   const int code = sqlite3_step(mStatement);
   if (mPosition != Position::OnRow) {
     mPrepared->NoticeNewPreparation();
@@ -142,8 +145,9 @@ int CursorSqlite::StepOnce() {
     mPosition = Position::OnRow;
   } else if (code == SQLITE_DONE) {
     mPosition = Position::BehindRows;
+    if (isCommand) db.NoteCommand(*mPrepared, wasInTransaction);
   } else {
-    GetDatabase().NoteFailure(code);
+    db.NoteFailure(code);
     mPosition = Position::Failed;
     mHasFailed = true;
   }
@@ -191,12 +195,20 @@ int32_t CursorSqlite::GetColumnIndex(const std::string& name) const {
   return mPrepared ? mPrepared->Columns().Find(name, mLastColumn) : -1;
 }
 
+bool CursorSqlite::IsOnRow() const {
+  if (mPosition == Position::OnRow) return true;
+  if (sqlite3_data_count(mStatement) == 0) return false;
+  // A step that was made on the statement itself.
+  mPrepared->NoticeNewPreparation();
+  return true;
+}
+
 int CursorSqlite::ColumnOnRow(const std::string& name) const {
-  return mPosition == Position::OnRow ? GetColumnIndex(name) : -1;
+  return IsOnRow() ? GetColumnIndex(name) : -1;
 }
 
 bool CursorSqlite::IsColumnOnRow(int32_t index) const {
-  return mStatement && mPosition == Position::OnRow && index >= 0 &&
+  return mStatement && IsOnRow() && index >= 0 &&
          static_cast<std::size_t>(index) < mPrepared->Columns().Size();
 }
 

@@ -129,7 +129,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   /// The database of the cursor.
   /// @throws ArgumentException without one
   DatabaseSqlite& GetDatabase() const;
-  /// The prepared statement, null while closed; it stays owned by the cursor.
+  /// The prepared statement, null while closed; it stays owned by the cursor. A row that `sqlite3_step` on it
+  /// comes to is read as one of `Step`; the two must not be mixed in one run.
   sqlite3_stmt* Statement() const { return mStatement; }
 
  protected:
@@ -147,6 +148,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   int StepOnce();
   void LeaveRow();
   [[noreturn]] void ThrowStepFailure(const std::string& message);
+  bool IsOnRow() const;
   int ColumnOnRow(const std::string& name) const;
   bool IsColumnOnRow(int32_t index) const;
   template <class T>

@@ -201,8 +201,7 @@ int64_t DatabaseSqlite::EndTransaction(bool commit) {
       const int64_t changes = sqlite3_total_changes64(mHandle) - mChangesAtBegin;
       const bool isEnded = commit ? RunPlain("COMMIT") : mStatements->Rollback(mHandle);
       if (!isEnded) error = sqlite3_errmsg(mHandle);
-      mInTransaction = IsInTransaction();
-      if (!mInTransaction) mSavepoints->Forget();
+      if (!IsInTransaction()) ForgetTransaction();
       if (isEnded) return commit ? changes : 0;
     }
   }
@@ -403,39 +402,47 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
     if (code != SQLITE_OK) error = sqlite3_errmsg(mHandle);
   }
   if (statement) {
-    const bool wasInTransaction = IsInTransaction();
-    if (error.empty()) error = RunToEnd(statement->Handle());
-    // What is run once and writes, and isn't the begin of a transaction, may have changed the columns of idle
-    // statements.
-    const bool mayChangeColumns =
-        !statement->slot && !statement->IsReadOnly() && wasInTransaction == IsInTransaction();
+    if (error.empty()) error = RunToEnd(*statement);
     mStatements->Return(std::move(statement), error.empty());
-    if (mayChangeColumns) mStatements->Clear();
   }
   if (!error.empty()) LogFailure(error);
   return error.empty();
 }
 
 // Runs a statement to its end; gives why that failed, empty for success.
-std::string DatabaseSqlite::RunToEnd(sqlite3_stmt* statement) {
+std::string DatabaseSqlite::RunToEnd(PreparedStatement& statement) {
   const ConnectionLock lock(*this);
   const StatementDeadline::Scope scope(*mDeadline);
-  if (const char* refusal = Refusal(sqlite3_stmt_readonly(statement) != 0)) return refusal;
+  if (const char* refusal = Refusal(statement.IsReadOnly())) return refusal;
   const bool wasInTransaction = IsInTransaction();
   int code = SQLITE_OK;
   do
-    code = sqlite3_step(statement);
+    code = sqlite3_step(statement.Handle());
   while (code == SQLITE_ROW);
   if (code != SQLITE_DONE) {
     NoteFailure(code);
     return sqlite3_errmsg(mHandle);
   }
-  // A statement that succeeds and leaves no transaction behind is itself the end of the one there was.
-  if (wasInTransaction && !IsInTransaction()) {
-    mInTransaction = mIsReading = false;
-    mSavepoints->Forget();
-  }
+  if (statement.IsCommand()) NoteCommand(statement, wasInTransaction);
   return {};
+}
+
+void DatabaseSqlite::NoteCommand(const PreparedStatement& command, bool wasInTransaction) {
+  const bool isInTransaction = IsInTransaction();
+  // A command that succeeds and leaves no transaction behind is itself the end of the one there was.
+  if (wasInTransaction && !isInTransaction) ForgetTransaction();
+  // What writes, and isn't the begin of a transaction, may have changed the columns of idle statements.
+  if (!command.IsReadOnly() && wasInTransaction == isInTransaction) {
+    mHasChangedTables = isInTransaction;
+    mStatements->Clear();
+  }
+}
+
+// Where it ends with a rollback, columns of idle statements may be those of tables that it had changed.
+void DatabaseSqlite::ForgetTransaction() {
+  mInTransaction = mIsReading = false;
+  mSavepoints->Forget();
+  if (std::exchange(mHasChangedTables, false)) mStatements->Clear();
 }
 
 bool DatabaseSqlite::RunPlain(const char* statement) {

@@ -21,6 +21,7 @@ namespace Oru::Common::Databases::Sqlite {
 
 class ChangeTeller;
 class OpenCursors;
+class PreparedStatement;
 class Savepoints;
 class SchemaWatch;
 class StatementCache;
@@ -228,7 +229,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool Configure(const char* pragma, const std::string& value);
   bool RunAll(std::string_view text);
   bool RunFirst(std::string_view& text, const std::vector<StatementValue>& values);
-  std::string RunToEnd(sqlite3_stmt* statement);
+  std::string RunToEnd(PreparedStatement& statement);
   bool RunPlain(const char* statement);
   // Whether SQLite rolled back the transaction that the caller still believes open. Writing on would store
   // one by one what was meant to be stored together.
@@ -237,6 +238,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // first step of each run.
   const char* Refusal(bool isReadOnly);
   bool IsSchemaTrue(bool isReadOnly);
+  // To be called after each command that succeeded, with the handle locked.
+  void NoteCommand(const PreparedStatement& command, bool wasInTransaction);
+  void ForgetTransaction();
   // To be told SQLite's code of each step that failed, with the handle locked.
   void NoteFailure(int code);
   void RecoverFromShortMemory();
@@ -264,6 +268,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool mIsReading = false;
   // Whether the open transaction has looked at the tables' definitions, which can't change within it.
   bool mHasLooked = false;
+  // Whether the open transaction has changed tables.
+  bool mHasChangedTables = false;
   // The number of the last state that HasChanged has reported.
   int64_t mReportedVersion = 0;
   std::unique_ptr<SchemaWatch> mSchemaWatch;

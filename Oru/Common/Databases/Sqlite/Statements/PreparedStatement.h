@@ -33,6 +33,9 @@ class PreparedStatement {
 
   sqlite3_stmt* Handle() const { return mStatement; }
   bool IsReadOnly() const { return mIsReadOnly; }
+  /// Whether the statement does something else than to read or write rows again and again: it may end a
+  /// transaction or change tables.
+  bool IsCommand() const { return !slot && mColumns.Size() == 0; }
 
   /// The names of the result columns.
   NameIndex& Columns() { return mColumns; }

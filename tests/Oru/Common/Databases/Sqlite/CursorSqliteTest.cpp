@@ -89,6 +89,7 @@ TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
 }
 
 TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
+  EXPECT_THROW(CursorSqlite().GetDatabase(), ArgumentException);
   CursorSqlite cursor(db, "SELECT k, v FROM T WHERE k = 2");
   const auto readsNothing = [&](const auto&... columns) {
     int64_t value = 42;
@@ -111,6 +112,17 @@ TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
   cursor.Reset();
   EXPECT_TRUE(cursor.Step());
   EXPECT_EQ(cursor.GetInt64("v"), -7);
+  cursor.Reset();
+  readsNothing("k", 0);
+  // Steps on the statement itself.
+  db.ExecuteStatement("ALTER TABLE T ADD COLUMN w DEFAULT 'new'");
+  cursor.Reset(db, "SELECT * FROM T WHERE k = 2", "");
+  db.ExecuteStatement("ALTER TABLE T RENAME COLUMN w TO x");
+  ASSERT_EQ(sqlite3_step(cursor.Statement()), SQLITE_ROW);
+  EXPECT_EQ(cursor.GetString("x") + std::to_string(cursor.GetInt64(1)), "new-7");
+  EXPECT_FALSE(cursor.IsNull("v"));
+  ASSERT_EQ(sqlite3_step(cursor.Statement()), SQLITE_DONE);
+  readsNothing("k", 0);
 }
 
 TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) {
@@ -235,7 +247,19 @@ TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
   // What this connection changes itself shows ahead of the first step too.
   EXPECT_EQ(read(), "122");
   first.ExecuteStatement("ALTER TABLE S ADD COLUMN d");
-  EXPECT_EQ(CursorSqlite(first, "SELECT * FROM S WHERE b = 2").GetColumnIndex("d"), 2);
+  const auto has = [&](const char* column) {
+    return CursorSqlite(first, "SELECT * FROM S WHERE b = 2").GetColumnIndex(column) != -1;
+  };
+  EXPECT_TRUE(has("d"));
+  CursorSqlite(first, "ALTER TABLE S ADD COLUMN e").Run();
+  EXPECT_TRUE(has("e"));
+  for (const bool isByCursor : {false, true}) {
+    first.BeginTransaction();
+    first.ExecuteStatement("ALTER TABLE S ADD COLUMN f");
+    EXPECT_TRUE(has("f"));
+    isByCursor ? CursorSqlite(first, "ROLLBACK").Run() : static_cast<void>(first.EndTransaction(false));
+    EXPECT_FALSE(has("f"));
+  }
   second.ExecuteStatement("DROP TABLE S");
   EXPECT_THROW(read(), InvalidOperationException);
   second.ExecuteStatement("CREATE TABLE S (b, a); INSERT INTO S VALUES (2, 1)");

@@ -1,6 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 
@@ -69,6 +70,15 @@ TEST_F(TransactionGuardTest, LeavesATransactionAloneThatIsNotItsOwn) {
     EXPECT_TRUE(db.ExecuteStatement("COMMIT; BEGIN; INSERT INTO A VALUES (8)"));
   }
   EXPECT_TRUE(db.ExecuteStatement("COMMIT"));
+  EXPECT_EQ(Sum(), "15.0");
+  for (const char* end : {"COMMIT", "ROLLBACK"}) {
+    const TransactionGuard ended(db);
+    Insert(16);
+    CursorSqlite(db, end).Run();
+    EXPECT_FALSE(ended.IsActive());
+    Insert(32);
+    EXPECT_TRUE(db.ExecuteStatement("DELETE FROM A WHERE x >= 16")) << end;
+  }
   EXPECT_EQ(Sum(), "15.0");
   const TransactionGuard last(db);
   db.Close();
