@@ -22,10 +22,14 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
 #include <chrono>
+#include <fcntl.h>
+#include <filesystem>
 #include <new>
 #include <optional>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -304,6 +308,13 @@ bool DatabaseSqlite::IsInTransaction() const {
 
 bool DatabaseSqlite::IsReadOnly() const {
   return IsOpen() && sqlite3_db_readonly(mHandle, "main") == 1;
+}
+
+bool DatabaseSqlite::IsInReadOnlyFolder() const {
+  const char* file = IsOpen() ? sqlite3_db_filename(mHandle, "main") : nullptr;
+  if (!file || *file == '\0') return false;
+  const std::string folder = std::filesystem::path(file).parent_path();
+  return faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) != 0 && (errno == EACCES || errno == EROFS);
 }
 
 bool DatabaseSqlite::HasBegunTransaction() const {

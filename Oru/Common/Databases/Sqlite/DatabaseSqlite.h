@@ -200,6 +200,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   int BusyTimeout() const { return mBusyTimeout; }
 
  protected:
+  /// Whether no file can be made in the folder of the file, as a write must make its journal there.
+  bool IsInReadOnlyFolder() const;
+
   /// The source that log entries of this connection name.
   std::string mLogSource;
 

@@ -94,7 +94,7 @@ bool DataModelDatabase::RebuildFullTextIndex() {
 void DataModelDatabase::Create() {
   if (IsComplete()) return;
   const bool isReadable = MissingObjects().count(properties.GetTableName()) == 0;
-  if (isReadable && IsReadOnly()) return;
+  if (isReadable && (IsReadOnly() || IsInReadOnlyFolder())) return;
   try {
     MakeMissing();
   } catch (const NotSupportedException&) {

@@ -16,6 +16,8 @@
 
 #include <fstream>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -54,6 +56,38 @@ TEST_F(DataModelDatabaseTest, AFileThatCanOnlyBeReadIsReadAndNotWritten) {
     reader.Close();
     EXPECT_EQ(TestSupport::FileContent(path), before);
   }
+}
+
+// Another user than root, whom no permission hinders, for the end of the scope.
+class OtherUser {
+ public:
+  OtherUser() { EXPECT_TRUE(!wasRoot || seteuid(65534) == 0); }
+  OtherUser(const OtherUser&) = delete;
+  OtherUser& operator=(const OtherUser&) = delete;
+  ~OtherUser() { EXPECT_TRUE(!wasRoot || seteuid(0) == 0); }
+
+ private:
+  const bool wasRoot = geteuid() == 0;
+};
+
+// A file that was opened once only still lacks its version.
+TEST_F(DataModelDatabaseTest, ThatAFileOrItsFolderCanOnlyBeReadIsNoFailure) {
+  DataModelDatabase(path, log.Stream()).Open();
+  const struct {
+    const char* option;
+    mode_t file, folder;
+  } cases[] = {{"?mode=ro", 0666, 0777}, {"", 0444, 0777}, {"", 0666, 0555}};
+  for (const auto& [option, file, folder] : cases) {
+    ASSERT_EQ(chmod(path.c_str(), file) + chmod(directory.Path().c_str(), folder), 0);
+    const OtherUser user;
+    DataModelDatabase reader("file:" + path + option, log.Stream());
+    reader.Open();
+    EXPECT_EQ(log.Text(), "") << file << ' ' << folder;
+    EXPECT_EQ(TestSupport::Value(reader, "SELECT count(*) FROM MediaAsset"), "0");
+    EXPECT_FALSE(reader.ExecuteStatement("INSERT INTO MediaAsset(id) VALUES('a')"));
+    log.Clear();
+  }
+  ASSERT_EQ(chmod(directory.Path().c_str(), 0700), 0);
 }
 
 TEST_F(DataModelDatabaseTest, AnOpeningThatFailsLeavesTheFileAndTheObjectAlone) {
