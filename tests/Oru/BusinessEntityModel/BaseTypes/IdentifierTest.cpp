@@ -17,6 +17,7 @@ TEST(IdentifierTest, MeetsStringsAndLiteralsOnBothSides) {
   const Identifier clip("clip-1");
   EXPECT_TRUE(clip == "clip-1" && "clip-1" == clip && clip == std::string("clip-1") && clip != Identifier());
   EXPECT_LT(clip, "clip-10");
+  EXPECT_TRUE(clip > "clip" && clip >= clip && clip <= clip && !(clip > clip) && !(clip <= "clip"));
   EXPECT_LT(Identifier("a\x7f"), "a\x80") << "bytes are unsigned";
   std::string text = clip;
   EXPECT_EQ(text, "clip-1");

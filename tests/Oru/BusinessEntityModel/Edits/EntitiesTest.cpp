@@ -63,6 +63,9 @@ TEST(EditEntitiesTest, DurationsHaveATotalOrder) {
       EXPECT_EQ(left == right, &left == &right);
     }
   }
+  Sequence sequence;
+  sequence.Duration(TimePoints::Duration::FromSeconds(9));
+  EXPECT_EQ(sequence.Duration(), ascending.back()) << "made from a duration, and fixed";
 }
 
 TEST(EditEntitiesTest, MetadataIsTakenByCopyOrByMove) {

@@ -77,6 +77,12 @@ TEST_F(MetadataTableTest, AForeignProfileIsABadCastBehindTheRowsAheadOfIt) {
   EXPECT_THROW(assets.Save(clip), std::bad_cast);
 }
 
+TEST_F(MetadataTableTest, BoundsHaveNoKeyToBeDeletedBy) {
+  EXPECT_FALSE(assets.GetTimeBoundsTable().Delete(clip.ObjectId()));
+  EXPECT_TRUE(log.Contains("TimeBoundsMediaAsset")) << log.Text();
+  EXPECT_EQ(Count("TimeBoundsMediaAsset"), 1);
+}
+
 TEST_F(MetadataTableTest, AnnotationsAreReplacedUnderNewKeys) {
   const int64_t before = clip.Annotations().front()->ObjectId();
   auto added = std::make_shared<Annotation>(AnnotationType::CuePoint, "added");

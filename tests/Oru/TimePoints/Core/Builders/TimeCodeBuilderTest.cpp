@@ -38,6 +38,7 @@ TEST(TimeCodeBuilderTest, TheFirstFaultIsNamed) {
       {At(50).Minute(60), "minute 60 must be between 0 and 59"},
       {At(50).Second(-7), "second -7 must be between 0 and 59"},
       {TimeCodeBuilder().Rate(Rate(30000, 1001)), "Denominator 1001 must be between equals to 1"},
+      {TimeCodeBuilder().Rate(Rate(25, 0)), "Denominator 0 must be between equals to 1"},
       {TimeCodeBuilder().Rate(Rate(50, -1)), "Denominator -1 must be between equals to 1"},
       {At(25).Sample(24), "none"},
       {At(25).Sample(25), "Sample 25 is greater than numerator ratio 25"},
