@@ -25,22 +25,24 @@ AudioEssenceTable::~AudioEssenceTable() = default;
 bool AudioEssenceTable::BindToCursor(Cursor& cursor, EssenceEncapsulated& obj) {
   const auto& audio = static_cast<const AudioEssence&>(obj.essence);
   return EssenceKindTable::BindToCursor(cursor, obj) &&
-         cursor.Bind(columnNames[1], static_cast<int32_t>(audio.AudioCodec())) &&
-         cursor.Bind(columnNames[2], audio.BitRate()) &&
-         cursor.Bind(columnNames[3], static_cast<int32_t>(audio.BitRateMode())) &&
-         BindRate(cursor, columnNames[4], columnNames[5], audio.SampleRate()) &&
-         cursor.Bind(columnNames[6], audio.BitDepth()) && cursor.Bind(columnNames[7], audio.FourCC());
+         cursor.Bind(columnNames[Column::AudioCodec], static_cast<int32_t>(audio.AudioCodec())) &&
+         cursor.Bind(columnNames[Column::BitRate], audio.BitRate()) &&
+         cursor.Bind(columnNames[Column::BitRateMode], static_cast<int32_t>(audio.BitRateMode())) &&
+         BindRate(cursor, columnNames[Column::SampleRateNum], columnNames[Column::SampleRateDen],
+                  audio.SampleRate()) &&
+         cursor.Bind(columnNames[Column::BitDepth], audio.BitDepth()) &&
+         cursor.Bind(columnNames[Column::FourCC], audio.FourCC());
 }
 
 void AudioEssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool lazy) {
   EssenceKindTable::ReadFromCursor(cursor, obj, lazy);
   auto& audio = static_cast<AudioEssence&>(obj);
-  audio.AudioCodec(static_cast<AudioCodingFormat>(cursor.GetInt32(columnNames[1])));
-  audio.BitRate(cursor.GetInt32(columnNames[2]));
-  audio.BitRateMode(static_cast<BitRateMode>(cursor.GetInt32(columnNames[3])));
-  audio.SampleRate(ReadRate(cursor, columnNames[4], columnNames[5]));
-  audio.BitDepth(cursor.GetInt32(columnNames[6]));
-  audio.FourCC(cursor.GetString(columnNames[7]));
+  audio.AudioCodec(static_cast<AudioCodingFormat>(cursor.GetInt32(columnNames[Column::AudioCodec])));
+  audio.BitRate(cursor.GetInt32(columnNames[Column::BitRate]));
+  audio.BitRateMode(static_cast<BitRateMode>(cursor.GetInt32(columnNames[Column::BitRateMode])));
+  audio.SampleRate(ReadRate(cursor, columnNames[Column::SampleRateNum], columnNames[Column::SampleRateDen]));
+  audio.BitDepth(cursor.GetInt32(columnNames[Column::BitDepth]));
+  audio.FourCC(cursor.GetString(columnNames[Column::FourCC]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -4,6 +4,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -27,6 +28,19 @@ class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      RefEssence,
+      AudioCodec,
+      BitRate,
+      BitRateMode,
+      SampleRateNum,
+      SampleRateDen,
+      BitDepth,
+      FourCC
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 8> columnNames;
   /// The join that a read selects from.

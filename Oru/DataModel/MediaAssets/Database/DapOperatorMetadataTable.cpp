@@ -12,36 +12,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 using namespace Common::Databases;
 using namespace BusinessEntityModel::BaseTypes;
 
-namespace {
-
-// By the columns' places.
-enum Column {
-  RefMediaAsset,
-  ServerId,
-  Page,
-  Bank,
-  Row,
-  Camera,
-  UmId,
-  VarId,
-  Rating,
-  Archive,
-  UserType,
-  Primary,
-  User,
-  UserFormat,
-  Tod,
-  TodFormat,
-  Icon,
-  Color,
-  UserProtected,
-  UiProtected,
-  FillAndKey,
-  FillAndKeyId,
-};
-
-}  // namespace
-
 const std::string DapOperatorMetadataTable::tableName = "DapOperatorMetadata";
 const std::array<std::string, 22> DapOperatorMetadataTable::columnNames = {"refMediaAsset",
                                                                            "zuServerId",
@@ -68,7 +38,7 @@ const std::array<std::string, 22> DapOperatorMetadataTable::columnNames = {"refM
 
 DapOperatorMetadataTable::DapOperatorMetadataTable(Sqlite::DatabaseSqlite& db) : OwnerKeyTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::RefMediaAsset]);
   dapOperatorKeywordsTable = std::make_unique<DapOperatorKeywordsTable>(db);
 }
 
@@ -91,49 +61,59 @@ bool DapOperatorMetadataTable::Save(DapMetadataEncapsulated& obj, bool lazy) {
 bool DapOperatorMetadataTable::BindToCursor(Cursor& cursor, DapMetadataEncapsulated& obj) {
   const DapOperatorMetadataProfile& profile = obj.metadata;
   const DapId place = profile.DapId();
-  return cursor.Bind(columnNames[RefMediaAsset], obj.fk) &&
-         cursor.Bind(columnNames[ServerId], profile.ServerId().SerialNumber()) &&
-         cursor.Bind(columnNames[Page], place.Page()) && cursor.Bind(columnNames[Bank], place.Bank()) &&
-         cursor.Bind(columnNames[Row], place.Row()) &&
-         cursor.Bind(columnNames[Camera], int32_t{place.Camera()}) &&
-         cursor.Bind(columnNames[UmId], profile.UmId()) && cursor.Bind(columnNames[VarId], profile.VarId()) &&
-         cursor.Bind(columnNames[Rating], profile.Rating()) &&
-         cursor.Bind(columnNames[Archive], static_cast<int32_t>(profile.ArchiveStatus())) &&
-         cursor.Bind(columnNames[UserType], static_cast<int32_t>(profile.UserTimecodeType())) &&
-         cursor.Bind(columnNames[Primary], static_cast<int32_t>(profile.PrimaryTimecode())) &&
-         BindTimeCode(cursor, columnNames[User], columnNames[UserFormat], profile.UserTimecode()) &&
-         BindTimeCode(cursor, columnNames[Tod], columnNames[TodFormat], profile.TodTimecode()) &&
-         cursor.Bind(columnNames[Icon], profile.Icon()) && cursor.Bind(columnNames[Color], profile.Color()) &&
-         cursor.Bind(columnNames[UserProtected], profile.IsUserProtected()) &&
-         cursor.Bind(columnNames[UiProtected], profile.IsDapUiProtected()) &&
-         cursor.Bind(columnNames[FillAndKey], static_cast<int32_t>(profile.FillAndKeyType())) &&
-         cursor.Bind(columnNames[FillAndKeyId], profile.FillAndKeyMediaAssetId().Value());
+  return cursor.Bind(columnNames[Column::RefMediaAsset], obj.fk) &&
+         cursor.Bind(columnNames[Column::ZuServerId], profile.ServerId().SerialNumber()) &&
+         cursor.Bind(columnNames[Column::DapIdPage], place.Page()) &&
+         cursor.Bind(columnNames[Column::DapIdBank], place.Bank()) &&
+         cursor.Bind(columnNames[Column::DapIdRow], place.Row()) &&
+         cursor.Bind(columnNames[Column::DapIdCamera], int32_t{place.Camera()}) &&
+         cursor.Bind(columnNames[Column::UmId], profile.UmId()) &&
+         cursor.Bind(columnNames[Column::VarId], profile.VarId()) &&
+         cursor.Bind(columnNames[Column::Rating], profile.Rating()) &&
+         cursor.Bind(columnNames[Column::ArchiveStatus], static_cast<int32_t>(profile.ArchiveStatus())) &&
+         cursor.Bind(columnNames[Column::UserTimecodeType],
+                     static_cast<int32_t>(profile.UserTimecodeType())) &&
+         cursor.Bind(columnNames[Column::PrimaryTimecode], static_cast<int32_t>(profile.PrimaryTimecode())) &&
+         BindTimeCode(cursor, columnNames[Column::UserTimecode], columnNames[Column::UserTimecodeFormat],
+                      profile.UserTimecode()) &&
+         BindTimeCode(cursor, columnNames[Column::TodTimecode], columnNames[Column::TodTimecodeFormat],
+                      profile.TodTimecode()) &&
+         cursor.Bind(columnNames[Column::Icon], profile.Icon()) &&
+         cursor.Bind(columnNames[Column::Color], profile.Color()) &&
+         cursor.Bind(columnNames[Column::UserProtected], profile.IsUserProtected()) &&
+         cursor.Bind(columnNames[Column::DapUIProtected], profile.IsDapUiProtected()) &&
+         cursor.Bind(columnNames[Column::FillAndKeyType], static_cast<int32_t>(profile.FillAndKeyType())) &&
+         cursor.Bind(columnNames[Column::FillAndKeyMediaAssetId], profile.FillAndKeyMediaAssetId().Value());
 }
 
 void DapOperatorMetadataTable::ReadFromCursor(const Cursor& cursor, DapOperatorMetadataProfile& object,
                                               bool) {
-  object.ObjectId(cursor.GetInt64(columnNames[RefMediaAsset]));
-  ReadServer(cursor, columnNames[ServerId], [&](const ZuServerId& server) { object.ServerId(server); });
-  ReadGridPlace(cursor, columnNames[Page], [&](int32_t place) { object.Page(place); });
-  ReadGridPlace(cursor, columnNames[Bank], [&](int32_t place) { object.Bank(place); });
-  ReadGridPlace(cursor, columnNames[Row], [&](int32_t place) { object.Row(place); });
-  const auto camera = static_cast<char>(cursor.GetInt32(columnNames[Camera]));
+  object.ObjectId(cursor.GetInt64(columnNames[Column::RefMediaAsset]));
+  ReadServer(cursor, columnNames[Column::ZuServerId],
+             [&](const ZuServerId& server) { object.ServerId(server); });
+  ReadGridPlace(cursor, columnNames[Column::DapIdPage], [&](int32_t place) { object.Page(place); });
+  ReadGridPlace(cursor, columnNames[Column::DapIdBank], [&](int32_t place) { object.Bank(place); });
+  ReadGridPlace(cursor, columnNames[Column::DapIdRow], [&](int32_t place) { object.Row(place); });
+  const auto camera = static_cast<char>(cursor.GetInt32(columnNames[Column::DapIdCamera]));
   if (DapId::IsValidCamera(camera)) object.Camera(camera);
-  object.UmId(cursor.GetString(columnNames[UmId]));
-  object.VarId(cursor.GetString(columnNames[VarId]));
-  object.Rating(cursor.GetInt32(columnNames[Rating]));
-  object.ArchiveStatus(static_cast<ArchiveStatus>(cursor.GetInt32(columnNames[Archive])));
-  object.UserTimecodeType(static_cast<UserTimecodeType>(cursor.GetInt32(columnNames[UserType])));
-  object.PrimaryTimecode(static_cast<TimecodePrimary>(cursor.GetInt32(columnNames[Primary])));
-  object.UserTimecode(ReadTimeCode(cursor, columnNames[User], columnNames[UserFormat]));
-  object.TodTimecode(ReadTimeCode(cursor, columnNames[Tod], columnNames[TodFormat]));
-  object.Icon(cursor.GetString(columnNames[Icon]));
-  object.Color(static_cast<uint32_t>(cursor.GetInt32(columnNames[Color])));
+  object.UmId(cursor.GetString(columnNames[Column::UmId]));
+  object.VarId(cursor.GetString(columnNames[Column::VarId]));
+  object.Rating(cursor.GetInt32(columnNames[Column::Rating]));
+  object.ArchiveStatus(static_cast<ArchiveStatus>(cursor.GetInt32(columnNames[Column::ArchiveStatus])));
+  object.UserTimecodeType(
+      static_cast<UserTimecodeType>(cursor.GetInt32(columnNames[Column::UserTimecodeType])));
+  object.PrimaryTimecode(static_cast<TimecodePrimary>(cursor.GetInt32(columnNames[Column::PrimaryTimecode])));
+  object.UserTimecode(
+      ReadTimeCode(cursor, columnNames[Column::UserTimecode], columnNames[Column::UserTimecodeFormat]));
+  object.TodTimecode(
+      ReadTimeCode(cursor, columnNames[Column::TodTimecode], columnNames[Column::TodTimecodeFormat]));
+  object.Icon(cursor.GetString(columnNames[Column::Icon]));
+  object.Color(static_cast<uint32_t>(cursor.GetInt32(columnNames[Column::Color])));
   // In this order: the second flag, set, sets the first as well.
-  object.UserProtected(cursor.GetBoolean(columnNames[UserProtected]));
-  object.DapUIProtected(cursor.GetBoolean(columnNames[UiProtected]));
-  object.FillAndKeyType(static_cast<FillAndKeyType>(cursor.GetInt32(columnNames[FillAndKey])));
-  object.FillAndKeyMediaAssetId(Identifier(cursor.GetString(columnNames[FillAndKeyId])));
+  object.UserProtected(cursor.GetBoolean(columnNames[Column::UserProtected]));
+  object.DapUIProtected(cursor.GetBoolean(columnNames[Column::DapUIProtected]));
+  object.FillAndKeyType(static_cast<FillAndKeyType>(cursor.GetInt32(columnNames[Column::FillAndKeyType])));
+  object.FillAndKeyMediaAssetId(Identifier(cursor.GetString(columnNames[Column::FillAndKeyMediaAssetId])));
 }
 
 void DapOperatorMetadataTable::SetObjectId(DapMetadataEncapsulated& obj, int64_t objectId) {

@@ -11,6 +11,7 @@
 #include "Oru/TimePoints/Core/TimeCode.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -58,6 +59,33 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      RefMediaAsset,
+      ZuServerId,
+      DapIdPage,
+      DapIdBank,
+      DapIdRow,
+      DapIdCamera,
+      UmId,
+      VarId,
+      Rating,
+      ArchiveStatus,
+      UserTimecodeType,
+      PrimaryTimecode,
+      UserTimecode,
+      UserTimecodeFormat,
+      TodTimecode,
+      TodTimecodeFormat,
+      Icon,
+      Color,
+      UserProtected,
+      DapUIProtected,
+      FillAndKeyType,
+      FillAndKeyMediaAssetId
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 22> columnNames;
 

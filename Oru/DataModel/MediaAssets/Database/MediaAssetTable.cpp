@@ -303,32 +303,37 @@ bool MediaAssetTable::BindToCursor(Cursor& cursor, MediaAsset& obj) {
   const Identifier& ancestor = obj.Ancestor().Id();
   const Identifier& parent = obj.Parent().Id();
   // An empty reference stays unbound, which stores NULL.
-  return (ancestor.IsEmpty() || cursor.Bind(columnNames[3], ancestor.Value())) &&
-         (parent.IsEmpty() || cursor.Bind(columnNames[4], parent.Value())) &&
-         cursor.Bind(columnNames[1], obj.Id().Value()) &&
-         cursor.Bind(columnNames[2], static_cast<int32_t>(obj.AssetType())) &&
-         cursor.Bind(columnNames[5], obj.Name()) && cursor.Bind(columnNames[6], obj.Description()) &&
-         BindBoundary(cursor, columnNames[7], columnNames[8], obj.PhysicalTimebounds().InBoundary()) &&
-         BindBoundary(cursor, columnNames[9], columnNames[10], obj.PhysicalTimebounds().OutBoundary()) &&
-         cursor.Bind(columnNames[11], int64_t{obj.ModificationDate()}) &&
-         cursor.Bind(columnNames[12], int64_t{obj.CreationDate()});
+  return (ancestor.IsEmpty() || cursor.Bind(columnNames[Column::Ancestor], ancestor.Value())) &&
+         (parent.IsEmpty() || cursor.Bind(columnNames[Column::Parent], parent.Value())) &&
+         cursor.Bind(columnNames[Column::Id], obj.Id().Value()) &&
+         cursor.Bind(columnNames[Column::AssetType], static_cast<int32_t>(obj.AssetType())) &&
+         cursor.Bind(columnNames[Column::Name], obj.Name()) &&
+         cursor.Bind(columnNames[Column::Description], obj.Description()) &&
+         BindBoundary(cursor, columnNames[Column::InBoundary], columnNames[Column::InBoundaryMoving],
+                      obj.PhysicalTimebounds().InBoundary()) &&
+         BindBoundary(cursor, columnNames[Column::OutBoundary], columnNames[Column::OutBoundaryMoving],
+                      obj.PhysicalTimebounds().OutBoundary()) &&
+         cursor.Bind(columnNames[Column::ModificationDate], int64_t{obj.ModificationDate()}) &&
+         cursor.Bind(columnNames[Column::CreationDate], int64_t{obj.CreationDate()});
 }
 
 void MediaAssetTable::ReadFromCursor(const Cursor& cursor, MediaAsset& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
-  obj.Id(cursor.GetString(columnNames[1]));
-  obj.AssetType(static_cast<AssetType>(cursor.GetInt32(columnNames[2])));
-  if (!cursor.IsNull(columnNames[3]))
-    obj.Ancestor(MediaAssetReference(Identifier(cursor.GetString(columnNames[3]))));
-  if (!cursor.IsNull(columnNames[4]))
-    obj.Parent(MediaAssetReference(Identifier(cursor.GetString(columnNames[4]))));
-  obj.Name(cursor.GetString(columnNames[5]));
-  obj.Description(cursor.GetString(columnNames[6]));
-  obj.PhysicalTimebounds().InBoundary(ReadBoundary(cursor, columnNames[7], columnNames[8]));
-  obj.PhysicalTimebounds().OutBoundary(ReadBoundary(cursor, columnNames[9], columnNames[10]));
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  obj.Id(cursor.GetString(columnNames[Column::Id]));
+  obj.AssetType(static_cast<AssetType>(cursor.GetInt32(columnNames[Column::AssetType])));
+  if (!cursor.IsNull(columnNames[Column::Ancestor]))
+    obj.Ancestor(MediaAssetReference(Identifier(cursor.GetString(columnNames[Column::Ancestor]))));
+  if (!cursor.IsNull(columnNames[Column::Parent]))
+    obj.Parent(MediaAssetReference(Identifier(cursor.GetString(columnNames[Column::Parent]))));
+  obj.Name(cursor.GetString(columnNames[Column::Name]));
+  obj.Description(cursor.GetString(columnNames[Column::Description]));
+  obj.PhysicalTimebounds().InBoundary(
+      ReadBoundary(cursor, columnNames[Column::InBoundary], columnNames[Column::InBoundaryMoving]));
+  obj.PhysicalTimebounds().OutBoundary(
+      ReadBoundary(cursor, columnNames[Column::OutBoundary], columnNames[Column::OutBoundaryMoving]));
   // In this order: the creation date sets both dates, and the entity checks the other against it.
-  obj.CreationDate(cursor.GetInt64(columnNames[12]));
-  obj.ModificationDate(cursor.GetInt64(columnNames[11]));
+  obj.CreationDate(cursor.GetInt64(columnNames[Column::CreationDate]));
+  obj.ModificationDate(cursor.GetInt64(columnNames[Column::ModificationDate]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -18,6 +18,7 @@
 #include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -168,6 +169,24 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      Key,
+      Id,
+      AssetType,
+      Ancestor,
+      Parent,
+      Name,
+      Description,
+      InBoundary,
+      InBoundaryMoving,
+      OutBoundary,
+      OutBoundaryMoving,
+      ModificationDate,
+      CreationDate
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 13> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after

@@ -85,10 +85,11 @@ MediaAssetSearchText::Value OrderValue(const Sqlite::CursorSqlite& row, MediaAss
 
 MediaAssetReader::MediaAssetReader(MediaAssetTable& assets)
     : table(assets),
-      assetRows(assets, AssetSelect(assets), MediaAssetTable::columnNames[0]),
+      assetRows(assets, AssetSelect(assets), MediaAssetTable::columnNames[MediaAssetTable::Column::Key]),
       bounds(assets.GetTimeBoundsTable(), TimeBoundsTable::columnNames[0]),
       metadata(assets.GetMetadataTable(), MetadataTable::columnNames[0]),
-      profiles(assets.GetDapOperatorMetadataTable(), DapOperatorMetadataTable::columnNames[0]),
+      profiles(assets.GetDapOperatorMetadataTable(),
+               DapOperatorMetadataTable::columnNames[DapOperatorMetadataTable::Column::RefMediaAsset]),
       keywords(assets.GetDapOperatorKeywordsTable(), DapOperatorKeywordsTable::columnNames[0]),
       annotations(assets.GetAnnotationTable(), AnnotationTable::columnNames[1]),
       annotationMetadata(assets.GetAnnotationTable().GetMetadataTable(), MetadataTable::columnNames[0]),
