@@ -16,29 +16,6 @@ using DataModel::MediaAssets::ZuServerId;
 using DataModel::MediaAssets::Database::BindTimeCode;
 using DataModel::MediaAssets::Database::ReadTimeCode;
 
-namespace {
-
-// By the columns' places.
-enum Column {
-  RefSequence,
-  ServerId,
-  Page,
-  Bank,
-  Row,
-  UmId,
-  VarId,
-  VideoElements,
-  Archive,
-  RegenOn,
-  RegenContinuity,
-  RegenReference,
-  RegenTimecode,
-  RegenTimecodeFormat,
-  RegenOutput,
-};
-
-}  // namespace
-
 const std::string DapOperatorProfileTable::tableName = "DapOperatorMetadataSequence";
 const std::array<std::string, 15> DapOperatorProfileTable::columnNames = {"refSequence",
                                                                           "zuServerId",
@@ -58,7 +35,7 @@ const std::array<std::string, 15> DapOperatorProfileTable::columnNames = {"refSe
 
 DapOperatorProfileTable::DapOperatorProfileTable(Sqlite::DatabaseSqlite& db) : OwnerKeyTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::RefSequence]);
 }
 
 DapOperatorProfileTable::~DapOperatorProfileTable() = default;
@@ -88,40 +65,43 @@ bool DapOperatorProfileTable::BindToCursor(Cursor& cursor, DapOperatorProfileEnc
       hasRegen ? profile.TimecodeRegen().Value() : DapOperatorTimecodeRegen();
   // A value that is refused ends its own group only.
   const bool isProfileBound =
-      cursor.Bind(columnNames[ServerId], profile.ServerId().SerialNumber()) &&
-      cursor.Bind(columnNames[Page], profile.Page()) && cursor.Bind(columnNames[Bank], profile.Bank()) &&
-      cursor.Bind(columnNames[Row], profile.Row()) && cursor.Bind(columnNames[UmId], profile.UmId()) &&
-      cursor.Bind(columnNames[VarId], profile.VarId()) &&
-      cursor.Bind(columnNames[VideoElements], profile.VideoElementsCount()) &&
-      cursor.Bind(columnNames[Archive], static_cast<int32_t>(profile.ArchiveStatus())) &&
-      cursor.Bind(columnNames[RegenOn], hasRegen);
+      cursor.Bind(columnNames[Column::ZuServerId], profile.ServerId().SerialNumber()) &&
+      cursor.Bind(columnNames[Column::DapIdPage], profile.Page()) &&
+      cursor.Bind(columnNames[Column::DapIdBank], profile.Bank()) &&
+      cursor.Bind(columnNames[Column::DapIdRow], profile.Row()) &&
+      cursor.Bind(columnNames[Column::UmId], profile.UmId()) &&
+      cursor.Bind(columnNames[Column::VarId], profile.VarId()) &&
+      cursor.Bind(columnNames[Column::NbVideoElements], profile.VideoElementsCount()) &&
+      cursor.Bind(columnNames[Column::ArchiveStatus], static_cast<int32_t>(profile.ArchiveStatus())) &&
+      cursor.Bind(columnNames[Column::TcRegenOn], hasRegen);
   const bool isRegenBound =
-      cursor.Bind(columnNames[RegenContinuity], static_cast<int32_t>(regen.ContinueIn())) &&
-      cursor.Bind(columnNames[RegenReference], static_cast<int32_t>(regen.From())) &&
-      BindTimeCode(cursor, columnNames[RegenTimecode], columnNames[RegenTimecodeFormat],
-                   regen.TimecodeRef()) &&
-      cursor.Bind(columnNames[RegenOutput], static_cast<int32_t>(regen.In()));
-  const bool isKeyBound = cursor.Bind(columnNames[RefSequence], obj.sequenceFk);
+      cursor.Bind(columnNames[Column::TcRegenContinuity], static_cast<int32_t>(regen.ContinueIn())) &&
+      cursor.Bind(columnNames[Column::TcRegenReference], static_cast<int32_t>(regen.From())) &&
+      BindTimeCode(cursor, columnNames[Column::TcRegenTimecodeRef],
+                   columnNames[Column::TcRegenTimecodeRefFormat], regen.TimecodeRef()) &&
+      cursor.Bind(columnNames[Column::TcRegenOutput], static_cast<int32_t>(regen.In()));
+  const bool isKeyBound = cursor.Bind(columnNames[Column::RefSequence], obj.sequenceFk);
   return isProfileBound && isRegenBound && isKeyBound;
 }
 
 void DapOperatorProfileTable::ReadFromCursor(const Cursor& cursor, DapOperatorMetadataProfile& obj, bool) {
-  obj.ServerId(ZuServerId(cursor.GetInt32(columnNames[ServerId])));
-  obj.Page(cursor.GetInt32(columnNames[Page]));
-  obj.Bank(cursor.GetInt32(columnNames[Bank]));
-  obj.Row(cursor.GetInt32(columnNames[Row]));
-  obj.UmId(cursor.GetString(columnNames[UmId]));
-  obj.VarId(cursor.GetString(columnNames[VarId]));
-  obj.VideoElementsCount(cursor.GetInt32(columnNames[VideoElements]));
-  obj.ArchiveStatus(static_cast<ArchiveStatus>(cursor.GetInt32(columnNames[Archive])));
-  if (cursor.GetInt32(columnNames[RegenOn]) == 0) return;
+  obj.ServerId(ZuServerId(cursor.GetInt32(columnNames[Column::ZuServerId])));
+  obj.Page(cursor.GetInt32(columnNames[Column::DapIdPage]));
+  obj.Bank(cursor.GetInt32(columnNames[Column::DapIdBank]));
+  obj.Row(cursor.GetInt32(columnNames[Column::DapIdRow]));
+  obj.UmId(cursor.GetString(columnNames[Column::UmId]));
+  obj.VarId(cursor.GetString(columnNames[Column::VarId]));
+  obj.VideoElementsCount(cursor.GetInt32(columnNames[Column::NbVideoElements]));
+  obj.ArchiveStatus(static_cast<ArchiveStatus>(cursor.GetInt32(columnNames[Column::ArchiveStatus])));
+  if (cursor.GetInt32(columnNames[Column::TcRegenOn]) == 0) return;
 
   using Regen = DapOperatorTimecodeRegen;
   Regen regen;
-  regen.ContinueIn(static_cast<Regen::Continuity>(cursor.GetInt32(columnNames[RegenContinuity])));
-  regen.From(static_cast<Regen::Reference>(cursor.GetInt32(columnNames[RegenReference])));
-  regen.TimecodeRef(ReadTimeCode(cursor, columnNames[RegenTimecode], columnNames[RegenTimecodeFormat]));
-  regen.In(static_cast<Regen::Output>(cursor.GetInt32(columnNames[RegenOutput])));
+  regen.ContinueIn(static_cast<Regen::Continuity>(cursor.GetInt32(columnNames[Column::TcRegenContinuity])));
+  regen.From(static_cast<Regen::Reference>(cursor.GetInt32(columnNames[Column::TcRegenReference])));
+  regen.TimecodeRef(ReadTimeCode(cursor, columnNames[Column::TcRegenTimecodeRef],
+                                 columnNames[Column::TcRegenTimecodeRefFormat]));
+  regen.In(static_cast<Regen::Output>(cursor.GetInt32(columnNames[Column::TcRegenOutput])));
   obj.TimecodeRegen(regen);
 }
 

@@ -10,6 +10,7 @@
 #include "Oru/TimePoints/Core/TimeCode.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -58,6 +59,26 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      RefSequence,
+      ZuServerId,
+      DapIdPage,
+      DapIdBank,
+      DapIdRow,
+      UmId,
+      VarId,
+      NbVideoElements,
+      ArchiveStatus,
+      TcRegenOn,
+      TcRegenContinuity,
+      TcRegenReference,
+      TcRegenTimecodeRef,
+      TcRegenTimecodeRefFormat,
+      TcRegenOutput
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 15> columnNames;
 

@@ -93,7 +93,8 @@ std::vector<Edit> EditRepository::All() {
   const ConnectionLock lock(mDatabase);
   const ReadGuard reading(mDatabase);
   QuerySqlite byName;
-  byName.OrderByAsc(EditTable::columnNames[2]).OrderByAsc(EditTable::columnNames[0]);
+  byName.OrderByAsc(EditTable::columnNames[EditTable::Column::Name])
+      .OrderByAsc(EditTable::columnNames[EditTable::Column::Key]);
   const auto cursor = mEdits.OpenObjectCursor(byName);
   std::vector<Edit> edits;
   for (Edit edit; cursor->Next(edit); edit = Edit()) {
@@ -107,7 +108,8 @@ void EditRepository::ReadParts(Edit& edit) {
   mEdits.ReadMetadata(edit);
   SequenceTable& sequences = mEdits.GetSequenceTable();
   QuerySqlite inOrder;
-  inOrder.Equals(SequenceTable::columnNames[11], edit.ObjectId()).OrderByAsc(SequenceTable::columnNames[0]);
+  inOrder.Equals(SequenceTable::columnNames[SequenceTable::Column::EditRef], edit.ObjectId())
+      .OrderByAsc(SequenceTable::columnNames[SequenceTable::Column::Key]);
   const auto cursor = sequences.OpenObjectCursor(inOrder);
   for (auto sequence = std::make_unique<Sequence>(); cursor->Next(*sequence);
        sequence = std::make_unique<Sequence>()) {

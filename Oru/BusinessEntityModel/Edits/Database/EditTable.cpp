@@ -36,21 +36,22 @@ int64_t EditTable::GetObjectIdFromIdentifier(const Identifier& id) const {
 }
 
 bool EditTable::BindToCursor(Cursor& cursor, Edit& edit) {
-  return cursor.Bind(columnNames[1], edit.Id().Value()) && cursor.Bind(columnNames[2], edit.Name()) &&
-         cursor.Bind(columnNames[3], int64_t{edit.CreationDate()}) &&
-         cursor.Bind(columnNames[4], edit.CreationOwner().Value()) &&
-         cursor.Bind(columnNames[5], int64_t{edit.ModificationDate()}) &&
-         cursor.Bind(columnNames[6], edit.ModificationOwner().Value());
+  return cursor.Bind(columnNames[Column::Id], edit.Id().Value()) &&
+         cursor.Bind(columnNames[Column::Name], edit.Name()) &&
+         cursor.Bind(columnNames[Column::CreationDate], int64_t{edit.CreationDate()}) &&
+         cursor.Bind(columnNames[Column::CreationOwner], edit.CreationOwner().Value()) &&
+         cursor.Bind(columnNames[Column::ModificationDate], int64_t{edit.ModificationDate()}) &&
+         cursor.Bind(columnNames[Column::ModificationOwner], edit.ModificationOwner().Value());
 }
 
 void EditTable::ReadFromCursor(const Cursor& cursor, Edit& object, bool) {
-  object.ObjectId(cursor.GetInt64(columnNames[0]));
-  object.Id(cursor.GetString(columnNames[1]));
-  object.Name(cursor.GetString(columnNames[2]));
-  object.CreationDate(cursor.GetInt64(columnNames[3]));
-  object.CreationOwner(cursor.GetString(columnNames[4]));
-  object.ModificationDate(cursor.GetInt64(columnNames[5]));
-  object.ModificationOwner(cursor.GetString(columnNames[6]));
+  object.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  object.Id(cursor.GetString(columnNames[Column::Id]));
+  object.Name(cursor.GetString(columnNames[Column::Name]));
+  object.CreationDate(cursor.GetInt64(columnNames[Column::CreationDate]));
+  object.CreationOwner(cursor.GetString(columnNames[Column::CreationOwner]));
+  object.ModificationDate(cursor.GetInt64(columnNames[Column::ModificationDate]));
+  object.ModificationOwner(cursor.GetString(columnNames[Column::ModificationOwner]));
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -10,6 +10,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -52,6 +53,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, Id, Name, CreationDate, CreationOwner, ModificationDate, ModificationOwner };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 7> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after

@@ -49,7 +49,7 @@ bool SequenceTable::Delete(Sequence& sequence) {
 
 bool SequenceTable::Delete(const SequenceId& id) {
   Sqlite::QuerySqlite query;
-  query.Equals(columnNames[1], id.Value());
+  query.Equals(columnNames[Column::Id], id.Value());
   return Delete(query);
 }
 
@@ -84,36 +84,38 @@ int64_t SequenceTable::GetObjectIdFromIdentifier(const Identifier& id) const {
 
 bool SequenceTable::BindToCursor(Cursor& cursor, SequenceEncapsulated& obj) {
   const Sequence& sequence = obj.sequence;
-  const bool isBound = cursor.Bind(columnNames[1], sequence.Id().Value()) &&
-                       cursor.Bind(columnNames[2], sequence.Name()) &&
-                       cursor.Bind(columnNames[3], sequence.Version()) &&
-                       cursor.Bind(columnNames[4], sequence.Duration().Duration().ToNanoseconds()) &&
-                       cursor.Bind(columnNames[5], sequence.Duration().Fixed()) &&
-                       cursor.Bind(columnNames[6], sequence.GetTimePoint().ToNanoseconds()) &&
-                       cursor.Bind(columnNames[7], int64_t{sequence.CreationDate()}) &&
-                       cursor.Bind(columnNames[8], sequence.CreationOwner().Value()) &&
-                       cursor.Bind(columnNames[9], int64_t{sequence.ModificationDate()}) &&
-                       cursor.Bind(columnNames[10], sequence.ModificationOwner().Value());
+  const bool isBound =
+      cursor.Bind(columnNames[Column::Id], sequence.Id().Value()) &&
+      cursor.Bind(columnNames[Column::Name], sequence.Name()) &&
+      cursor.Bind(columnNames[Column::Version], sequence.Version()) &&
+      cursor.Bind(columnNames[Column::Duration], sequence.Duration().Duration().ToNanoseconds()) &&
+      cursor.Bind(columnNames[Column::FixedDuration], sequence.Duration().Fixed()) &&
+      cursor.Bind(columnNames[Column::Timepoint], sequence.GetTimePoint().ToNanoseconds()) &&
+      cursor.Bind(columnNames[Column::CreationDate], int64_t{sequence.CreationDate()}) &&
+      cursor.Bind(columnNames[Column::CreationOwner], sequence.CreationOwner().Value()) &&
+      cursor.Bind(columnNames[Column::ModificationDate], int64_t{sequence.ModificationDate()}) &&
+      cursor.Bind(columnNames[Column::ModificationOwner], sequence.ModificationOwner().Value());
   // Bound even when another value was refused.
-  const bool isEditBound =
-      obj.editFk == -1 ? cursor.Bind(columnNames[11]) : cursor.Bind(columnNames[11], obj.editFk);
+  const bool isEditBound = obj.editFk == -1 ? cursor.Bind(columnNames[Column::EditRef])
+                                            : cursor.Bind(columnNames[Column::EditRef], obj.editFk);
   return isBound && isEditBound;
 }
 
 void SequenceTable::ReadFromCursor(const Cursor& cursor, Sequence& object, bool) {
-  object.ObjectId(cursor.GetInt64(columnNames[0]));
-  object.Id(cursor.GetString(columnNames[1]));
-  object.Name(cursor.GetString(columnNames[2]));
-  object.Version(cursor.GetInt32(columnNames[3]));
-  const bool isFixed = cursor.GetBoolean(columnNames[5]);
+  object.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  object.Id(cursor.GetString(columnNames[Column::Id]));
+  object.Name(cursor.GetString(columnNames[Column::Name]));
+  object.Version(cursor.GetInt32(columnNames[Column::Version]));
+  const bool isFixed = cursor.GetBoolean(columnNames[Column::FixedDuration]);
   SequenceDuration duration;
-  if (isFixed) duration = SequenceDuration(Duration::FromNanoseconds(cursor.GetInt64(columnNames[4])));
+  if (isFixed)
+    duration = SequenceDuration(Duration::FromNanoseconds(cursor.GetInt64(columnNames[Column::Duration])));
   object.Duration(duration);
-  object.SetTimePoint(TimePoint::FromNanoseconds(cursor.GetInt64(columnNames[6])));
-  object.CreationDate(cursor.GetInt64(columnNames[7]));
-  object.CreationOwner(cursor.GetString(columnNames[8]));
-  object.ModificationDate(cursor.GetInt64(columnNames[9]));
-  object.ModificationOwner(cursor.GetString(columnNames[10]));
+  object.SetTimePoint(TimePoint::FromNanoseconds(cursor.GetInt64(columnNames[Column::Timepoint])));
+  object.CreationDate(cursor.GetInt64(columnNames[Column::CreationDate]));
+  object.CreationOwner(cursor.GetString(columnNames[Column::CreationOwner]));
+  object.ModificationDate(cursor.GetInt64(columnNames[Column::ModificationDate]));
+  object.ModificationOwner(cursor.GetString(columnNames[Column::ModificationOwner]));
 }
 
 void SequenceTable::SetObjectId(SequenceEncapsulated& obj, int64_t objectId) {

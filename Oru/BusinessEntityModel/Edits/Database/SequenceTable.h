@@ -12,6 +12,7 @@
 #include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -73,6 +74,23 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      Key,
+      Id,
+      Name,
+      Version,
+      Duration,
+      FixedDuration,
+      Timepoint,
+      CreationDate,
+      CreationOwner,
+      ModificationDate,
+      ModificationOwner,
+      EditRef
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 12> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after

@@ -31,22 +31,23 @@ bool PropertiesTableSqlite::Save(Property& obj, bool lazy) {
 
 bool PropertiesTableSqlite::GetObject(const std::string& name, Property& destObj) {
   QuerySqlite query;
-  query.Equals(columnNames[1], name);
+  query.Equals(columnNames[Column::Name], name);
   ObjectCursorSqlite<Property, Property> cursor;
   OpenObjectCursor(cursor, query);
   return cursor.Next(destObj);
 }
 
 void PropertiesTableSqlite::ReadFromCursor(const Cursor& cursor, Property& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
-  obj.SetName(cursor.GetString(columnNames[1]));
-  obj.SetStringValue(cursor.GetString(columnNames[2]));
-  obj.SetIntValue(cursor.GetInt32(columnNames[3]));
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  obj.SetName(cursor.GetString(columnNames[Column::Name]));
+  obj.SetStringValue(cursor.GetString(columnNames[Column::StringValue]));
+  obj.SetIntValue(cursor.GetInt32(columnNames[Column::IntValue]));
 }
 
 bool PropertiesTableSqlite::BindToCursor(Cursor& cursor, Property& obj) {
-  return cursor.Bind(columnNames[1], obj.GetName()) && cursor.Bind(columnNames[2], obj.GetStringValue()) &&
-         cursor.Bind(columnNames[3], obj.GetIntValue());
+  return cursor.Bind(columnNames[Column::Name], obj.GetName()) &&
+         cursor.Bind(columnNames[Column::StringValue], obj.GetStringValue()) &&
+         cursor.Bind(columnNames[Column::IntValue], obj.GetIntValue());
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

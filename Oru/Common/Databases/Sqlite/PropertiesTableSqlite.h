@@ -6,6 +6,7 @@
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -39,13 +40,17 @@ class ORU_COMMON_DATABASE_EXPORT PropertiesTableSqlite : public TableSqlite<Prop
     return columnNames[static_cast<std::size_t>(index)];
   }
   int32_t GetColumnsCount() const override { return static_cast<int32_t>(columnNames.size()); }
-  const std::string& GetObjectIdColumnName() const override { return columnNames[0]; }
+  const std::string& GetObjectIdColumnName() const override { return columnNames[Column::Key]; }
   void ReadFromCursor(const Cursor& cursor, Property& obj, bool lazy) override;
   bool BindToCursor(Cursor& cursor, Property& obj) override;
   void SetObjectId(Property& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(Property& obj) const override { return obj.ObjectId(); }
 
  private:
+  // The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, Name, StringValue, IntValue };
+  };
   static const std::array<std::string, 4> columnNames;
 
   const std::string tableName;

@@ -18,7 +18,7 @@ const std::array<std::string, 5> AnglesDapOperatorMetadataTable::columnNames = {
 AnglesDapOperatorMetadataTable::AnglesDapOperatorMetadataTable(Sqlite::DatabaseSqlite& db)
     : OwnerKeyTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::RefAngles]);
 }
 
 AnglesDapOperatorMetadataTable::~AnglesDapOperatorMetadataTable() = default;
@@ -32,19 +32,21 @@ bool AnglesDapOperatorMetadataTable::Write(MetadataProfileDictionary& metadataDi
 
 bool AnglesDapOperatorMetadataTable::BindToCursor(Cursor& cursor, AnglesDapMetadataEncapsulated& obj) {
   const DapId place = obj.metadata.DapId();
-  return cursor.Bind(columnNames[0], obj.fk) &&
-         cursor.Bind(columnNames[1], obj.metadata.ServerId().SerialNumber()) &&
-         cursor.Bind(columnNames[2], place.Page()) && cursor.Bind(columnNames[3], place.Bank()) &&
-         cursor.Bind(columnNames[4], place.Clip());
+  return cursor.Bind(columnNames[Column::RefAngles], obj.fk) &&
+         cursor.Bind(columnNames[Column::ZuServerId], obj.metadata.ServerId().SerialNumber()) &&
+         cursor.Bind(columnNames[Column::DapIdPage], place.Page()) &&
+         cursor.Bind(columnNames[Column::DapIdBank], place.Bank()) &&
+         cursor.Bind(columnNames[Column::DapIdRow], place.Clip());
 }
 
 void AnglesDapOperatorMetadataTable::ReadFromCursor(const Cursor& cursor,
                                                     AnglesDapOperatorMetadataProfile& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
-  ReadServer(cursor, columnNames[1], [&](const ZuServerId& server) { obj.ServerId(server); });
-  ReadGridPlace(cursor, columnNames[2], [&](int32_t place) { obj.Page(place); });
-  ReadGridPlace(cursor, columnNames[3], [&](int32_t place) { obj.Bank(place); });
-  ReadGridPlace(cursor, columnNames[4], [&](int32_t place) { obj.Clip(place); });
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::RefAngles]));
+  ReadServer(cursor, columnNames[Column::ZuServerId],
+             [&](const ZuServerId& server) { obj.ServerId(server); });
+  ReadGridPlace(cursor, columnNames[Column::DapIdPage], [&](int32_t place) { obj.Page(place); });
+  ReadGridPlace(cursor, columnNames[Column::DapIdBank], [&](int32_t place) { obj.Bank(place); });
+  ReadGridPlace(cursor, columnNames[Column::DapIdRow], [&](int32_t place) { obj.Clip(place); });
 }
 
 void AnglesDapOperatorMetadataTable::SetObjectId(AnglesDapMetadataEncapsulated& obj, int64_t objectId) {

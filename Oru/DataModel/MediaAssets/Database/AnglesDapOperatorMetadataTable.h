@@ -8,6 +8,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -46,6 +47,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefAngles, ZuServerId, DapIdPage, DapIdBank, DapIdRow };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
 };

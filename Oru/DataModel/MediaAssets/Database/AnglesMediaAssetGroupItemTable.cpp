@@ -37,15 +37,15 @@ bool AnglesMediaAssetGroupItemTable::BindToCursor(Cursor& cursor, GroupItemEncap
   // A plain item has no angle, and so no name.
   static const BusinessEntityModel::BaseTypes::Utf8String noName;
   const auto* angle = dynamic_cast<const AnglesMediaAssetGroupItem*>(&obj.groupItem);
-  return cursor.Bind(columnNames[1], obj.index) &&
-         cursor.Bind(columnNames[2], angle ? angle->Name() : noName) &&
-         cursor.Bind(columnNames[0], GetObjectId(obj));
+  return cursor.Bind(columnNames[Column::AngleIndex], obj.index) &&
+         cursor.Bind(columnNames[Column::Name], angle ? angle->Name() : noName) &&
+         cursor.Bind(columnNames[Column::RefMediaAssetGroupItem], GetObjectId(obj));
 }
 
 void AnglesMediaAssetGroupItemTable::ReadFromCursor(const Cursor& cursor, AnglesMediaAssetGroupItem& obj,
                                                     bool lazy) {
   mediaAssetGroupItemTable.ReadFromCursor(cursor, obj, lazy);
-  obj.Name(cursor.GetString(columnNames[2]));
+  obj.Name(cursor.GetString(columnNames[Column::Name]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

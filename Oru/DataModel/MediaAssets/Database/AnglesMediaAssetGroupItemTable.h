@@ -8,6 +8,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -45,6 +46,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupItemTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefMediaAssetGroupItem, AngleIndex, Name };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
   /// The join that a read selects from.

@@ -44,7 +44,7 @@ bool AnglesMediaAssetGroupTable::Delete(AnglesMediaAssetGroup& obj) {
 
 bool AnglesMediaAssetGroupTable::Delete(const Identifier& groupId) {
   Sqlite::QuerySqlite query;
-  query.Equals(MediaAssetGroupTable::columnNames[1], groupId.Value());
+  query.Equals(MediaAssetGroupTable::columnNames[MediaAssetGroupTable::Column::Id], groupId.Value());
   return mediaAssetGroupTable.Delete(query);
 }
 
@@ -64,7 +64,7 @@ int64_t AnglesMediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& 
 }
 
 bool AnglesMediaAssetGroupTable::BindToCursor(Cursor& cursor, AnglesMediaAssetGroup& obj) {
-  return cursor.Bind(columnNames[0], obj.ObjectId());
+  return cursor.Bind(columnNames[Column::RefMediaAssetGroup], obj.ObjectId());
 }
 
 void AnglesMediaAssetGroupTable::ReadFromCursor(const Cursor& cursor, AnglesMediaAssetGroup& obj, bool lazy) {

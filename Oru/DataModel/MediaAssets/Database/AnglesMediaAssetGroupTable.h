@@ -10,6 +10,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -59,6 +60,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefMediaAssetGroup };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 1> columnNames;
   /// The join that a read selects from.

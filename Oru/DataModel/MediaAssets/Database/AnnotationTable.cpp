@@ -18,7 +18,7 @@ const std::array<std::string, 8> AnnotationTable::columnNames = {
 
 AnnotationTable::AnnotationTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[1]);
+  OwnerStandsIn(columnNames[Column::RefMediaAsset]);
   metadataTable = std::make_unique<MetadataTable>("MetadataAnnotation", db);
 }
 
@@ -45,19 +45,23 @@ bool AnnotationTable::Save(AnnotationEncapsulated& obj, bool lazy) {
 
 bool AnnotationTable::BindToCursor(Cursor& cursor, AnnotationEncapsulated& obj) {
   const Annotation& annotation = obj.annotation;
-  return cursor.Bind(columnNames[1], obj.fk) &&
-         cursor.Bind(columnNames[2], static_cast<int32_t>(annotation.Type())) &&
-         cursor.Bind(columnNames[3], annotation.Data()) &&
-         BindBoundary(cursor, columnNames[4], columnNames[5], annotation.TimeBounds().InBoundary()) &&
-         BindBoundary(cursor, columnNames[6], columnNames[7], annotation.TimeBounds().OutBoundary());
+  return cursor.Bind(columnNames[Column::RefMediaAsset], obj.fk) &&
+         cursor.Bind(columnNames[Column::AnnotationType], static_cast<int32_t>(annotation.Type())) &&
+         cursor.Bind(columnNames[Column::Data], annotation.Data()) &&
+         BindBoundary(cursor, columnNames[Column::InBoundary], columnNames[Column::InBoundaryMoving],
+                      annotation.TimeBounds().InBoundary()) &&
+         BindBoundary(cursor, columnNames[Column::OutBoundary], columnNames[Column::OutBoundaryMoving],
+                      annotation.TimeBounds().OutBoundary());
 }
 
 void AnnotationTable::ReadFromCursor(const Cursor& cursor, Annotation& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
-  obj.Type(static_cast<AnnotationType>(cursor.GetInt32(columnNames[2])));
-  obj.Data(cursor.GetString(columnNames[3]));
-  const TimePoints::TimeBoundary in = ReadBoundary(cursor, columnNames[4], columnNames[5]);
-  const TimePoints::TimeBoundary out = ReadBoundary(cursor, columnNames[6], columnNames[7]);
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  obj.Type(static_cast<AnnotationType>(cursor.GetInt32(columnNames[Column::AnnotationType])));
+  obj.Data(cursor.GetString(columnNames[Column::Data]));
+  const TimePoints::TimeBoundary in =
+      ReadBoundary(cursor, columnNames[Column::InBoundary], columnNames[Column::InBoundaryMoving]);
+  const TimePoints::TimeBoundary out =
+      ReadBoundary(cursor, columnNames[Column::OutBoundary], columnNames[Column::OutBoundaryMoving]);
   obj.TimeBounds(TimePoints::TimeBounds(in, out));
 }
 

@@ -8,6 +8,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -53,6 +54,19 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      Key,
+      RefMediaAsset,
+      AnnotationType,
+      Data,
+      InBoundary,
+      InBoundaryMoving,
+      OutBoundary,
+      OutBoundaryMoving
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 8> columnNames;
 

@@ -15,7 +15,7 @@ const std::array<std::string, 3> DapOperatorKeywordsTable::columnNames = {"refDa
 
 DapOperatorKeywordsTable::DapOperatorKeywordsTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
   GenerateStatementsWithoutUpdate();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::RefDapOperatorMetadata]);
 }
 
 DapOperatorKeywordsTable::~DapOperatorKeywordsTable() = default;
@@ -33,14 +33,14 @@ bool DapOperatorKeywordsTable::DeleteOnKey(int64_t fk) {
 }
 
 bool DapOperatorKeywordsTable::BindToCursor(Cursor& cursor, KeywordEncapsulated& obj) {
-  return cursor.Bind(columnNames[0], obj.fk) && cursor.Bind(columnNames[1], obj.nr) &&
-         cursor.Bind(columnNames[2], obj.value);
+  return cursor.Bind(columnNames[Column::RefDapOperatorMetadata], obj.fk) &&
+         cursor.Bind(columnNames[Column::Nr], obj.nr) && cursor.Bind(columnNames[Column::Keyword], obj.value);
 }
 
 void DapOperatorKeywordsTable::ReadFromCursor(const Cursor& cursor, KeywordEncapsulated& obj, bool) {
-  obj.fk = cursor.GetInt64(columnNames[0]);
-  obj.nr = cursor.GetInt32(columnNames[1]);
-  obj.value = cursor.GetString(columnNames[2]);
+  obj.fk = cursor.GetInt64(columnNames[Column::RefDapOperatorMetadata]);
+  obj.nr = cursor.GetInt32(columnNames[Column::Nr]);
+  obj.value = cursor.GetString(columnNames[Column::Keyword]);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

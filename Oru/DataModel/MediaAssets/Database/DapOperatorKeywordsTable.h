@@ -7,6 +7,7 @@
 #include "Oru/DataModel/MediaAssets/KeywordEncapsulated.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -39,6 +40,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefDapOperatorMetadata, Nr, Keyword };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 };

@@ -4,6 +4,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -22,6 +23,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataEssenceTable : public EssenceKindTable<D
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefEssence };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 1> columnNames;
   /// The join that a read selects from.

@@ -52,7 +52,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceKindTable
     essenceTable.ReadFromCursor(cursor, obj, lazy);
   }
   bool BindToCursor(Common::Databases::Cursor& cursor, EssenceEncapsulated& obj) override {
-    return cursor.Bind(Derived::columnNames[0], GetObjectId(obj));
+    return cursor.Bind(Derived::columnNames[Derived::Column::RefEssence], GetObjectId(obj));
   }
   void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override {
     essenceTable.SetObjectId(obj, objectId);

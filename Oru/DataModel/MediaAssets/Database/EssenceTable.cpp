@@ -70,15 +70,16 @@ VideoEssenceTable& EssenceTable::GetVideoEssenceTable() {
 }
 
 bool EssenceTable::BindToCursor(Cursor& cursor, EssenceEncapsulated& obj) {
-  return cursor.Bind(columnNames[1], obj.fk) && cursor.Bind(columnNames[2], obj.essence.Nr()) &&
-         cursor.Bind(columnNames[3], obj.essence.ChannelCount());
+  return cursor.Bind(columnNames[Column::RefStream], obj.fk) &&
+         cursor.Bind(columnNames[Column::Nr], obj.essence.Nr()) &&
+         cursor.Bind(columnNames[Column::ChannelCount], obj.essence.ChannelCount());
 }
 
 void EssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool) {
   auto& essence = static_cast<Essence&>(obj);
-  essence.ObjectId(cursor.GetInt64(columnNames[0]));
-  essence.Nr(cursor.GetInt32(columnNames[2]));
-  essence.ChannelCount(cursor.GetInt32(columnNames[3]));
+  essence.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  essence.Nr(cursor.GetInt32(columnNames[Column::Nr]));
+  essence.ChannelCount(cursor.GetInt32(columnNames[Column::ChannelCount]));
 }
 
 void EssenceTable::SetObjectId(EssenceEncapsulated& obj, int64_t objectId) {

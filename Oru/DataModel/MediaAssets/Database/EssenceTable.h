@@ -9,6 +9,7 @@
 #include "Oru/DataModel/MediaAssets/Essence.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -65,6 +66,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, RefStream, Nr, ChannelCount };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
 

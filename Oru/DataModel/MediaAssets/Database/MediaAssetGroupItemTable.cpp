@@ -29,10 +29,11 @@ MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
       mediaAssetTable(assets),
       lazyAsset(lazyMediaAssetQuery) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[1]);
+  OwnerStandsIn(columnNames[Column::RefMediaAssetGroup]);
   anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
   Sqlite::QuerySqlite query;
-  query.In("key", tableName, columnNames[2], Sqlite::QuerySqlite().Equals(columnNames[0], int64_t{}));
+  query.In("key", tableName, columnNames[Column::RefMediaAsset],
+           Sqlite::QuerySqlite().Equals(columnNames[Column::Key], int64_t{}));
   assetOfItem = Sqlite::KeptStatement(mediaAssetTable.StatementGenerator().SelectToRun(query).text);
 }
 
@@ -69,11 +70,12 @@ void MediaAssetGroupItemTable::ReadMediaAsset(MediaAssetGroupItem& groupItem) {
 }
 
 bool MediaAssetGroupItemTable::BindToCursor(Cursor& cursor, GroupItemEncapsulated& obj) {
-  return cursor.Bind(columnNames[1], obj.fkMediaAssetGroup) && cursor.Bind(columnNames[2], obj.fkMediaAsset);
+  return cursor.Bind(columnNames[Column::RefMediaAssetGroup], obj.fkMediaAssetGroup) &&
+         cursor.Bind(columnNames[Column::RefMediaAsset], obj.fkMediaAsset);
 }
 
 void MediaAssetGroupItemTable::ReadFromCursor(const Cursor& cursor, MediaAssetGroupItem& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
 }
 
 void MediaAssetGroupItemTable::SetObjectId(GroupItemEncapsulated& obj, int64_t objectId) {

@@ -9,6 +9,7 @@
 #include "Oru/DataModel/MediaAssets/MediaAssetGroupItem.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -57,6 +58,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, RefMediaAssetGroup, RefMediaAsset };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 

@@ -91,7 +91,8 @@ std::vector<MediaAssetGroup> MediaAssetGroupRepository::All() {
   const ConnectionLock lock(mDatabase);
   const ReadGuard reading(mDatabase);
   QuerySqlite byName;
-  byName.OrderByAsc(MediaAssetGroupTable::columnNames[3]).OrderByAsc(MediaAssetGroupTable::columnNames[0]);
+  byName.OrderByAsc(MediaAssetGroupTable::columnNames[MediaAssetGroupTable::Column::Name])
+      .OrderByAsc(MediaAssetGroupTable::columnNames[MediaAssetGroupTable::Column::Key]);
   const auto cursor = mDatabase.GetMediaAssetGroupTable().OpenObjectCursor(byName);
   std::vector<MediaAssetGroup> groups;
   for (MediaAssetGroup group; cursor->Next(group); group = MediaAssetGroup()) {

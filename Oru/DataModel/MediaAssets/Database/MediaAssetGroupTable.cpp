@@ -26,8 +26,11 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
   anglesMediaAssetGroupTable = std::make_unique<AnglesMediaAssetGroupTable>(*this);
   mediaAssetGroupItemTable = std::make_unique<MediaAssetGroupItemTable>(mediaAssetTable);
   Sqlite::QuerySqlite items;
-  items.Equals(MediaAssetGroupItemTable::columnNames[1], int64_t{})
-      .OrderByAsc(AnglesMediaAssetGroupItemTable::columnNames[1]);
+  items
+      .Equals(MediaAssetGroupItemTable::columnNames[MediaAssetGroupItemTable::Column::RefMediaAssetGroup],
+              int64_t{})
+      .OrderByAsc(
+          AnglesMediaAssetGroupItemTable::columnNames[AnglesMediaAssetGroupItemTable::Column::AngleIndex]);
   AnglesMediaAssetGroupItemTable& angles = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable();
   itemsOfGroup = Sqlite::KeptStatement(angles.StatementGenerator().SelectToRun(items).text);
 }
@@ -62,15 +65,16 @@ int64_t MediaAssetGroupTable::GetObjectIdFromIdentifier(const Identifier& id) co
 }
 
 bool MediaAssetGroupTable::BindToCursor(Cursor& cursor, MediaAssetGroup& obj) {
-  return cursor.Bind(columnNames[1], obj.Id().Value()) && cursor.Bind(columnNames[2], obj.Type()) &&
-         cursor.Bind(columnNames[3], obj.Name());
+  return cursor.Bind(columnNames[Column::Id], obj.Id().Value()) &&
+         cursor.Bind(columnNames[Column::Type], obj.Type()) &&
+         cursor.Bind(columnNames[Column::Name], obj.Name());
 }
 
 void MediaAssetGroupTable::ReadFromCursor(const Cursor& cursor, MediaAssetGroup& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
-  obj.Id(cursor.GetString(columnNames[1]));
-  obj.Type(cursor.GetString(columnNames[2]));
-  obj.Name(cursor.GetString(columnNames[3]));
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  obj.Id(cursor.GetString(columnNames[Column::Id]));
+  obj.Type(cursor.GetString(columnNames[Column::Type]));
+  obj.Name(cursor.GetString(columnNames[Column::Name]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

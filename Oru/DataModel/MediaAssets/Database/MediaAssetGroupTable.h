@@ -10,6 +10,7 @@
 #include "Oru/DataModel/MediaAssets/MediaAssetGroup.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -65,6 +66,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, Id, Type, Name };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after

@@ -103,26 +103,30 @@ MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db)
       keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
-  linkedResources = SelectLinked<MediaResource>(*mediaResouceTable, RelationMediasTable::tableName,
-                                                RelationMediasTable::columnNames[1]);
+  linkedResources = SelectLinked<MediaResource>(
+      *mediaResouceTable, RelationMediasTable::tableName,
+      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]);
   relationMediasTable = std::make_unique<RelationMediasTable>(db);
   dapOperatorMetadataTable = std::make_unique<DapOperatorMetadataTable>(db);
   metadataTable = std::make_unique<MetadataTable>("MetadataMediaAsset", db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaAsset", db);
   trackTable = std::make_unique<TrackTable>(db);
-  linkedTracks = SelectLinked<Track>(*trackTable, RelationAssetTrackTable::tableName,
-                                     RelationAssetTrackTable::columnNames[1]);
+  linkedTracks =
+      SelectLinked<Track>(*trackTable, RelationAssetTrackTable::tableName,
+                          RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]);
   relationAssetTrackTable = std::make_unique<RelationAssetTrackTable>(db);
   annotationTable = std::make_unique<AnnotationTable>(db);
   // Last: it is given this table, which must be whole by then.
   mediaAssetGroupTable = std::make_unique<MediaAssetGroupTable>(*this);
   unusedMediaResources = std::make_unique<UnusedRows>(
-      db, MediaResourceTable::tableName, RelationMediasTable::tableName, RelationMediasTable::columnNames[1]);
-  unusedTracks = std::make_unique<UnusedRows>(db, TrackTable::tableName, RelationAssetTrackTable::tableName,
-                                              RelationAssetTrackTable::columnNames[1]);
-  emptyAssetGroups =
-      std::make_unique<UnusedRows>(db, MediaAssetGroupTable::tableName, MediaAssetGroupItemTable::tableName,
-                                   MediaAssetGroupItemTable::columnNames[1]);
+      db, MediaResourceTable::tableName, RelationMediasTable::tableName,
+      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]);
+  unusedTracks = std::make_unique<UnusedRows>(
+      db, TrackTable::tableName, RelationAssetTrackTable::tableName,
+      RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]);
+  emptyAssetGroups = std::make_unique<UnusedRows>(
+      db, MediaAssetGroupTable::tableName, MediaAssetGroupItemTable::tableName,
+      MediaAssetGroupItemTable::columnNames[MediaAssetGroupItemTable::Column::RefMediaAssetGroup]);
 }
 
 MediaAssetTable::~MediaAssetTable() = default;
@@ -189,17 +193,18 @@ bool MediaAssetTable::DeleteByServerId(ZuServerId serverId) {
 
 bool MediaAssetTable::DeleteUnusedMediaResources() {
   return DeleteUnused(*unusedMediaResources, *mediaResouceTable, RelationMediasTable::tableName,
-                      RelationMediasTable::columnNames[1]);
+                      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]);
 }
 
 bool MediaAssetTable::DeleteUnusedTracks() {
   return DeleteUnused(*unusedTracks, *trackTable, RelationAssetTrackTable::tableName,
-                      RelationAssetTrackTable::columnNames[1]);
+                      RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]);
 }
 
 bool MediaAssetTable::DeleteEmptyAssetGroups() {
-  return DeleteUnused(*emptyAssetGroups, *mediaAssetGroupTable, MediaAssetGroupItemTable::tableName,
-                      MediaAssetGroupItemTable::columnNames[1]);
+  return DeleteUnused(
+      *emptyAssetGroups, *mediaAssetGroupTable, MediaAssetGroupItemTable::tableName,
+      MediaAssetGroupItemTable::columnNames[MediaAssetGroupItemTable::Column::RefMediaAssetGroup]);
 }
 
 bool MediaAssetTable::CleanUpDependentData() {

@@ -72,20 +72,21 @@ int64_t MediaResourceTable::GetObjectIdFromIdentifier(const Identifier& id) cons
 }
 
 bool MediaResourceTable::BindToCursor(Cursor& cursor, MediaResource& object) {
-  return cursor.Bind(columnNames[1], object.Id().Value()) && cursor.Bind(columnNames[2], object.Name()) &&
-         cursor.Bind(columnNames[3], static_cast<int32_t>(object.GeneralFormat())) &&
-         cursor.Bind(columnNames[4], int64_t{object.ModificationDate()}) &&
-         cursor.Bind(columnNames[5], int64_t{object.CreationDate()});
+  return cursor.Bind(columnNames[Column::Id], object.Id().Value()) &&
+         cursor.Bind(columnNames[Column::Name], object.Name()) &&
+         cursor.Bind(columnNames[Column::GeneralFormat], static_cast<int32_t>(object.GeneralFormat())) &&
+         cursor.Bind(columnNames[Column::ModificationDate], int64_t{object.ModificationDate()}) &&
+         cursor.Bind(columnNames[Column::CreationDate], int64_t{object.CreationDate()});
 }
 
 void MediaResourceTable::ReadFromCursor(const Cursor& cursor, MediaResource& object, bool) {
-  object.ObjectId(cursor.GetInt64(columnNames[0]));
-  object.Id(cursor.GetString(columnNames[1]));
-  object.Name(cursor.GetString(columnNames[2]));
-  object.GeneralFormat(static_cast<ResourceFormat>(cursor.GetInt32(columnNames[3])));
+  object.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  object.Id(cursor.GetString(columnNames[Column::Id]));
+  object.Name(cursor.GetString(columnNames[Column::Name]));
+  object.GeneralFormat(static_cast<ResourceFormat>(cursor.GetInt32(columnNames[Column::GeneralFormat])));
   // In this order: the creation date sets both dates, and the entity checks the other against it.
-  object.CreationDate(cursor.GetInt64(columnNames[5]));
-  object.ModificationDate(cursor.GetInt64(columnNames[4]));
+  object.CreationDate(cursor.GetInt64(columnNames[Column::CreationDate]));
+  object.ModificationDate(cursor.GetInt64(columnNames[Column::ModificationDate]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -28,7 +28,7 @@ const std::string MetadataTable::emptyString;
 MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
   GenerateStatementsWithoutUpdate();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::ForeignKey]);
 }
 
 MetadataTable::~MetadataTable() = default;
@@ -69,14 +69,16 @@ void MetadataTable::Fold(MetadataProfileDictionary& metadataDictionary, const Me
 }
 
 bool MetadataTable::BindToCursor(Cursor& cursor, MetadataEncapsulated& obj) {
-  return cursor.Bind(columnNames[0], obj.fk) && cursor.Bind(columnNames[1], obj.fullyQualifiedName.Value()) &&
-         cursor.Bind(columnNames[2], obj.key) && cursor.Bind(columnNames[3], obj.value);
+  return cursor.Bind(columnNames[Column::ForeignKey], obj.fk) &&
+         cursor.Bind(columnNames[Column::FullyQualifiedName], obj.fullyQualifiedName.Value()) &&
+         cursor.Bind(columnNames[Column::Name], obj.key) &&
+         cursor.Bind(columnNames[Column::Value], obj.value);
 }
 
 void MetadataTable::ReadFromCursor(const Cursor& cursor, MetadataRow& obj, bool) {
-  obj.first = cursor.GetString(columnNames[1]);
-  obj.second.first = cursor.GetString(columnNames[2]);
-  obj.second.second = cursor.GetString(columnNames[3]);
+  obj.first = cursor.GetString(columnNames[Column::FullyQualifiedName]);
+  obj.second.first = cursor.GetString(columnNames[Column::Name]);
+  obj.second.second = cursor.GetString(columnNames[Column::Value]);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

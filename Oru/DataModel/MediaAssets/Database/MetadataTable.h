@@ -8,6 +8,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MetadataEncapsulated.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -59,6 +60,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
 
   /// The name of the stored table of this object.
   const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { ForeignKey, FullyQualifiedName, Name, Value };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
   /// The empty text.

@@ -17,12 +17,13 @@ RelationAssetTrackTable::RelationAssetTrackTable(Common::Databases::Sqlite::Data
 RelationAssetTrackTable::~RelationAssetTrackTable() = default;
 
 bool RelationAssetTrackTable::BindToCursor(Cursor& cursor, RelationAssetTrack& object) {
-  return cursor.Bind(columnNames[0], object.asset) && cursor.Bind(columnNames[1], object.track);
+  return cursor.Bind(columnNames[Column::RefMediaAsset], object.asset) &&
+         cursor.Bind(columnNames[Column::RefTrack], object.track);
 }
 
 void RelationAssetTrackTable::ReadFromCursor(const Cursor& cursor, RelationAssetTrack& object, bool) {
-  object.asset = cursor.GetInt64(columnNames[0]);
-  object.track = cursor.GetInt64(columnNames[1]);
+  object.asset = cursor.GetInt64(columnNames[Column::RefMediaAsset]);
+  object.track = cursor.GetInt64(columnNames[Column::RefTrack]);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -16,12 +16,13 @@ RelationMediasTable::RelationMediasTable(Common::Databases::Sqlite::DatabaseSqli
 RelationMediasTable::~RelationMediasTable() = default;
 
 bool RelationMediasTable::BindToCursor(Cursor& cursor, RelationMedias& object) {
-  return cursor.Bind(columnNames[0], object.mediaAsset) && cursor.Bind(columnNames[1], object.mediaResource);
+  return cursor.Bind(columnNames[Column::RefMediaAsset], object.mediaAsset) &&
+         cursor.Bind(columnNames[Column::RefMediaResource], object.mediaResource);
 }
 
 void RelationMediasTable::ReadFromCursor(const Cursor& cursor, RelationMedias& object, bool) {
-  object.mediaAsset = cursor.GetInt64(columnNames[0]);
-  object.mediaResource = cursor.GetInt64(columnNames[1]);
+  object.mediaAsset = cursor.GetInt64(columnNames[Column::RefMediaAsset]);
+  object.mediaResource = cursor.GetInt64(columnNames[Column::RefMediaResource]);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

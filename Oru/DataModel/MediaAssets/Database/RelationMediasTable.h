@@ -6,6 +6,7 @@
 #include "Oru/DataModel/MediaAssets/Database/RelationMedias.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -29,6 +30,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationMediasTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefMediaAsset, RefMediaResource };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 2> columnNames;
 };

@@ -44,7 +44,7 @@ const std::string StreamTable::objectIdFromIdentifierQuery = "SELECT key FROM St
 StreamTable::StreamTable(Sqlite::DatabaseSqlite& db)
     : DeclaredTable(db), keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
-  OwnerStandsIn(columnNames[2]);
+  OwnerStandsIn(columnNames[Column::RefMediaResource]);
   essenceTable = std::make_unique<EssenceTable>(db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsStream", db);
   metadataTable = std::make_unique<MetadataTable>("MetadataStream", db);
@@ -104,15 +104,16 @@ int64_t StreamTable::GetObjectIdFromIdentifier(const Identifier& id) const {
 }
 
 bool StreamTable::BindToCursor(Cursor& cursor, StreamEncapsulated& obj) {
-  return cursor.Bind(columnNames[1], obj.stream.Id().Value()) && cursor.Bind(columnNames[2], obj.fk) &&
-         cursor.Bind(columnNames[3], static_cast<int32_t>(obj.stream.Format()));
+  return cursor.Bind(columnNames[Column::Id], obj.stream.Id().Value()) &&
+         cursor.Bind(columnNames[Column::RefMediaResource], obj.fk) &&
+         cursor.Bind(columnNames[Column::WrapperFormat], static_cast<int32_t>(obj.stream.Format()));
 }
 
 void StreamTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool) {
   auto& stream = static_cast<Stream&>(obj);
-  stream.ObjectId(cursor.GetInt64(columnNames[0]));
-  stream.Id(cursor.GetString(columnNames[1]));
-  stream.Format(static_cast<WrapperFormat>(cursor.GetInt32(columnNames[3])));
+  stream.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  stream.Id(cursor.GetString(columnNames[Column::Id]));
+  stream.Format(static_cast<WrapperFormat>(cursor.GetInt32(columnNames[Column::WrapperFormat])));
 }
 
 void StreamTable::SetObjectId(StreamEncapsulated& obj, int64_t objectId) {

@@ -12,6 +12,7 @@
 #include "Oru/DataModel/MediaAssets/Stream.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -78,6 +79,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, Id, RefMediaResource, WrapperFormat };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after

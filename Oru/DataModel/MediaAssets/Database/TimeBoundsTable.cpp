@@ -18,7 +18,7 @@ const std::string TimeBoundsTable::emptyString;
 TimeBoundsTable::TimeBoundsTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
   GenerateStatementsWithoutUpdate();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::ForeignKey]);
 }
 
 TimeBoundsTable::~TimeBoundsTable() = default;
@@ -44,14 +44,18 @@ void TimeBoundsTable::Read(int64_t fk, TimeBoundsArray& timeBounds) {
 }
 
 bool TimeBoundsTable::BindToCursor(Cursor& cursor, TimeBoundsEncapsulated& obj) {
-  return cursor.Bind(columnNames[0], obj.fk) &&
-         BindBoundary(cursor, columnNames[1], columnNames[2], obj.bounds.InBoundary()) &&
-         BindBoundary(cursor, columnNames[3], columnNames[4], obj.bounds.OutBoundary());
+  return cursor.Bind(columnNames[Column::ForeignKey], obj.fk) &&
+         BindBoundary(cursor, columnNames[Column::InBoundary], columnNames[Column::InBoundaryMoving],
+                      obj.bounds.InBoundary()) &&
+         BindBoundary(cursor, columnNames[Column::OutBoundary], columnNames[Column::OutBoundaryMoving],
+                      obj.bounds.OutBoundary());
 }
 
 void TimeBoundsTable::ReadFromCursor(const Cursor& cursor, TimeBounds& obj, bool) {
-  const TimePoints::TimeBoundary in = ReadBoundary(cursor, columnNames[1], columnNames[2]);
-  const TimePoints::TimeBoundary out = ReadBoundary(cursor, columnNames[3], columnNames[4]);
+  const TimePoints::TimeBoundary in =
+      ReadBoundary(cursor, columnNames[Column::InBoundary], columnNames[Column::InBoundaryMoving]);
+  const TimePoints::TimeBoundary out =
+      ReadBoundary(cursor, columnNames[Column::OutBoundary], columnNames[Column::OutBoundaryMoving]);
   obj = TimeBounds(in, out);
 }
 

@@ -7,6 +7,7 @@
 #include "Oru/DataModel/MediaAssets/TimeBoundsArray.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -53,6 +54,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
 
   /// The name of the stored table of this object.
   const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { ForeignKey, InBoundary, InBoundaryMoving, OutBoundary, OutBoundaryMoving };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
   /// The empty text, which stands for the key column that these tables don't have.

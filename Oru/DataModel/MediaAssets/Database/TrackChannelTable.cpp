@@ -17,7 +17,7 @@ TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db)
           "SELECT e.key as essenceKey FROM Essence e JOIN Stream s ON e.refStream = s.key"
           " WHERE e.nr = :nr and s.id = :id") {
   GenerateStatements();
-  OwnerStandsIn(columnNames[0]);
+  OwnerStandsIn(columnNames[Column::RefTrack]);
   streamTable = std::make_unique<StreamTable>(db);
 }
 
@@ -41,14 +41,15 @@ bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>
 }
 
 bool TrackChannelTable::BindToCursor(Cursor& cursor, TrackChannelEncapsulated& obj) {
-  return cursor.Bind(columnNames[0], obj.trackId) && cursor.Bind(columnNames[1], obj.essenceId) &&
-         cursor.Bind(columnNames[2], obj.channelNr);
+  return cursor.Bind(columnNames[Column::RefTrack], obj.trackId) &&
+         cursor.Bind(columnNames[Column::RefEssence], obj.essenceId) &&
+         cursor.Bind(columnNames[Column::ChannelNr], obj.channelNr);
 }
 
 void TrackChannelTable::ReadFromCursor(const Cursor& cursor, TrackChannelEncapsulated& obj, bool) {
-  obj.trackId = cursor.GetInt64(columnNames[0]);
-  obj.essenceId = cursor.GetInt64(columnNames[1]);
-  obj.channelNr = cursor.GetInt64(columnNames[2]);
+  obj.trackId = cursor.GetInt64(columnNames[Column::RefTrack]);
+  obj.essenceId = cursor.GetInt64(columnNames[Column::RefEssence]);
+  obj.channelNr = cursor.GetInt64(columnNames[Column::ChannelNr]);
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -9,6 +9,7 @@
 #include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -46,6 +47,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { RefTrack, RefEssence, ChannelNr };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 

@@ -32,7 +32,7 @@ TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
   trackChannelTable = std::make_unique<TrackChannelTable>(db);
   streamTable = std::make_unique<StreamTable>(db);
   Sqlite::QuerySqlite byId;
-  byId.Equals(StreamTable::columnNames[1], std::string());
+  byId.Equals(StreamTable::columnNames[StreamTable::Column::Id], std::string());
   streamById = Sqlite::KeptStatement(streamTable->StatementGenerator().SelectToRun(byId).text);
 }
 
@@ -75,13 +75,14 @@ int64_t TrackTable::GetObjectIdFromIdentifier(const Identifier& id) const {
 }
 
 bool TrackTable::BindToCursor(Cursor& cursor, Track& obj) {
-  return cursor.Bind(columnNames[1], obj.Id().Value()) && cursor.Bind(columnNames[2], obj.Name());
+  return cursor.Bind(columnNames[Column::Id], obj.Id().Value()) &&
+         cursor.Bind(columnNames[Column::Name], obj.Name());
 }
 
 void TrackTable::ReadFromCursor(const Cursor& cursor, Track& obj, bool) {
-  obj.ObjectId(cursor.GetInt64(columnNames[0]));
-  obj.Id(cursor.GetString(columnNames[1]));
-  obj.Name(cursor.GetString(columnNames[2]));
+  obj.ObjectId(cursor.GetInt64(columnNames[Column::Key]));
+  obj.Id(cursor.GetString(columnNames[Column::Id]));
+  obj.Name(cursor.GetString(columnNames[Column::Name]));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -11,6 +11,7 @@
 #include "Oru/DataModel/MediaAssets/Track.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -57,6 +58,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t { Key, Id, Name };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after

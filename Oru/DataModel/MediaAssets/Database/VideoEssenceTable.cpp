@@ -30,7 +30,7 @@ const std::string VideoEssenceTable::fromClause =
 
 VideoEssenceTable::VideoEssenceTable(EssenceTable& table) : EssenceKindTable(table) {
   GenerateStatements();
-  OwnerStandsIn(EssenceTable::columnNames[1]);
+  OwnerStandsIn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
 }
 
 VideoEssenceTable::~VideoEssenceTable() = default;
@@ -38,39 +38,43 @@ VideoEssenceTable::~VideoEssenceTable() = default;
 bool VideoEssenceTable::BindToCursor(Cursor& cursor, EssenceEncapsulated& obj) {
   const auto& video = static_cast<const VideoEssence&>(obj.essence);
   return EssenceKindTable::BindToCursor(cursor, obj) &&
-         cursor.Bind(columnNames[1], static_cast<int32_t>(video.VideoCodec())) &&
-         cursor.Bind(columnNames[2], video.BitRate()) &&
-         cursor.Bind(columnNames[3], static_cast<int32_t>(video.BitRateMode())) &&
-         cursor.Bind(columnNames[4], video.BitDepth()) &&
-         BindRate(cursor, columnNames[5], columnNames[6], video.FrameRate()) &&
-         cursor.Bind(columnNames[7], video.Height()) && cursor.Bind(columnNames[8], video.Width()) &&
-         cursor.Bind(columnNames[9], static_cast<int32_t>(video.ChromaSubSampling())) &&
-         cursor.Bind(columnNames[10], static_cast<int32_t>(video.ColorSpace())) &&
-         cursor.Bind(columnNames[11], static_cast<int32_t>(video.ScanMode())) &&
-         cursor.Bind(columnNames[12], video.FourCC()) &&
-         cursor.Bind(columnNames[13], video.AspectRatio().WidthFactor()) &&
-         cursor.Bind(columnNames[14], video.AspectRatio().HeightFactor()) &&
-         cursor.Bind(columnNames[15], static_cast<int32_t>(video.Boxing()));
+         cursor.Bind(columnNames[Column::VideoCodec], static_cast<int32_t>(video.VideoCodec())) &&
+         cursor.Bind(columnNames[Column::BitRate], video.BitRate()) &&
+         cursor.Bind(columnNames[Column::BitRateMode], static_cast<int32_t>(video.BitRateMode())) &&
+         cursor.Bind(columnNames[Column::BitDepth], video.BitDepth()) &&
+         BindRate(cursor, columnNames[Column::FrameRateNum], columnNames[Column::FrameRateDen],
+                  video.FrameRate()) &&
+         cursor.Bind(columnNames[Column::Height], video.Height()) &&
+         cursor.Bind(columnNames[Column::Width], video.Width()) &&
+         cursor.Bind(columnNames[Column::ChromaSubSampling],
+                     static_cast<int32_t>(video.ChromaSubSampling())) &&
+         cursor.Bind(columnNames[Column::ColorSpace], static_cast<int32_t>(video.ColorSpace())) &&
+         cursor.Bind(columnNames[Column::ScanMode], static_cast<int32_t>(video.ScanMode())) &&
+         cursor.Bind(columnNames[Column::FourCC], video.FourCC()) &&
+         cursor.Bind(columnNames[Column::AspectRatioWidthFactor], video.AspectRatio().WidthFactor()) &&
+         cursor.Bind(columnNames[Column::AspectRatioHeightFactor], video.AspectRatio().HeightFactor()) &&
+         cursor.Bind(columnNames[Column::Boxing], static_cast<int32_t>(video.Boxing()));
 }
 
 void VideoEssenceTable::ReadFromCursor(const Cursor& cursor, PersistentObject& obj, bool lazy) {
   EssenceKindTable::ReadFromCursor(cursor, obj, lazy);
   auto& video = static_cast<VideoEssence&>(obj);
-  video.VideoCodec(static_cast<VideoCodingFormat>(cursor.GetInt32(columnNames[1])));
-  video.BitRate(cursor.GetInt32(columnNames[2]));
-  video.BitRateMode(static_cast<BitRateMode>(cursor.GetInt32(columnNames[3])));
-  video.BitDepth(cursor.GetInt32(columnNames[4]));
-  video.FrameRate(ReadRate(cursor, columnNames[5], columnNames[6]));
-  video.Height(cursor.GetInt32(columnNames[7]));
-  video.Width(cursor.GetInt32(columnNames[8]));
-  video.ChromaSubSampling(static_cast<ChromaSubSampling>(cursor.GetInt32(columnNames[9])));
-  video.ColorSpace(static_cast<ColorSpace>(cursor.GetInt32(columnNames[10])));
-  video.ScanMode(static_cast<ScanMode>(cursor.GetInt32(columnNames[11])));
-  video.FourCC(cursor.GetString(columnNames[12]));
-  const int32_t widthFactor = cursor.GetInt32(columnNames[13]);
-  const int32_t heightFactor = cursor.GetInt32(columnNames[14]);
+  video.VideoCodec(static_cast<VideoCodingFormat>(cursor.GetInt32(columnNames[Column::VideoCodec])));
+  video.BitRate(cursor.GetInt32(columnNames[Column::BitRate]));
+  video.BitRateMode(static_cast<BitRateMode>(cursor.GetInt32(columnNames[Column::BitRateMode])));
+  video.BitDepth(cursor.GetInt32(columnNames[Column::BitDepth]));
+  video.FrameRate(ReadRate(cursor, columnNames[Column::FrameRateNum], columnNames[Column::FrameRateDen]));
+  video.Height(cursor.GetInt32(columnNames[Column::Height]));
+  video.Width(cursor.GetInt32(columnNames[Column::Width]));
+  video.ChromaSubSampling(
+      static_cast<ChromaSubSampling>(cursor.GetInt32(columnNames[Column::ChromaSubSampling])));
+  video.ColorSpace(static_cast<ColorSpace>(cursor.GetInt32(columnNames[Column::ColorSpace])));
+  video.ScanMode(static_cast<ScanMode>(cursor.GetInt32(columnNames[Column::ScanMode])));
+  video.FourCC(cursor.GetString(columnNames[Column::FourCC]));
+  const int32_t widthFactor = cursor.GetInt32(columnNames[Column::AspectRatioWidthFactor]);
+  const int32_t heightFactor = cursor.GetInt32(columnNames[Column::AspectRatioHeightFactor]);
   video.AspectRatio(AspectRatio(widthFactor, heightFactor));
-  video.Boxing(static_cast<Boxing>(cursor.GetInt32(columnNames[15])));
+  video.Boxing(static_cast<Boxing>(cursor.GetInt32(columnNames[Column::Boxing])));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -4,6 +4,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 
 namespace Oru::DataModel::MediaAssets::Database {
@@ -26,6 +27,27 @@ class ORU_DATAMODEL_DATABASE_EXPORT VideoEssenceTable : public EssenceKindTable<
 
   /// The name of the stored table.
   static const std::string tableName;
+  /// The places of the columns in `columnNames`.
+  struct Column {
+    enum : std::size_t {
+      RefEssence,
+      VideoCodec,
+      BitRate,
+      BitRateMode,
+      BitDepth,
+      FrameRateNum,
+      FrameRateDen,
+      Height,
+      Width,
+      ChromaSubSampling,
+      ColorSpace,
+      ScanMode,
+      FourCC,
+      AspectRatioWidthFactor,
+      AspectRatioHeightFactor,
+      Boxing
+    };
+  };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 16> columnNames;
   /// The join that a read selects from.

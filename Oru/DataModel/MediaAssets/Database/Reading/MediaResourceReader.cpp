@@ -14,16 +14,21 @@ namespace Oru::DataModel::MediaAssets::Database {
 using TimePoints::TimeBounds;
 
 MediaResourceReader::MediaResourceReader(MediaResourceTable& table)
-    : bounds(table.GetTimeBoundsTable(), TimeBoundsTable::columnNames[0]),
-      metadata(table.GetMetadataTable(), MetadataTable::columnNames[0]),
-      streamRows(table.GetStreamTable(), StreamTable::columnNames[2]),
-      streamBounds(table.GetStreamTable().GetTimeBoundsTable(), TimeBoundsTable::columnNames[0]),
-      streamMetadata(table.GetStreamTable().GetMetadataTable(), MetadataTable::columnNames[0]),
-      videoRows(table.GetStreamTable().GetVideoEssenceTable(), EssenceTable::columnNames[1]),
-      audioRows(table.GetStreamTable().GetAudioEssenceTable(), EssenceTable::columnNames[1]),
-      dataRows(table.GetStreamTable().GetDataEssenceTable(), EssenceTable::columnNames[1]),
+    : bounds(table.GetTimeBoundsTable(), TimeBoundsTable::columnNames[TimeBoundsTable::Column::ForeignKey]),
+      metadata(table.GetMetadataTable(), MetadataTable::columnNames[MetadataTable::Column::ForeignKey]),
+      streamRows(table.GetStreamTable(), StreamTable::columnNames[StreamTable::Column::RefMediaResource]),
+      streamBounds(table.GetStreamTable().GetTimeBoundsTable(),
+                   TimeBoundsTable::columnNames[TimeBoundsTable::Column::ForeignKey]),
+      streamMetadata(table.GetStreamTable().GetMetadataTable(),
+                     MetadataTable::columnNames[MetadataTable::Column::ForeignKey]),
+      videoRows(table.GetStreamTable().GetVideoEssenceTable(),
+                EssenceTable::columnNames[EssenceTable::Column::RefStream]),
+      audioRows(table.GetStreamTable().GetAudioEssenceTable(),
+                EssenceTable::columnNames[EssenceTable::Column::RefStream]),
+      dataRows(table.GetStreamTable().GetDataEssenceTable(),
+               EssenceTable::columnNames[EssenceTable::Column::RefStream]),
       essenceMetadata(table.GetStreamTable().GetEssenceTable().GetMetadataTable(),
-                      MetadataTable::columnNames[0]) {}
+                      MetadataTable::columnNames[MetadataTable::Column::ForeignKey]) {}
 
 void MediaResourceReader::Read(ObjectsByKey<MediaResource>& resources) {
   if (resources.IsEmpty()) return;

@@ -37,10 +37,11 @@ bool Holds(const MediaAsset& asset, MediaAssetParts part) {
 
 // Nothing that was linked stays linked if it isn't wanted, and nothing is linked twice.
 template <class Link, class LinkTable>
-bool Relink(LinkTable& links, int64_t asset, const Keys& linked, const Keys& wanted) {
+bool Relink(LinkTable& links, const std::string& linkColumn, int64_t asset, const Keys& linked,
+            const Keys& wanted) {
   for (const int64_t lost : Difference(linked, wanted)) {
     Sqlite::QuerySqlite query;
-    query.Equals(LinkTable::columnNames[0], asset).Equals(LinkTable::columnNames[1], lost);
+    query.Equals(LinkTable::columnNames[LinkTable::Column::RefMediaAsset], asset).Equals(linkColumn, lost);
     if (!links.Delete(query)) return false;
   }
   for (const int64_t added : Difference(wanted, linked)) {
@@ -72,8 +73,11 @@ MediaAssetWriter::MediaAssetWriter(DataModelDatabase& writtenDatabase)
       assets(writtenDatabase.GetMediaAssetTable()),
       uses(writtenDatabase),
       resourceWriter(writtenDatabase, uses),
-      shareResources(LinkCopy(RelationMediasTable::tableName, RelationMediasTable::columnNames[1])),
-      shareTracks(LinkCopy(RelationAssetTrackTable::tableName, RelationAssetTrackTable::columnNames[1])),
+      shareResources(
+          LinkCopy(RelationMediasTable::tableName,
+                   RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource])),
+      shareTracks(LinkCopy(RelationAssetTrackTable::tableName,
+                           RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack])),
       deleteAsset("DELETE FROM MediaAsset WHERE key = ?"),
       protection(
           "SELECT 1 FROM DapOperatorMetadata WHERE refMediaAsset = ? AND (userProtected OR dapUIProtected)") {
@@ -215,12 +219,17 @@ void MediaAssetWriter::RefuseChannels(const MediaAsset& asset, const Track& trac
 }
 
 void MediaAssetWriter::RelinkResources(const MediaAsset& asset, const Keys& linked, const Keys& wanted) {
-  Require(asset, Relink<RelationMedias>(assets.GetRelationMediasTable(), asset.ObjectId(), linked, wanted));
+  Require(asset, Relink<RelationMedias>(
+                     assets.GetRelationMediasTable(),
+                     RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource],
+                     asset.ObjectId(), linked, wanted));
 }
 
 void MediaAssetWriter::RelinkTracks(const MediaAsset& asset, const Keys& linked, const Keys& wanted) {
-  Require(asset,
-          Relink<RelationAssetTrack>(assets.GetRelationAssetTrackTable(), asset.ObjectId(), linked, wanted));
+  Require(asset, Relink<RelationAssetTrack>(
+                     assets.GetRelationAssetTrackTable(),
+                     RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack],
+                     asset.ObjectId(), linked, wanted));
 }
 
 void MediaAssetWriter::Require(const MediaAsset& asset, bool isDone) const {
