@@ -51,22 +51,6 @@ TEST_F(SequenceTableTest, ADurationThatIsNotFixedIsStoredAndReadAsNone) {
   EXPECT_EQ(Value("SELECT typeof(editRef) FROM Sequence"), "null");
 }
 
-TEST_F(SequenceTableTest, TheWrapperTellsTheEdit) {
-  Run("INSERT INTO Edit(key, id) VALUES (7, 'e'), (8, 'f')");
-  Sequence sequence(SequenceId("s"));
-  SequenceEncapsulated row(sequence);
-  for (const int64_t edit : {7, 8}) {
-    row.editFk = edit;
-    ASSERT_TRUE(sequences.Save(row));
-    EXPECT_EQ(Value("SELECT editRef FROM Sequence"), std::to_string(edit));
-  }
-  ASSERT_TRUE(sequences.Save(sequence));
-  EXPECT_EQ(Value("SELECT count(*) || typeof(editRef) FROM Sequence"), "1null");
-  row.editFk = 9;
-  EXPECT_FALSE(sequences.Save(row));
-  EXPECT_TRUE(log.Contains("FOREIGN KEY constraint failed"));
-}
-
 TEST_F(SequenceTableTest, DeletionByObjectIdentifierAndServer) {
   const std::string odd = "it's \"odd\"";
   Sequence object = Stored("object", 10);

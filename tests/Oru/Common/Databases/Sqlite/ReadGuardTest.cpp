@@ -87,45 +87,6 @@ TEST_F(ReadGuardTest, NothingIsWrittenInItWhicheverThreadTries) {
   EXPECT_EQ(Count(), "4");
 }
 
-TEST_F(ReadGuardTest, IsInertOnceEndedAndInsideATransaction) {
-  {
-    TransactionGuard transaction(db);
-    ReadGuard(db).End();
-    EXPECT_TRUE(transaction.IsActive());
-    EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Note (text) VALUES ('d')"));
-    transaction.Commit();
-  }
-  ReadGuard guard(db);
-  EXPECT_THROW(db.BeginTransaction(), InvalidOperationException);
-  guard.End();
-  db.BeginTransaction();
-  EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Note (text) VALUES ('e')"));
-  guard.End();
-  EXPECT_EQ(db.EndTransaction(true), 1);
-  {
-    // What ends the reading, and the transaction that follows, are other people's.
-    const ReadGuard ended(db);
-    EXPECT_TRUE(db.ExecuteStatement("COMMIT; BEGIN; INSERT INTO Note (text) VALUES ('f')"));
-  }
-  EXPECT_TRUE(db.IsInTransaction());
-  EXPECT_TRUE(db.ExecuteStatement("ROLLBACK"));
-  {
-    auto first = std::make_unique<ReadGuard>(db);
-    EXPECT_TRUE(db.ExecuteStatement("COMMIT"));
-    const ReadGuard second(db);
-    first.reset();
-    EXPECT_TRUE(db.IsInTransaction());
-  }
-  {
-    const ReadGuard closed(db);
-    db.Close();
-    db.Open();
-    db.BeginTransaction();
-  }
-  EXPECT_EQ(db.EndTransaction(false), 0);
-  EXPECT_EQ(Count(), "5");
-}
-
 TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
   TestSupport::NoteTable table(db);
   PropertiesTableSqlite properties("Props", db);

@@ -5,37 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 namespace Oru::DataModel::MediaAssets::Database {
 
 using testing::ElementsAre;
 
 class MediaAssetGroupTableTest : public TestSupport::StoredGroups {};
-
-TEST_F(MediaAssetGroupTableTest, ItemsComeInTheOrderOfTheLastSaveUnderNewKeys) {
-  // So many that places in the order of text, or of keys that are reused, would show.
-  Members members;
-  for (int i = 0; i < 12; ++i)
-    members.emplace_back(std::string(1, static_cast<char>('a' + i * i % 4)), "angle " + std::to_string(i));
-  AnglesMediaAssetGroup group = Group("g", members);
-  ASSERT_TRUE(groups.Save(group));
-  EXPECT_EQ(StoredItems("g"), members);
-
-  const int64_t lastKey = std::stoll(Value("SELECT max(key) FROM MediaAssetGroupItem"));
-  std::reverse(members.begin(), members.end());
-  std::reverse(group.Items().begin(), group.Items().end());
-  ASSERT_TRUE(groups.Save(group));
-  EXPECT_EQ(StoredItems("g"), members);
-  EXPECT_EQ(Count("MediaAssetGroupItem"), 12);
-  for (std::size_t i = 0; i < members.size(); ++i)
-    EXPECT_EQ(group.Items()[i]->ObjectId(), lastKey + 1 + static_cast<int64_t>(i));
-
-  // The stored place tells, not the key.
-  Run("UPDATE AnglesMediaAssetGroupItem SET angleIndex = 11 - angleIndex");
-  std::reverse(members.begin(), members.end());
-  EXPECT_EQ(StoredItems("g"), members);
-}
 
 TEST_F(MediaAssetGroupTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveThere) {
   AnglesMediaAssetGroup group = Group("g", {{"a", "1"}, {"b", "2"}});

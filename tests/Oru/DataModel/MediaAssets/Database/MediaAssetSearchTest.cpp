@@ -1,5 +1,3 @@
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
 
@@ -7,14 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using Common::Databases::InvalidOperationException;
 using Common::Databases::Query;
 using Common::Databases::Sqlite::FullTextExpression;
 
@@ -107,55 +103,6 @@ TEST_F(MediaAssetSearchTest, ARawCursorMarksWhatMatched) {
             "c:MATCH_<b>CAM-2</b>:<b>A</b> <b>goal</b>;");
   EXPECT_EQ(marked(FullTextExpression::InColumn("name", FullTextExpression::Phrase("goal"))),
             "b:<b>Goal</b>:The goal;");
-}
-
-// SQLite reads an expression, and sees the place of a match, when the statement runs.
-TEST_F(MediaAssetSearchTest, WhatSqliteRefusesIsAnErrorOfTheFirstStepAndOfTheTotal) {
-  const auto match = [this](const std::string& expression) {
-    auto query = database.NewQuery();
-    query->Match(Index, expression);
-    return query;
-  };
-  const struct {
-    std::unique_ptr<Query> query;
-    std::string reason;
-  } cases[] = {
-      {match("\"goal"), "unterminated string"},
-      {match("goal AND"), "fts5: syntax error near"},
-      {match("MATCH_CAM-1"), "no such column: 1"},
-      {match(""), "fts5: syntax error near"},
-      {match("title:goal"), "no such column: title"},
-      {match("goal OR (*"), "fts5: syntax error near"},
-      {[&] {
-         auto query = match("goal");
-         query->Or(*match("match"));
-         return query;
-       }(),
-       "unable to use function MATCH in the requested context"},
-      {[&] {
-         auto query = database.NewQuery();
-         query->Not(*match("goal"));
-         return query;
-       }(),
-       "unable to use function MATCH in the requested context"},
-  };
-  for (const auto& [query, reason] : cases) {
-    const auto fails = [&, text = reason](const std::function<void()>& step) {
-      log.Clear();
-      EXPECT_THROW(step(), InvalidOperationException) << text;
-      EXPECT_TRUE(log.Contains(text)) << log.Text();
-    };
-    const auto cursor = assets.OpenObjectCursor(*query);
-    MediaAsset clip("untouched");
-    EXPECT_TRUE(cursor->IsOpened());
-    fails([&] { cursor->Next(clip); });
-    fails([&] { cursor->Next(); });
-    fails([&] { cursor->GetTotalItemsCount(); });
-    fails([&, query = query.get()] { assets.OpenRawCursor(*query)->Next(); });
-    EXPECT_EQ(clip.Id().Value(), "untouched");
-  }
-  // Nothing of it sticks to the statements that are kept.
-  EXPECT_EQ(Found(Matching("goal")->OrderByAsc("id")), "abc");
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -2,7 +2,6 @@
 
 #include "Oru/DataModel/MediaAssets/Database/TimeBoundsTable.h"
 
-#include "support/AssetReading.h"
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
 
@@ -81,17 +80,6 @@ TEST_F(MetadataTableTest, BoundsHaveNoKeyToBeDeletedBy) {
   EXPECT_FALSE(assets.GetTimeBoundsTable().Delete(clip.ObjectId()));
   EXPECT_TRUE(log.Contains("TimeBoundsMediaAsset")) << log.Text();
   EXPECT_EQ(Count("TimeBoundsMediaAsset"), 1);
-}
-
-TEST_F(MetadataTableTest, AnnotationsAreReplacedUnderNewKeys) {
-  const int64_t before = clip.Annotations().front()->ObjectId();
-  auto added = std::make_shared<Annotation>(AnnotationType::CuePoint, "added");
-  added->ObjectId(before);
-  clip.Annotations().push_back(added);
-  ASSERT_TRUE(assets.Save(clip));
-  EXPECT_GT(clip.Annotations().front()->ObjectId(), before);
-  EXPECT_GT(added->ObjectId(), clip.Annotations().front()->ObjectId());
-  EXPECT_TRUE(TestSupport::IsStored(database, clip));
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database
