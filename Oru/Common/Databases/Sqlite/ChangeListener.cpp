@@ -1,6 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <utility>
@@ -8,12 +8,12 @@
 namespace Oru::Common::Databases::Sqlite {
 
 ChangeListener::ChangeListener(DatabaseSqlite& database, Function function)
-    : mEntry(std::make_shared<Entry>(std::move(function))) {
-  mTeller = database.AddListener(mEntry);
+    : mEntry(std::make_shared<ListenerEntry>(std::move(function))) {
+  mNotifier = database.AddListener(mEntry);
 }
 
 ChangeListener::~ChangeListener() {
-  mTeller->Remove(*mEntry);
+  mNotifier->Remove(*mEntry);
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -1,6 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <sqlite3.h>
@@ -19,13 +19,13 @@ ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
 ConnectionLock::~ConnectionLock() {
   if (!mMutex) return;
   --mDatabase.mLockDepth;
-  if (!mDatabase.mTeller) {
+  if (!mDatabase.mNotifier) {
     sqlite3_mutex_leave(mMutex);
     return;
   }
-  const std::shared_ptr<ChangeTeller> teller = mDatabase.TellerWithNews();
+  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.NotifierWithNews();
   sqlite3_mutex_leave(mMutex);
-  if (teller) teller->Tell();
+  if (notifier) notifier->Notify();
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

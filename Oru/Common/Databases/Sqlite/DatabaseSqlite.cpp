@@ -3,7 +3,7 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
 #include "Oru/Common/Databases/Sqlite/Connection/ConnectionText.h"
 #include "Oru/Common/Databases/Sqlite/Connection/LogEntry.h"
 #include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
@@ -100,7 +100,7 @@ void DatabaseSqlite::Open() {
   const std::optional<int64_t> version = mSchemaWatch->DataVersion();
   if (!version) Fail(ErrorText());
   mReportedVersion = *version;
-  if (mTeller) mTeller->Attach(mHandle);
+  if (mNotifier) mNotifier->Attach(mHandle);
 }
 
 // SQLite opens temporary files, as savepoints within a transaction need them, through the VFS of the file itself. One
@@ -138,7 +138,7 @@ void DatabaseSqlite::Close() {
   mStatements = std::make_unique<StatementCache>();
   mSavepoints->Clear();
   mSchemaWatch.reset();
-  if (mTeller) mTeller->Forget();
+  if (mNotifier) mNotifier->Forget();
   mInTransaction = false;
   mIsReading = false;
   mHasLackedMemory = false;
@@ -252,12 +252,12 @@ uint64_t DatabaseSqlite::BeginSavepoint() {
       error = "no transaction was begun";
     } else {
       const std::size_t depth = mSavepoints->Depth();
-      if (mTeller) mTeller->BeginSavepoint(depth);
+      if (mNotifier) mNotifier->BeginSavepoint(depth);
       const int code = mSavepoints->Begin(mHandle);
       if (code == SQLITE_OK) return mSavepoints->LastNumber();
       error = sqlite3_errmsg(mHandle);
       NoteFailure(code);
-      if (mTeller) mTeller->ReleaseSavepoint(depth);
+      if (mNotifier) mNotifier->ReleaseSavepoint(depth);
     }
   }
   LogFailure("begin of a savepoint refused: " + error);
@@ -274,7 +274,7 @@ void DatabaseSqlite::ReleaseSavepoint(uint64_t number) {
   const std::size_t depth = mSavepoints->DepthOf(number);
   const int code = mSavepoints->Release(depth);
   if (code == SQLITE_OK) {
-    if (mTeller) mTeller->ReleaseSavepoint(depth);
+    if (mNotifier) mNotifier->ReleaseSavepoint(depth);
     return;
   }
   const std::string error = sqlite3_errmsg(mHandle);
@@ -289,12 +289,12 @@ void DatabaseSqlite::RollBackSavepoint(uint64_t number) {
   const int code = mSavepoints->Rollback(mHandle, depth, undone);
   if (code == SQLITE_OK) {
     mChangesAtBegin += undone;
-    if (mTeller) mTeller->RollBackSavepoint(depth);
+    if (mNotifier) mNotifier->RollBackSavepoint(depth);
     return;
   }
   const std::string error = sqlite3_errmsg(mHandle);
   NoteFailure(code);
-  if (mTeller) mTeller->DoubtSavepoint(depth);
+  if (mNotifier) mNotifier->MarkSavepointUncertain(depth);
   // SQLite doesn't know the savepoint any more: a statement of the caller's has ended one around it.
   if ((code & 0xFF) == SQLITE_ERROR) return;
   if (IsInTransaction()) mStatements->Rollback(mHandle);
@@ -336,7 +336,7 @@ bool DatabaseSqlite::HasLostTransaction() const {
 
 void DatabaseSqlite::NoteFailure(int code) {
   if ((code & 0xFF) == SQLITE_NOMEM) mHasLackedMemory = true;
-  if (code != SQLITE_OK && mTeller) mTeller->NoteFailedStatement();
+  if (code != SQLITE_OK && mNotifier) mNotifier->NoteFailedStatement();
 }
 
 // The full-text index keeps the sums of its texts in memory. SQLite 3.40 leaves them wrong when it lacks
@@ -515,25 +515,25 @@ bool DatabaseSqlite::RebuildFullTextIndex(const std::string& table) {
   return ExecuteStatement("INSERT INTO main." + name + "(" + name + ") VALUES('rebuild')");
 }
 
-std::shared_ptr<ChangeTeller> DatabaseSqlite::AddListener(
-    const std::shared_ptr<ChangeListener::Entry>& entry) {
+std::shared_ptr<ChangeNotifier> DatabaseSqlite::AddListener(const std::shared_ptr<ListenerEntry>& entry) {
   const ConnectionLock connection(*this);
   // On a closed database there is no lock of the connection.
   const std::lock_guard<std::mutex> lock(mMutex);
-  const bool isFirst = !mTeller;
-  if (isFirst) mTeller = std::make_shared<ChangeTeller>(*this);
-  mTeller->Add(entry);
-  if (isFirst && IsOpen()) mTeller->Attach(mHandle);
-  return mTeller;
+  const bool isFirst = !mNotifier;
+  if (isFirst)
+    mNotifier = std::make_shared<ChangeNotifier>([this](const std::string& message) { LogFailure(message); });
+  mNotifier->Add(entry);
+  if (isFirst && IsOpen()) mNotifier->Attach(mHandle);
+  return mNotifier;
 }
 
-std::shared_ptr<ChangeTeller> DatabaseSqlite::TellerWithNews() const noexcept {
-  if (!mTeller->HasListeners()) {
-    if (mTeller->Retire()) mTeller.reset();
+std::shared_ptr<ChangeNotifier> DatabaseSqlite::NotifierWithNews() const noexcept {
+  if (!mNotifier->HasListeners()) {
+    if (mNotifier->Retire()) mNotifier.reset();
     return nullptr;
   }
-  mTeller->Settle();
-  return mLockDepth == 0 && mTeller->BeginTelling() ? mTeller : nullptr;
+  mNotifier->CollectCommitted();
+  return mLockDepth == 0 && mNotifier->BeginNotifying() ? mNotifier : nullptr;
 }
 
 void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {

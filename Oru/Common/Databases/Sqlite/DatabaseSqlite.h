@@ -19,7 +19,8 @@ struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
-class ChangeTeller;
+class ChangeNotifier;
+struct ListenerEntry;
 class OpenCursors;
 class PreparedStatement;
 class Savepoints;
@@ -253,10 +254,10 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   // To be called with the handle locked, for a savepoint that is open.
   void ReleaseSavepoint(uint64_t number);
   void RollBackSavepoint(uint64_t number);
-  std::shared_ptr<ChangeTeller> AddListener(const std::shared_ptr<ChangeListener::Entry>& entry);
+  std::shared_ptr<ChangeNotifier> AddListener(const std::shared_ptr<ListenerEntry>& entry);
   // What must tell its listeners now, null when there is nothing to tell. To be asked behind each statement,
   // with the handle locked.
-  std::shared_ptr<ChangeTeller> TellerWithNews() const noexcept;
+  std::shared_ptr<ChangeNotifier> NotifierWithNews() const noexcept;
 
   mutable std::mutex mLastFailureMutex;
   std::string mLastFailure;
@@ -281,7 +282,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   std::unique_ptr<Savepoints> mSavepoints;
   const std::unique_ptr<StatementDeadline> mDeadline;
   // Null while nobody listens; read and changed only with the handle locked.
-  mutable std::shared_ptr<ChangeTeller> mTeller;
+  mutable std::shared_ptr<ChangeNotifier> mNotifier;
   // How many ConnectionLocks there are, all of one thread.
   mutable int mLockDepth = 0;
 };

@@ -7,17 +7,16 @@ namespace Oru::Common::Databases::Sqlite {
 
 using Kind = ChangeNotice::Kind;
 
-// What two changes of one row come to.
-ChangedRows::Fate ChangedRows::Then(Fate before, Fate now) {
+ChangedRows::NetChange ChangedRows::Combined(NetChange before, NetChange now) {
   if (!before) return now;
   if (before == Kind::Unknown || now == Kind::Unknown) return Kind::Unknown;
-  if (before == Kind::Inserted) return now == Kind::Deleted ? Fate() : before;
-  // The row was there at the begin.
+  if (before == Kind::Inserted) return now == Kind::Deleted ? NetChange() : before;
+  // The row existed at the beginning.
   return now == Kind::Deleted || !now ? Kind::Deleted : Kind::Updated;
 }
 
-ChangedRows::Fate ChangedRows::FateOf(const Row& row) const {
-  return row.doubts == mDoubts ? row.fate : Kind::Unknown;
+ChangedRows::NetChange ChangedRows::ChangeOf(const Row& row) const {
+  return row.marks == mMarks ? row.change : Kind::Unknown;
 }
 
 void ChangedRows::Add(std::string_view table, int64_t key, Kind kind) noexcept {
@@ -35,10 +34,10 @@ void ChangedRows::Add(std::string_view table, int64_t key, Kind kind) noexcept {
   }
 }
 
-void ChangedRows::Merge(Table& table, int64_t key, Fate fate) {
+void ChangedRows::Merge(Table& table, int64_t key, NetChange change) {
   if (table.areAllRows) return;
-  const auto [found, isNew] = table.rows.try_emplace(key, Row{fate, mDoubts});
-  if (!isNew) found->second = {Then(FateOf(found->second), fate), mDoubts};
+  const auto [found, isNew] = table.rows.try_emplace(key, Row{change, mMarks});
+  if (!isNew) found->second = {Combined(ChangeOf(found->second), change), mMarks};
   if (table.rows.size() <= MostRowsOfATable) return;
   table.rows = {};
   table.areAllRows = true;
@@ -56,7 +55,7 @@ void ChangedRows::Add(ChangedRows later) noexcept {
       Table& own = mTables[name];
       if (table.areAllRows) own = {{}, true};
       for (const auto& [key, row] : table.rows)
-        Merge(own, key, later.FateOf(row));
+        Merge(own, key, later.ChangeOf(row));
     }
   } catch (...) {
     mAreAllTables = true;
@@ -67,7 +66,7 @@ void ChangedRows::Clear() noexcept {
   mTables.clear();
   mLastName = {};
   mLastTable = nullptr;
-  mDoubts = 0;
+  mMarks = 0;
   mAddCount = 0;
   mAreAllTables = false;
 }
@@ -76,13 +75,14 @@ ChangeNotice ChangedRows::Notice() const {
   ChangeNotice notice;
   notice.areAllTables = mAreAllTables;
   for (const auto& [name, table] : mTables) {
-    ChangeNotice::Table told{name, {}, table.areAllRows};
+    ChangeNotice::Table changed{name, {}, table.areAllRows};
     for (const auto& [key, row] : table.rows) {
-      if (const Fate fate = FateOf(row)) told.rows.push_back({key, *fate});
+      if (const NetChange change = ChangeOf(row)) changed.rows.push_back({key, *change});
     }
-    if (told.rows.empty() && !told.areAllRows) continue;
-    std::sort(told.rows.begin(), told.rows.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
-    notice.tables.push_back(std::move(told));
+    if (changed.rows.empty() && !changed.areAllRows) continue;
+    std::sort(changed.rows.begin(), changed.rows.end(),
+              [](const auto& a, const auto& b) { return a.key < b.key; });
+    notice.tables.push_back(std::move(changed));
   }
   return notice;
 }

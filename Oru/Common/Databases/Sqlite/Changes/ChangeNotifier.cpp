@@ -1,9 +1,7 @@
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeTeller.h"
+#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
 
-#include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
-#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
+#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
 
 #include <sqlite3.h>
 
@@ -21,28 +19,35 @@ ChangeNotice::Kind KindOf(int operation) {
   return operation == SQLITE_DELETE ? ChangeNotice::Kind::Deleted : ChangeNotice::Kind::Updated;
 }
 
-// Without it, SQLite empties a table at once for a DELETE without a condition, and tells no row:
+// Without it, SQLite empties a table at once for a DELETE without a condition, and reports no row:
 // https://sqlite.org/c3ref/set_authorizer.html
 int DeleteRowByRow(void*, int action, const char*, const char*, const char*, const char*) {
   return action == SQLITE_DELETE ? SQLITE_IGNORE : SQLITE_OK;
 }
 
-// Whether a statement of the caller's goes back to a savepoint; also if it rolls back everything, which
-// OnRollback hears of.
+// Whether a statement of the caller's rolls back to a savepoint, or everything (then OnRollback is called too).
 bool IsRollback(sqlite3_stmt* statement) {
   const char* text = sqlite3_sql(statement);
   return sqlite3_stmt_readonly(statement) != 0 && sqlite3_column_count(statement) == 0 &&
          sqlite3_strlike("%rollback%", text, 0) == 0 && !Savepoints::IsOwnRollback(text);
 }
 
+using HeldMutex = std::unique_ptr<sqlite3_mutex, void (*)(sqlite3_mutex*)>;
+
+// Keeps other threads from a connection. Not a ConnectionLock, whose end would notify in its turn.
+HeldMutex Hold(sqlite3* handle) {
+  HeldMutex mutex(handle ? sqlite3_db_mutex(handle) : nullptr, sqlite3_mutex_leave);
+  sqlite3_mutex_enter(mutex.get());
+  return mutex;
+}
+
 }  // namespace
 
-ChangeTeller::ChangeTeller(DatabaseSqlite& database)
-    : mDatabase(database),
-      mShadowCount(
-          "SELECT count(*) FROM pragma_table_list(:name) WHERE schema = 'main' AND type = 'shadow'") {}
+ChangeNotifier::ChangeNotifier(LogFailure logFailure) : mLogFailure(std::move(logFailure)) {}
 
-void ChangeTeller::Attach(sqlite3* handle) {
+ChangeNotifier::~ChangeNotifier() = default;
+
+void ChangeNotifier::Attach(sqlite3* handle) {
   mHandle = handle;
   sqlite3_update_hook(handle, OnUpdate, this);
   sqlite3_rollback_hook(handle, OnRollback, this);
@@ -50,7 +55,7 @@ void ChangeTeller::Attach(sqlite3* handle) {
   sqlite3_set_authorizer(handle, DeleteRowByRow, nullptr);
 }
 
-void ChangeTeller::Detach() {
+void ChangeNotifier::Detach() {
   if (!mHandle) return;
   sqlite3_update_hook(mHandle, nullptr, nullptr);
   sqlite3_rollback_hook(mHandle, nullptr, nullptr);
@@ -59,56 +64,58 @@ void ChangeTeller::Detach() {
   Forget();
 }
 
-void ChangeTeller::Forget() {
+void ChangeNotifier::Forget() {
   mHandle = nullptr;
   ForgetOpen();
   mCommitted.Clear();
+  mShadowSelect.reset();
   mShadows.clear();
 }
 
-void ChangeTeller::ForgetOpen() {
+void ChangeNotifier::ForgetOpen() {
   mAround.clear();
   mOpen.Clear();
 }
 
-bool ChangeTeller::Retire() {
+bool ChangeNotifier::Retire() {
   ForgetOpen();
   mCommitted.Clear();
-  if (mIsTelling) return false;
+  if (mIsNotifying) return false;
   Detach();
   return true;
 }
 
-void ChangeTeller::OnUpdate(void* self, int operation, const char* schema, const char* table, long long key) {
+void ChangeNotifier::OnUpdate(void* self, int operation, const char* schema, const char* table,
+                              long long key) {
   if (std::string_view(schema) != "main") return;
-  static_cast<ChangeTeller*>(self)->mOpen.Add(table, key, KindOf(operation));
+  static_cast<ChangeNotifier*>(self)->mOpen.Add(table, key, KindOf(operation));
 }
 
-void ChangeTeller::OnRollback(void* self) {
-  static_cast<ChangeTeller*>(self)->ForgetOpen();
+void ChangeNotifier::OnRollback(void* self) {
+  static_cast<ChangeNotifier*>(self)->ForgetOpen();
 }
 
-int ChangeTeller::OnStatement(unsigned int, void* self, void* begun, void* text) {
+int ChangeNotifier::OnStatement(unsigned int, void* self, void* begun, void* text) {
   auto* statement = static_cast<sqlite3_stmt*>(begun);
   // Triggers and what SQLite runs for itself show as comments.
   if (text != sqlite3_sql(statement)) return 0;
-  ChangeTeller& teller = *static_cast<ChangeTeller*>(self);
-  if (IsRollback(statement)) teller.DoubtAll();
-  teller.mAddsAtStatement = teller.mOpen.AddCount();
+  ChangeNotifier& notifier = *static_cast<ChangeNotifier*>(self);
+  if (IsRollback(statement)) notifier.MarkAllUncertain();
+  notifier.mAddsAtStatement = notifier.mOpen.AddCount();
   return 0;
 }
 
-void ChangeTeller::NoteFailedStatement() {
-  if (mOpen.AddCount() != mAddsAtStatement) mOpen.Doubt();
+void ChangeNotifier::NoteFailedStatement() {
+  if (mOpen.AddCount() != mAddsAtStatement) mOpen.MarkUncertain();
 }
 
-void ChangeTeller::DoubtAll() {
+void ChangeNotifier::MarkAllUncertain() {
   for (ChangedRows& rows : mAround)
-    rows.Doubt();
-  mOpen.Doubt();
+    rows.MarkUncertain();
+  mOpen.MarkUncertain();
 }
 
-void ChangeTeller::BeginSavepoint(std::size_t depth) {
+void ChangeNotifier::BeginSavepoint(std::size_t depth) {
   ReleaseSavepoint(depth);
   mAround.reserve(depth + 1);
   mAround.resize(depth);
@@ -116,7 +123,7 @@ void ChangeTeller::BeginSavepoint(std::size_t depth) {
   mAddsAtStatement = 0;
 }
 
-void ChangeTeller::ReleaseSavepoint(std::size_t depth) noexcept {
+void ChangeNotifier::ReleaseSavepoint(std::size_t depth) noexcept {
   while (mAround.size() > depth) {
     ChangedRows inner = std::exchange(mOpen, std::move(mAround.back()));
     mAround.pop_back();
@@ -125,7 +132,7 @@ void ChangeTeller::ReleaseSavepoint(std::size_t depth) noexcept {
   mAddsAtStatement = mOpen.AddCount();
 }
 
-void ChangeTeller::RollBackSavepoint(std::size_t depth) noexcept {
+void ChangeNotifier::RollBackSavepoint(std::size_t depth) noexcept {
   if (mAround.size() > depth) {
     mOpen = std::move(mAround[depth]);
     mAround.erase(mAround.begin() + static_cast<std::ptrdiff_t>(depth), mAround.end());
@@ -136,44 +143,43 @@ void ChangeTeller::RollBackSavepoint(std::size_t depth) noexcept {
   mAddsAtStatement = mOpen.AddCount();
 }
 
-void ChangeTeller::DoubtSavepoint(std::size_t depth) noexcept {
+void ChangeNotifier::MarkSavepointUncertain(std::size_t depth) noexcept {
   ReleaseSavepoint(depth);
-  mOpen.Doubt();
+  mOpen.MarkUncertain();
 }
 
-// A rollback of whatever kind has cleared what it undid; what is still there without a transaction that
-// writes was committed.
-void ChangeTeller::Settle() {
+// Every kind of rollback has cleared what it undid. So what is left, if no transaction is writing, was committed.
+void ChangeNotifier::CollectCommitted() {
   if ((mOpen.IsEmpty() && mAround.empty()) || sqlite3_txn_state(mHandle, nullptr) == SQLITE_TXN_WRITE) return;
   ReleaseSavepoint(0);
   mCommitted.Add(std::exchange(mOpen, {}));
 }
 
-bool ChangeTeller::BeginTelling() {
-  if (mIsTelling || mCommitted.IsEmpty()) return false;
-  mIsTelling = true;
+bool ChangeNotifier::BeginNotifying() {
+  if (mIsNotifying || mCommitted.IsEmpty()) return false;
+  mIsNotifying = true;
   return true;
 }
 
-ChangedRows ChangeTeller::TakeCommitted() {
-  const ConnectionLock lock(mDatabase);
+ChangedRows ChangeNotifier::TakeCommitted() {
+  const HeldMutex mutex = Hold(mHandle);
   return std::exchange(mCommitted, {});
 }
 
-bool ChangeTeller::EndTelling() {
-  const ConnectionLock lock(mDatabase);
-  mIsTelling = !mCommitted.IsEmpty();
-  return !mIsTelling;
+bool ChangeNotifier::EndNotifying() {
+  const HeldMutex mutex = Hold(mHandle);
+  mIsNotifying = !mCommitted.IsEmpty();
+  return !mIsNotifying;
 }
 
-void ChangeTeller::Tell() noexcept {
+void ChangeNotifier::Notify() noexcept {
   do {
     const ChangeNotice notice = NoticeOf(TakeCommitted());
     if (notice.areAllTables || !notice.tables.empty()) Call(notice);
-  } while (!EndTelling());
+  } while (!EndNotifying());
 }
 
-ChangeNotice ChangeTeller::NoticeOf(const ChangedRows& rows) noexcept {
+ChangeNotice ChangeNotifier::NoticeOf(const ChangedRows& rows) noexcept {
   try {
     ChangeNotice notice = rows.Notice();
     const auto isShadow = [this](const ChangeNotice::Table& table) { return IsShadow(table.name); };
@@ -187,19 +193,25 @@ ChangeNotice ChangeTeller::NoticeOf(const ChangedRows& rows) noexcept {
   }
 }
 
-// Asked once of each table: what a virtual table keeps its content in is never anything else.
-bool ChangeTeller::IsShadow(const std::string& table) {
+// Asked once for each table: a table in which a virtual table keeps its content is never anything else.
+bool ChangeNotifier::IsShadow(const std::string& table) {
   const auto found = mShadows.find(table);
   if (found != mShadows.end()) return found->second;
-  try {
-    return mShadows[table] = mShadowCount.FindKey(mDatabase, table) > 0;
-  } catch (const InvalidOperationException&) {
-    // The file is locked, say. Rather a table too many than one too few.
-    return false;
+  const HeldMutex mutex = Hold(mHandle);
+  if (!mHandle) return false;
+  if (!mShadowSelect) {
+    mShadowSelect = PreparedStatement::Prepare(
+        mHandle, "SELECT 1 FROM pragma_table_list(?) WHERE schema = 'main' AND type = 'shadow'", true);
   }
+  // If SQLite fails (the file is locked, say), a table too many is better than one too few.
+  if (!mShadowSelect || mShadowSelect->BindText(1, table) != SQLITE_OK) return false;
+  const int code = sqlite3_step(mShadowSelect->Handle());
+  mShadowSelect->Rewind();
+  if (code != SQLITE_ROW && code != SQLITE_DONE) return false;
+  return mShadows[table] = code == SQLITE_ROW;
 }
 
-void ChangeTeller::Call(const ChangeNotice& notice) noexcept {
+void ChangeNotifier::Call(const ChangeNotice& notice) noexcept {
   std::size_t count = 0;
   {
     const std::lock_guard<std::mutex> lock(mMutex);
@@ -213,7 +225,7 @@ void ChangeTeller::Call(const ChangeNotice& notice) noexcept {
   DropInactive();
 }
 
-void ChangeTeller::CallOne(ChangeListener::Entry& entry, const ChangeNotice& notice) noexcept {
+void ChangeNotifier::CallOne(ListenerEntry& entry, const ChangeNotice& notice) noexcept {
   const std::lock_guard<std::recursive_mutex> lock(entry.mutex);
   if (!entry.isActive) return;
   try {
@@ -225,25 +237,25 @@ void ChangeTeller::CallOne(ChangeListener::Entry& entry, const ChangeNotice& not
   }
 }
 
-void ChangeTeller::LogThrow(const char* what) noexcept {
+void ChangeNotifier::LogThrow(const char* what) noexcept {
   try {
-    mDatabase.LogFailure(std::string("a listener of changes threw: ") + what);
+    mLogFailure(std::string("a listener of changes threw: ") + what);
   } catch (...) {
-    // Without the memory for an entry there is none.
+    // There is no memory for an entry.
   }
 }
 
-std::shared_ptr<ChangeListener::Entry> ChangeTeller::EntryAt(std::size_t index) const {
+std::shared_ptr<ListenerEntry> ChangeNotifier::EntryAt(std::size_t index) const {
   const std::lock_guard<std::mutex> lock(mMutex);
   return mEntries[index];
 }
 
-void ChangeTeller::Add(std::shared_ptr<ChangeListener::Entry> entry) {
+void ChangeNotifier::Add(std::shared_ptr<ListenerEntry> entry) {
   const std::lock_guard<std::mutex> lock(mMutex);
   mEntries.push_back(std::move(entry));
 }
 
-void ChangeTeller::Remove(ChangeListener::Entry& entry) {
+void ChangeNotifier::Remove(ListenerEntry& entry) {
   {
     const std::lock_guard<std::recursive_mutex> lock(entry.mutex);
     entry.isActive = false;
@@ -252,13 +264,13 @@ void ChangeTeller::Remove(ChangeListener::Entry& entry) {
   if (!mIsCalling) DropInactive();
 }
 
-bool ChangeTeller::HasListeners() const {
+bool ChangeNotifier::HasListeners() const {
   const std::lock_guard<std::mutex> lock(mMutex);
   return std::any_of(mEntries.begin(), mEntries.end(),
                      [](const auto& entry) { return entry->isActive.load(); });
 }
 
-void ChangeTeller::DropInactive() {
+void ChangeNotifier::DropInactive() {
   mEntries.erase(std::remove_if(mEntries.begin(), mEntries.end(),
                                 [](const auto& entry) { return !entry->isActive.load(); }),
                  mEntries.end());

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
+
+#include <atomic>
+#include <mutex>
+#include <utility>
+
+namespace Oru::Common::Databases::Sqlite {
+
+/// The function of one `ChangeListener`, which is called until it is no longer active.
+struct ListenerEntry {
+  explicit ListenerEntry(ChangeListener::Function toCall) : function(std::move(toCall)) {}
+
+  const ChangeListener::Function function;
+  // Held during a call; recursive, as a function may destroy its own listener.
+  std::recursive_mutex mutex;
+  std::atomic<bool> isActive{true};
+};
+
+}  // namespace Oru::Common::Databases::Sqlite
