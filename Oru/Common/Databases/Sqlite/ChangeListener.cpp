@@ -1,6 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
+#include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
+#include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <utility>
@@ -9,7 +10,8 @@ namespace Oru::Common::Databases::Sqlite {
 
 ChangeListener::ChangeListener(DatabaseSqlite& database, Function function)
     : mEntry(std::make_shared<ListenerEntry>(std::move(function))) {
-  mNotifier = database.AddListener(mEntry);
+  const ConnectionLock lock(database);
+  mNotifier = database.Parts().connection.Listeners().Add(mEntry, database.Handle());
 }
 
 ChangeListener::~ChangeListener() {

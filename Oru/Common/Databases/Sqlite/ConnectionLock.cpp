@@ -1,6 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
+#include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <sqlite3.h>
@@ -13,17 +13,12 @@ ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
     : mDatabase(database), mMutex(database.IsOpen() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
   if (!mMutex) return;
   sqlite3_mutex_enter(mMutex);
-  ++mDatabase.mLockDepth;
+  mDatabase.Parts().connection.Listeners().LockBegins();
 }
 
 ConnectionLock::~ConnectionLock() {
   if (!mMutex) return;
-  --mDatabase.mLockDepth;
-  if (!mDatabase.mNotifier) {
-    sqlite3_mutex_leave(mMutex);
-    return;
-  }
-  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.NotifierWithNews();
+  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.Parts().connection.Listeners().LockEnds();
   sqlite3_mutex_leave(mMutex);
   if (notifier) notifier->Notify();
 }

@@ -3,11 +3,9 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
-#include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
-#include "Oru/Common/Databases/Sqlite/Connection/StatementDeadline.h"
+#include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
 
 #include <sqlite3.h>
 
@@ -65,11 +63,12 @@ void CursorSqlite::Prepare(const std::string& select) {
   }
   {
     const ConnectionLock lock(db);
-    std::unique_ptr<PreparedStatement> prepared = db.mStatements->Take(db.Handle(), select);
+    std::unique_ptr<PreparedStatement> prepared =
+        db.Parts().connection.Statements().Take(db.Handle(), select);
     const int code = prepared ? prepared->BindAll(mValues) : sqlite3_errcode(db.Handle());
     if (!prepared || code != SQLITE_OK) {
       db.LogFailure(code == SQLITE_OK ? "the text holds no statement" : sqlite3_errmsg(db.Handle()));
-      if (prepared) db.mStatements->Return(std::move(prepared), false);
+      if (prepared) db.Parts().connection.Statements().Return(std::move(prepared), false);
       return;
     }
     mPrepared = std::move(prepared);
@@ -79,7 +78,7 @@ void CursorSqlite::Prepare(const std::string& select) {
   mHasFailed = false;
   mLastColumn = 0;
   mLastParameter = 0;
-  db.mCursors->Add(*this);
+  db.Parts().connection.Cursors().Add(*this);
 }
 
 void CursorSqlite::Close() {
@@ -88,7 +87,7 @@ void CursorSqlite::Close() {
   // While the cursor is among the open ones, its database is alive.
   mOpenCursors->Remove(*this);
   mStatement = nullptr;
-  GetDatabase().mStatements->Return(std::move(mPrepared), !mHasFailed);
+  GetDatabase().Parts().connection.Statements().Return(std::move(mPrepared), !mHasFailed);
 }
 
 // A writing statement that was left on a row ends, and may commit, when it is rewound.
@@ -145,9 +144,9 @@ int CursorSqlite::StepOnce() {
     mPosition = Position::OnRow;
   } else if (code == SQLITE_DONE) {
     mPosition = Position::BehindRows;
-    if (isCommand) db.NoteCommand(*mPrepared, wasInTransaction);
+    if (isCommand) db.Parts().transactions.NoteCommand(*mPrepared, wasInTransaction);
   } else {
-    db.NoteFailure(code);
+    db.Parts().connection.NoteFailure(code);
     mPosition = Position::Failed;
     mHasFailed = true;
   }
@@ -169,8 +168,9 @@ bool CursorSqlite::Step(const ConnectionLock&) {
   // SQLite would start over: https://sqlite.org/c3ref/step.html
   if (mPosition == Position::BehindRows) return false;
   DatabaseSqlite& db = GetDatabase();
-  const StatementDeadline::Scope scope(*db.mDeadline);
-  const char* refusal = mPosition == Position::OnRow ? nullptr : db.Refusal(mPrepared->IsReadOnly());
+  const StatementDeadline::Scope scope(db.Parts().connection.Deadline());
+  const char* refusal =
+      mPosition == Position::OnRow ? nullptr : db.Parts().transactions.Refusal(mPrepared->IsReadOnly());
   const int code = refusal ? SQLITE_ERROR : StepOnce();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;

@@ -3,20 +3,14 @@
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
+#include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
 #include "Oru/Common/Databases/Sqlite/Connection/ConnectionText.h"
 #include "Oru/Common/Databases/Sqlite/Connection/LogEntry.h"
-#include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
-#include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
-#include "Oru/Common/Databases/Sqlite/Connection/SchemaWatch.h"
-#include "Oru/Common/Databases/Sqlite/Connection/StatementDeadline.h"
 #include "Oru/Common/Databases/Sqlite/Connection/VfsLibrary.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/Statements/SqlText.h"
-#include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
 #include "Oru/Common/Databases/Sqlite/Upkeep/IntegrityCheck.h"
 #include "Oru/Common/Databases/Sqlite/Upkeep/OnlineCopy.h"
 
@@ -34,24 +28,13 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-namespace {
-
-constexpr const char* LostTransactionText =
-    "the transaction was rolled back at an earlier failure and must be ended first";
-constexpr const char* ReadingText =
-    "a reading (ReadGuard) is under way on this connection and must end before anything is written";
-
-}  // namespace
-
 DatabaseSqlite::DatabaseSqlite(const std::string& connection, const std::shared_ptr<std::ostream>& log)
     : Database(connection),
       mLogSource("Oru.Common.Database"),
       mLog(log),
       mHasConnection(!connection.empty()),
-      mStatements(std::make_unique<StatementCache>()),
-      mCursors(std::make_unique<OpenCursors>()),
-      mSavepoints(std::make_unique<Savepoints>()),
-      mDeadline(std::make_unique<StatementDeadline>()) {}
+      mParts(std::make_unique<ConnectionParts>([this](const std::string& message) { LogFailure(message); })) {
+}
 
 DatabaseSqlite::DatabaseSqlite(const std::shared_ptr<std::ostream>& log)
     : DatabaseSqlite(std::string(), log) {}
@@ -84,23 +67,22 @@ void DatabaseSqlite::Open() {
   sqlite3_extended_result_codes(mHandle, 1);
 
   mBusyTimeout = connection.busyTimeout;
-  mDeadline->Attach(mHandle, connection.statementTimeout, mBusyTimeout);
+  mParts->connection.Deadline().Attach(mHandle, connection.statementTimeout, mBusyTimeout);
   // Not by the pragma, which a transaction of another process could keep from running.
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_FKEY, 1, nullptr);
   // The same text has the same plan whatever its values: SQLite would prepare a statement with a LIKE again
   // for each of them. https://sqlite.org/queryplanner-ng.html#qpstab
   sqlite3_db_config(mHandle, SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
+  Connection& parts = mParts->connection;
+  parts.Open(mHandle);
   KeepTemporaryFilesLocal();
-  // The first reads tell whether the file is a database at all.
-  if (!BeginWatch() || !RunPlain("SELECT 1 FROM sqlite_master LIMIT 1") ||
+  // The first read fails if the file isn't a database.
+  if (!BeginWatch() || !parts.Run("SELECT 1 FROM sqlite_master LIMIT 1") ||
       !Configure("journal_mode", connection.journalMode) ||
-      !Configure("synchronous", connection.synchronous)) {
+      !Configure("synchronous", connection.synchronous) || !parts.Schema().HasChanged()) {
     Fail(ErrorText());
   }
-  const std::optional<int64_t> version = mSchemaWatch->DataVersion();
-  if (!version) Fail(ErrorText());
-  mReportedVersion = *version;
-  if (mNotifier) mNotifier->Attach(mHandle);
+  if (ChangeNotifier* notifier = parts.Listeners().Notifier()) notifier->Attach(mHandle);
 }
 
 // SQLite opens temporary files, as savepoints within a transaction need them, through the VFS of the file itself. One
@@ -108,13 +90,12 @@ void DatabaseSqlite::Open() {
 void DatabaseSqlite::KeepTemporaryFilesLocal() {
   sqlite3_vfs* vfs = nullptr;
   sqlite3_file_control(mHandle, "main", SQLITE_FCNTL_VFS_POINTER, &vfs);
-  if (vfs != sqlite3_vfs_find(nullptr)) RunPlain("PRAGMA temp_store = memory");
+  if (vfs != sqlite3_vfs_find(nullptr)) mParts->connection.Run("PRAGMA temp_store = memory");
 }
 
 bool DatabaseSqlite::BeginWatch() {
-  const StatementDeadline::Scope scope(*mDeadline);
-  mSchemaWatch = std::make_unique<SchemaWatch>(mHandle);
-  return mSchemaWatch->Begin();
+  const StatementDeadline::Scope scope(mParts->connection.Deadline());
+  return mParts->connection.Schema().Begin();
 }
 
 bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
@@ -123,7 +104,7 @@ bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
   // SQLite doesn't wait for the locks that a change to or from a write-ahead log takes:
   // https://sqlite.org/wal.html
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(mBusyTimeout);
-  while (!RunPlain(statement.c_str())) {
+  while (!mParts->connection.Run(statement.c_str())) {
     if ((sqlite3_errcode(mHandle) & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() >= end)
       return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -133,18 +114,10 @@ bool DatabaseSqlite::Configure(const char* pragma, const std::string& value) {
 
 void DatabaseSqlite::Close() {
   if (!IsOpen()) return;
-  while (CursorSqlite* cursor = mCursors->Any())
-    cursor->Close();
-  mStatements = std::make_unique<StatementCache>();
-  mSavepoints->Clear();
-  mSchemaWatch.reset();
-  if (mNotifier) mNotifier->Forget();
-  mInTransaction = false;
-  mIsReading = false;
-  mHasLackedMemory = false;
-  mDeadline->Detach();
-  // What is left are statements that somebody made on the handle itself. The connection goes for good once
-  // they are finalised; until then the file stays in use, and that must not go unnoticed.
+  mParts->transactions.Forget();
+  mParts->connection.Close();
+  // What is left are statements that a caller made on the handle itself. The connection closes completely when
+  // they are finalised. Until then the file stays in use, and the log must say so.
   if (sqlite3_close(mHandle) != SQLITE_OK) {
     for (sqlite3_stmt* left = sqlite3_next_stmt(mHandle, nullptr); left;
          left = sqlite3_next_stmt(mHandle, left)) {
@@ -160,146 +133,23 @@ std::unique_ptr<Query> DatabaseSqlite::NewQuery() const {
 }
 
 void DatabaseSqlite::BeginTransaction() {
-  std::string error = "the database is not open";
-  if (IsOpen()) {
-    const ConnectionLock lock(*this);
-    RecoverFromShortMemory();
-    if (HasLostTransaction()) {
-      error = LostTransactionText;
-    } else if (mIsReading && IsInTransaction()) {
-      error = ReadingText;
-    } else if (IsReadOnly()) {
-      // SQLite would begin one all the same, and refuse what it is for.
-      error = sqlite3_errstr(SQLITE_READONLY);
-    } else if (mStatements->KeepRollback(mHandle) && RunPlain("BEGIN IMMEDIATE")) {
-      // A transaction that only reads at first could be refused its first write at once, whatever the
-      // timeout, when another connection has written since: https://sqlite.org/lang_transaction.html
-      mHasLooked = false;
-      if (IsSchemaTrue(false)) {
-        mInTransaction = true;
-        mIsReading = false;
-        mSavepoints->Forget();
-        ++mTransactionNumber;
-        mChangesAtBegin = sqlite3_total_changes64(mHandle);
-        return;
-      }
-      error = sqlite3_errmsg(mHandle);
-      mStatements->Rollback(mHandle);
-    } else {
-      error = sqlite3_errmsg(mHandle);
-    }
-  }
-  LogFailure("begin of a transaction refused: " + error);
-  throw InvalidOperationException();
+  const ConnectionLock lock(*this);
+  mParts->transactions.Begin();
 }
 
 int64_t DatabaseSqlite::EndTransaction(bool commit) {
-  std::string error = "none was begun";
-  if (IsOpen()) {
-    const ConnectionLock lock(*this);
-    if (HasLostTransaction()) {
-      mInTransaction = false;
-      if (!commit) return 0;
-      error = "it was rolled back at an earlier failure";
-    } else if (mInTransaction) {
-      const int64_t changes = sqlite3_total_changes64(mHandle) - mChangesAtBegin;
-      const bool isEnded = commit ? RunPlain("COMMIT") : mStatements->Rollback(mHandle);
-      if (!isEnded) error = sqlite3_errmsg(mHandle);
-      if (!IsInTransaction()) ForgetTransaction();
-      if (isEnded) return commit ? changes : 0;
-    }
-  }
-  LogFailure("end of the transaction refused: " + error);
-  throw InvalidOperationException();
+  const ConnectionLock lock(*this);
+  return mParts->transactions.End(commit);
 }
 
 uint64_t DatabaseSqlite::BeginReading() {
-  std::string error = "the database is not open";
-  if (IsOpen()) {
-    const ConnectionLock lock(*this);
-    // A view begun behind a lost transaction would pass for that transaction.
-    if (IsInTransaction() || HasLostTransaction()) return 0;
-    if (RunPlain("BEGIN")) {
-      mIsReading = true;
-      mHasLooked = false;
-      return ++mReadingNumber;
-    }
-    error = sqlite3_errmsg(mHandle);
-  }
-  LogFailure("begin of a reading refused: " + error);
-  throw InvalidOperationException();
+  const ConnectionLock lock(*this);
+  return mParts->transactions.BeginReading();
 }
 
 void DatabaseSqlite::EndReading(uint64_t number) {
-  if (!IsOpen()) return;
   const ConnectionLock lock(*this);
-  if (!mIsReading || number != mReadingNumber) return;
-  mIsReading = false;
-  // Only by a statement on the handle itself can it have been written in.
-  if (IsInTransaction() && !RunPlain("COMMIT")) {
-    LogFailure("end of a reading refused: " + ErrorText());
-    RunPlain("ROLLBACK");
-  }
-}
-
-uint64_t DatabaseSqlite::BeginSavepoint() {
-  std::string error = "the database is not open";
-  if (IsOpen()) {
-    const ConnectionLock lock(*this);
-    if (HasLostTransaction()) {
-      error = LostTransactionText;
-    } else if (!IsInTransaction() || mIsReading) {
-      error = "no transaction was begun";
-    } else {
-      const std::size_t depth = mSavepoints->Depth();
-      if (mNotifier) mNotifier->BeginSavepoint(depth);
-      const int code = mSavepoints->Begin(mHandle);
-      if (code == SQLITE_OK) return mSavepoints->LastNumber();
-      error = sqlite3_errmsg(mHandle);
-      NoteFailure(code);
-      if (mNotifier) mNotifier->ReleaseSavepoint(depth);
-    }
-  }
-  LogFailure("begin of a savepoint refused: " + error);
-  throw InvalidOperationException();
-}
-
-bool DatabaseSqlite::HasSavepoint(uint64_t number) const {
-  if (!IsOpen()) return false;
-  const ConnectionLock lock(*this);
-  return IsInTransaction() && mSavepoints->DepthOf(number) < mSavepoints->Depth();
-}
-
-void DatabaseSqlite::ReleaseSavepoint(uint64_t number) {
-  const std::size_t depth = mSavepoints->DepthOf(number);
-  const int code = mSavepoints->Release(depth);
-  if (code == SQLITE_OK) {
-    if (mNotifier) mNotifier->ReleaseSavepoint(depth);
-    return;
-  }
-  const std::string error = sqlite3_errmsg(mHandle);
-  NoteFailure(code);
-  LogFailure("commit of a savepoint refused: " + error);
-  throw InvalidOperationException();
-}
-
-void DatabaseSqlite::RollBackSavepoint(uint64_t number) {
-  const std::size_t depth = mSavepoints->DepthOf(number);
-  int64_t undone = 0;
-  const int code = mSavepoints->Rollback(mHandle, depth, undone);
-  if (code == SQLITE_OK) {
-    mChangesAtBegin += undone;
-    if (mNotifier) mNotifier->RollBackSavepoint(depth);
-    return;
-  }
-  const std::string error = sqlite3_errmsg(mHandle);
-  NoteFailure(code);
-  if (mNotifier) mNotifier->MarkSavepointUncertain(depth);
-  // SQLite doesn't know the savepoint any more: a statement of the caller's has ended one around it.
-  if ((code & 0xFF) == SQLITE_ERROR) return;
-  if (IsInTransaction()) mStatements->Rollback(mHandle);
-  LogFailure("rollback to a savepoint failed, so that the whole transaction was rolled back: " + error);
-  throw InvalidOperationException();
+  mParts->transactions.EndReading(number);
 }
 
 bool DatabaseSqlite::IsInTransaction() const {
@@ -318,60 +168,13 @@ bool DatabaseSqlite::IsInReadOnlyFolder() const {
 }
 
 bool DatabaseSqlite::HasBegunTransaction() const {
-  if (!IsOpen()) return false;
   const ConnectionLock lock(*this);
-  return mInTransaction;
+  return mParts->transactions.IsBegun();
 }
 
 uint64_t DatabaseSqlite::TransactionNumber() const {
-  if (!IsOpen()) return 0;
   const ConnectionLock lock(*this);
-  return mTransactionNumber;
-}
-
-bool DatabaseSqlite::HasLostTransaction() const {
-  // https://sqlite.org/lang_transaction.html tells which failures roll back by themselves.
-  return mInTransaction && sqlite3_get_autocommit(mHandle) != 0;
-}
-
-void DatabaseSqlite::NoteFailure(int code) {
-  if ((code & 0xFF) == SQLITE_NOMEM) mHasLackedMemory = true;
-  if (code != SQLITE_OK && mNotifier) mNotifier->NoteFailedStatement();
-}
-
-// The full-text index keeps the sums of its texts in memory. SQLite 3.40 leaves them wrong when it lacks
-// memory while it reads them, and stores them wrong with the next text. Reading the schema anew makes it drop
-// them.
-void DatabaseSqlite::RecoverFromShortMemory() {
-  if (!mHasLackedMemory || IsInTransaction()) return;
-  if (RunPlain("PRAGMA writable_schema = RESET")) mHasLackedMemory = false;
-}
-
-const char* DatabaseSqlite::Refusal(bool isReadOnly) {
-  RecoverFromShortMemory();
-  // A statement of the caller's may have ended the reading.
-  if (!IsInTransaction()) mIsReading = false;
-  if (!isReadOnly) {
-    if (HasLostTransaction()) return LostTransactionText;
-    // What a reading writes would be lost, after it was reported, where its end can't commit.
-    if (mIsReading) return ReadingText;
-  }
-  return IsSchemaTrue(isReadOnly) ? nullptr : sqlite3_errmsg(mHandle);
-}
-
-// Whether what SQLite knows of the tables may be trusted for a statement, after a look at it where a
-// transaction begins to read and before each write outside one. A read that couldn't look shows by itself
-// what was wrong, and the end of a transaction must not be refused for it.
-bool DatabaseSqlite::IsSchemaTrue(bool isReadOnly) {
-  const bool isInTransaction = sqlite3_get_autocommit(mHandle) == 0;
-  if (!isInTransaction) mHasLooked = false;
-  if (mHasLooked || (isReadOnly && !isInTransaction)) return true;
-  if (!mSchemaWatch->Look()) {
-    NoteFailure(sqlite3_extended_errcode(mHandle));
-    return isReadOnly;
-  }
-  mHasLooked = isInTransaction;
-  return true;
+  return mParts->transactions.Number();
 }
 
 bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
@@ -381,7 +184,7 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
   }
   const bool wasInTransaction = IsInTransaction();
   const bool isDone = RunAll(text.c_str());
-  if (!isDone && !wasInTransaction && IsInTransaction()) RunPlain("ROLLBACK");
+  if (!isDone && !wasInTransaction && IsInTransaction()) mParts->connection.Run("ROLLBACK");
   return isDone;
 }
 
@@ -408,13 +211,13 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
   std::unique_ptr<PreparedStatement> statement;
   {
     const ConnectionLock lock(*this);
-    statement = mStatements->Take(mHandle, text, &text);
+    statement = mParts->connection.Statements().Take(mHandle, text, &text);
     const int code = statement ? statement->BindAll(values) : sqlite3_errcode(mHandle);
     if (code != SQLITE_OK) error = sqlite3_errmsg(mHandle);
   }
   if (statement) {
     if (error.empty()) error = RunToEnd(*statement);
-    mStatements->Return(std::move(statement), error.empty());
+    mParts->connection.Statements().Return(std::move(statement), error.empty());
   }
   if (!error.empty()) LogFailure(error);
   return error.empty();
@@ -423,59 +226,27 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
 // Runs a statement to its end; gives why that failed, empty for success.
 std::string DatabaseSqlite::RunToEnd(PreparedStatement& statement) {
   const ConnectionLock lock(*this);
-  const StatementDeadline::Scope scope(*mDeadline);
-  if (const char* refusal = Refusal(statement.IsReadOnly())) return refusal;
+  const StatementDeadline::Scope scope(mParts->connection.Deadline());
+  if (const char* refusal = mParts->transactions.Refusal(statement.IsReadOnly())) return refusal;
   const bool wasInTransaction = IsInTransaction();
   int code = SQLITE_OK;
   do
     code = sqlite3_step(statement.Handle());
   while (code == SQLITE_ROW);
   if (code != SQLITE_DONE) {
-    NoteFailure(code);
+    mParts->connection.NoteFailure(code);
     return sqlite3_errmsg(mHandle);
   }
-  if (statement.IsCommand()) NoteCommand(statement, wasInTransaction);
+  if (statement.IsCommand()) mParts->transactions.NoteCommand(statement, wasInTransaction);
   return {};
 }
 
-void DatabaseSqlite::NoteCommand(const PreparedStatement& command, bool wasInTransaction) {
-  const bool isInTransaction = IsInTransaction();
-  // A command that succeeds and leaves no transaction behind is itself the end of the one there was.
-  if (wasInTransaction && !isInTransaction) ForgetTransaction();
-  // What writes, and isn't the begin of a transaction, may have changed the columns of idle statements.
-  if (!command.IsReadOnly() && wasInTransaction == isInTransaction) {
-    mHasChangedTables = isInTransaction;
-    mStatements->Clear();
-  }
-}
-
-// Where it ends with a rollback, columns of idle statements may be those of tables that it had changed.
-void DatabaseSqlite::ForgetTransaction() {
-  mInTransaction = mIsReading = false;
-  mSavepoints->Forget();
-  if (std::exchange(mHasChangedTables, false)) mStatements->Clear();
-}
-
-bool DatabaseSqlite::RunPlain(const char* statement) {
-  const StatementDeadline::Scope scope(*mDeadline);
-  const int code = sqlite3_exec(mHandle, statement, nullptr, nullptr, nullptr);
-  NoteFailure(code);
-  return code == SQLITE_OK;
-}
-
-// Why a backup must not begin now, empty if it may.
-std::string DatabaseSqlite::WhyNoBackup() {
-  if (!IsOpen()) return "the database is not open";
-  const ConnectionLock lock(*this);
-  // It would copy what may yet be rolled back; SQLite refuses it too.
-  const bool isWriting = sqlite3_txn_state(mHandle, "main") == SQLITE_TXN_WRITE;
-  return isWriting ? "a transaction is open" : HasLostTransaction() ? LostTransactionText : "";
-}
-
 bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progress) {
-  if (const std::string reason = WhyNoBackup(); !reason.empty()) {
-    LogFailure("backup refused: " + reason);
-    throw InvalidOperationException();
+  {
+    constexpr const char* operation = "backup";
+    const ConnectionLock lock(*this);
+    mParts->connection.RefuseIfClosed(operation);
+    if (const char* reason = mParts->transactions.WhyNoBackup()) mParts->connection.Refuse(operation, reason);
   }
   if (const std::string reason = OnlineCopy::WhyNoTarget(file); !reason.empty()) {
     LogFailure("backup refused: " + reason);
@@ -489,51 +260,29 @@ bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progr
   } catch (const OnlineCopy::Failure& failure) {
     LogFailure(std::string("backup failed: ") + failure.what());
     const ConnectionLock lock(*this);
-    NoteFailure(failure.Code());
+    mParts->connection.NoteFailure(failure.Code());
     throw NotSupportedException(failure.what(), __FILE__, __LINE__);
   }
 }
 
 std::vector<std::string> DatabaseSqlite::CheckIntegrity() {
-  std::string error = "the database is not open";
-  if (IsOpen()) {
-    const ConnectionLock lock(*this);
-    RecoverFromShortMemory();
-    const char* refusal = HasLostTransaction() ? LostTransactionText : nullptr;
-    IntegrityCheck check(mHandle);
-    const int code = refusal ? SQLITE_ERROR : check.Run();
-    if (code == SQLITE_OK) return check.Findings();
-    NoteFailure(code);
-    error = refusal ? refusal : sqlite3_errmsg(mHandle);
-  }
-  LogFailure("integrity check failed: " + error);
-  throw InvalidOperationException();
+  constexpr const char* operation = "integrity check";
+  Connection& connection = mParts->connection;
+  const ConnectionLock lock(*this);
+  connection.RefuseIfClosed(operation);
+  connection.Recovery().Recover(mHandle);
+  if (const char* reason = mParts->transactions.WhyNoCheck()) connection.Refuse(operation, reason);
+  IntegrityCheck check(mHandle);
+  const int code = check.Run();
+  if (code == SQLITE_OK) return check.Findings();
+  const std::string error = sqlite3_errmsg(mHandle);
+  connection.NoteFailure(code);
+  connection.Refuse(operation, error);
 }
 
 bool DatabaseSqlite::RebuildFullTextIndex(const std::string& table) {
   const std::string name = SqlText::QuotedName(table);
   return ExecuteStatement("INSERT INTO main." + name + "(" + name + ") VALUES('rebuild')");
-}
-
-std::shared_ptr<ChangeNotifier> DatabaseSqlite::AddListener(const std::shared_ptr<ListenerEntry>& entry) {
-  const ConnectionLock connection(*this);
-  // On a closed database there is no lock of the connection.
-  const std::lock_guard<std::mutex> lock(mMutex);
-  const bool isFirst = !mNotifier;
-  if (isFirst)
-    mNotifier = std::make_shared<ChangeNotifier>([this](const std::string& message) { LogFailure(message); });
-  mNotifier->Add(entry);
-  if (isFirst && IsOpen()) mNotifier->Attach(mHandle);
-  return mNotifier;
-}
-
-std::shared_ptr<ChangeNotifier> DatabaseSqlite::NotifierWithNews() const noexcept {
-  if (!mNotifier->HasListeners()) {
-    if (mNotifier->Retire()) mNotifier.reset();
-    return nullptr;
-  }
-  mNotifier->CollectCommitted();
-  return mLockDepth == 0 && mNotifier->BeginNotifying() ? mNotifier : nullptr;
 }
 
 void DatabaseSqlite::Log(const std::string& source, int32_t code, const std::string& message) {
@@ -561,16 +310,13 @@ void DatabaseSqlite::LogFailure(const std::string& message) {
 }
 
 bool DatabaseSqlite::HasChanged() {
-  std::string error = "the database is not open";
-  if (IsOpen()) {
-    const ConnectionLock lock(*this);
-    const StatementDeadline::Scope scope(*mDeadline);
-    if (const std::optional<int64_t> version = mSchemaWatch->DataVersion())
-      return std::exchange(mReportedVersion, *version) != *version;
-    error = sqlite3_errmsg(mHandle);
-  }
-  LogFailure("look for changes refused: " + error);
-  throw InvalidOperationException();
+  constexpr const char* operation = "look for changes";
+  const ConnectionLock lock(*this);
+  mParts->connection.RefuseIfClosed(operation);
+  const StatementDeadline::Scope scope(mParts->connection.Deadline());
+  const std::optional<bool> hasChanged = mParts->connection.Schema().HasChanged();
+  if (!hasChanged) mParts->connection.Refuse(operation, sqlite3_errmsg(mHandle));
+  return *hasChanged;
 }
 
 // https://sqlite.org/c3ref/c_config_covering_index_scan.html#sqliteconfigmemstatus
@@ -581,7 +327,7 @@ bool DatabaseSqlite::TuneForThreads() {
 }
 
 void DatabaseSqlite::Interrupt() {
-  mDeadline->Interrupt();
+  mParts->connection.Deadline().Interrupt();
 }
 
 void DatabaseSqlite::LoadVfs(const std::string& library) {

@@ -2,7 +2,6 @@
 
 #include "Oru/Common/Databases/Database.h"
 #include "Oru/Common/Databases/Export.h"
-#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 #include "Oru/Common/Databases/Sqlite/StatementText.h"
 
 #include <cstdint>
@@ -15,18 +14,11 @@
 #include <vector>
 
 struct sqlite3;
-struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
-class ChangeNotifier;
-struct ListenerEntry;
-class OpenCursors;
+struct ConnectionParts;
 class PreparedStatement;
-class Savepoints;
-class SchemaWatch;
-class StatementCache;
-class StatementDeadline;
 
 /// A connection to one SQLite file.
 ///
@@ -148,6 +140,8 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// The open connection, null while closed; for calls of SQLite's own interface that this class doesn't
   /// offer. It stays owned by the database.
   sqlite3* Handle() const { return mHandle; }
+  /// What the connection consists of, for the library's own sources. Callers don't have its header.
+  ConnectionParts& Parts() const { return *mParts; }
 
   /// Begins one consistent view of the file for several reads. Rather use `ReadGuard`.
   /// @return a number that `EndReading` takes; 0 when a transaction or another reading is open, which serves
@@ -218,73 +212,24 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   sqlite3* mHandle = nullptr;
 
  private:
-  friend class ChangeListener;
-  friend class ConnectionLock;
-  friend class CursorSqlite;
-  friend class SavepointGuard;
+  // For mMutex.
   template <class T, class U>
   friend class TableSqlite;
 
   void Fail(const std::string& message);
   void KeepLastFailure(const std::string& message) noexcept;
-  std::string WhyNoBackup();
   void KeepTemporaryFilesLocal();
   bool BeginWatch();
   bool Configure(const char* pragma, const std::string& value);
   bool RunAll(std::string_view text);
   bool RunFirst(std::string_view& text, const std::vector<StatementValue>& values);
   std::string RunToEnd(PreparedStatement& statement);
-  bool RunPlain(const char* statement);
-  // Whether SQLite rolled back the transaction that the caller still believes open. Writing on would store
-  // one by one what was meant to be stored together.
-  bool HasLostTransaction() const;
-  // Why a statement must not be stepped now, null if it may. To be asked with the handle locked, ahead of the
-  // first step of each run.
-  const char* Refusal(bool isReadOnly);
-  bool IsSchemaTrue(bool isReadOnly);
-  // To be called after each command that succeeded, with the handle locked.
-  void NoteCommand(const PreparedStatement& command, bool wasInTransaction);
-  void ForgetTransaction();
-  // To be told SQLite's code of each step that failed, with the handle locked.
-  void NoteFailure(int code);
-  void RecoverFromShortMemory();
-  // Begins a savepoint and gives its number.
-  uint64_t BeginSavepoint();
-  bool HasSavepoint(uint64_t number) const;
-  // To be called with the handle locked, for a savepoint that is open.
-  void ReleaseSavepoint(uint64_t number);
-  void RollBackSavepoint(uint64_t number);
-  std::shared_ptr<ChangeNotifier> AddListener(const std::shared_ptr<ListenerEntry>& entry);
-  // What must tell its listeners now, null when there is nothing to tell. To be asked behind each statement,
-  // with the handle locked.
-  std::shared_ptr<ChangeNotifier> NotifierWithNews() const noexcept;
 
   mutable std::mutex mLastFailureMutex;
   std::string mLastFailure;
   bool mHasConnection = false;
   int mBusyTimeout = 0;
-  // The state of transactions, read and changed only with the handle locked.
-  bool mInTransaction = false;
-  uint64_t mTransactionNumber = 0;
-  int64_t mChangesAtBegin = 0;
-  uint64_t mReadingNumber = 0;
-  bool mHasLackedMemory = false;
-  bool mIsReading = false;
-  // Whether the open transaction has looked at the tables' definitions, which can't change within it.
-  bool mHasLooked = false;
-  // Whether the open transaction has changed tables.
-  bool mHasChangedTables = false;
-  // The number of the last state that HasChanged has reported.
-  int64_t mReportedVersion = 0;
-  std::unique_ptr<SchemaWatch> mSchemaWatch;
-  std::unique_ptr<StatementCache> mStatements;
-  std::unique_ptr<OpenCursors> mCursors;
-  std::unique_ptr<Savepoints> mSavepoints;
-  const std::unique_ptr<StatementDeadline> mDeadline;
-  // Null while nobody listens; read and changed only with the handle locked.
-  mutable std::shared_ptr<ChangeNotifier> mNotifier;
-  // How many ConnectionLocks there are, all of one thread.
-  mutable int mLockDepth = 0;
+  std::unique_ptr<ConnectionParts> mParts;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

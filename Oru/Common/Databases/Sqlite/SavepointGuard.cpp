@@ -1,13 +1,16 @@
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 namespace Oru::Common::Databases::Sqlite {
 
-SavepointGuard::SavepointGuard(DatabaseSqlite& database)
-    : mDatabase(database), mNumber(database.BeginSavepoint()) {}
+SavepointGuard::SavepointGuard(DatabaseSqlite& database) : mDatabase(database), mNumber(0) {
+  const ConnectionLock lock(mDatabase);
+  mNumber = mDatabase.Parts().transactions.BeginSavepoint();
+}
 
 SavepointGuard::~SavepointGuard() {
   try {
@@ -18,19 +21,20 @@ SavepointGuard::~SavepointGuard() {
 }
 
 bool SavepointGuard::IsActive() const {
-  return mDatabase.HasSavepoint(mNumber);
+  const ConnectionLock lock(mDatabase);
+  return mDatabase.Parts().transactions.HasSavepoint(mNumber);
 }
 
 // What is asked and what is ended must be the same savepoint, whatever other threads do on the connection.
 void SavepointGuard::Commit() {
   const ConnectionLock lock(mDatabase);
   if (!IsActive()) throw InvalidOperationException();
-  mDatabase.ReleaseSavepoint(mNumber);
+  mDatabase.Parts().transactions.ReleaseSavepoint(mNumber);
 }
 
 void SavepointGuard::Rollback() {
   const ConnectionLock lock(mDatabase);
-  if (IsActive()) mDatabase.RollBackSavepoint(mNumber);
+  if (IsActive()) mDatabase.Parts().transactions.RollBackSavepoint(mNumber);
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

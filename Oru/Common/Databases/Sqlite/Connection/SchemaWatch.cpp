@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -73,6 +74,21 @@ std::optional<std::size_t> SchemaWatch::Fingerprint() {
 bool SchemaWatch::Begin() {
   mVersion = DataVersion();
   return mVersion.has_value();
+}
+
+bool SchemaWatch::IsTrue(bool isReadOnly) {
+  const bool isInTransaction = sqlite3_get_autocommit(mHandle) == 0;
+  if (!isInTransaction) mHasLooked = false;
+  if (mHasLooked || (isReadOnly && !isInTransaction)) return true;
+  if (!Look()) return false;
+  mHasLooked = isInTransaction;
+  return true;
+}
+
+std::optional<bool> SchemaWatch::HasChanged() {
+  const std::optional<int64_t> version = DataVersion();
+  if (!version) return std::nullopt;
+  return std::exchange(mReportedVersion, version) != version;
 }
 
 bool SchemaWatch::Look() {

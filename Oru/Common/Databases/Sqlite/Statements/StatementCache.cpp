@@ -114,13 +114,13 @@ void StatementCache::EraseIfUnused(Slots::iterator slot) {
   mSlots.erase(slot);
 }
 
-bool StatementCache::KeepRollback(sqlite3* handle) {
+bool StatementCache::PrepareRollback(sqlite3* handle) {
   if (!mRollback) mRollback = PreparedStatement::Prepare(handle, "ROLLBACK", true);
   return mRollback != nullptr;
 }
 
 bool StatementCache::Rollback(sqlite3* handle) {
-  if (!KeepRollback(handle)) return false;
+  if (!PrepareRollback(handle)) return false;
   const bool isDone = sqlite3_step(mRollback->Handle()) == SQLITE_DONE;
   return sqlite3_reset(mRollback->Handle()) == SQLITE_OK && isDone;
 }

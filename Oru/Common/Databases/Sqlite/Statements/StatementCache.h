@@ -47,7 +47,7 @@ class StatementCache {
   /// Prepares the rollback of a transaction that is about to begin: it must not fail for want of memory
   /// later.
   /// @return false when SQLite refuses
-  bool KeepRollback(sqlite3* handle);
+  bool PrepareRollback(sqlite3* handle);
   /// Rolls back, by the kept statement if there is one.
   /// @return false when SQLite fails at it
   bool Rollback(sqlite3* handle);

@@ -96,7 +96,7 @@ TEST_F(IntegrityCheckTest, ThrowsWhereItCannotLook) {
   other.Open();
   EXPECT_TRUE(other.ExecuteStatement("BEGIN EXCLUSIVE"));
   EXPECT_THROW(db.CheckIntegrity(), InvalidOperationException);
-  EXPECT_TRUE(log.Contains("integrity check failed: database is locked")) << log.Text();
+  EXPECT_TRUE(log.Contains("integrity check refused: database is locked")) << log.Text();
   EXPECT_TRUE(other.ExecuteStatement("ROLLBACK"));
   db.Close();
   EXPECT_THROW(db.CheckIntegrity(), InvalidOperationException);
