@@ -44,13 +44,17 @@ void ReadRow(CursorSqlite& cursor, RawRead& row) {
 RawCursorSqlite::RawCursorSqlite() = default;
 
 RawCursorSqlite::RawCursorSqlite(DatabaseSqlite& db, const std::string& select)
-    : RawCursor(db), cursorSqlite(db, select) {}
+    : RawCursorSqlite(db, select, std::string()) {}
 
 RawCursorSqlite::RawCursorSqlite(DatabaseSqlite& db, const std::string& select, const std::string& count)
-    : RawCursor(db), cursorSqlite(db, select, count) {}
+    : ForwardingCursor(db) {
+  cursorSqlite.Reset(db, select, count);
+}
 
 RawCursorSqlite::RawCursorSqlite(DatabaseSqlite& db, StatementText select, StatementText count)
-    : RawCursor(db), cursorSqlite(db, std::move(select), std::move(count)) {}
+    : ForwardingCursor(db) {
+  cursorSqlite.Reset(db, std::move(select), std::move(count));
+}
 
 RawCursorSqlite::~RawCursorSqlite() = default;
 
