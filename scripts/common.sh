@@ -20,6 +20,11 @@ fail() {
 # The headers that cmake/internal-headers.txt names, one a line.
 internal_headers() { grep '^Oru/' cmake/internal-headers.txt | xargs -I{} find {} -name '*.h'; }
 
+# The headers that are installed, one a line: those that git knows or would take, but for the internal ones.
+public_headers() {
+  git ls-files --cached --others --exclude-standard 'Oru/*.h' | grep -vxFf <(internal_headers)
+}
+
 # Prints the comment at the head of the calling script as its help text.
 usage() { sed -n '2,/^[^#]/{s/^# \{0,1\}//p}' "$0"; }
 
