@@ -214,6 +214,15 @@ class MediaAssetSearchModelTest : public MediaAssetRepositoryReadTest {
     };
   }
 
+  // A place of 3 is unset.
+  static Condition AddPlace(MediaAssetSearch& search, MediaAssetSearch& (MediaAssetSearch::*add)(int),
+                            int32_t (DapOperatorMetadataProfile::*get)() const, int number) {
+    const int place = number == 3 ? DapId::Unset : number;
+    (search.*add)(place);
+    return OfProfile([get, place](const auto& profile) { return (profile.*get)() == place; },
+                     place == DapId::Unset);
+  }
+
   // Adds one of the conditions to the search and gives the same condition in C++.
   Condition AddAnyCondition(MediaAssetSearch& search) {
     const int number = Below(4);
@@ -240,23 +249,12 @@ class MediaAssetSearchModelTest : public MediaAssetRepositoryReadTest {
         search.OnServer(server);
         return OfProfile([server](const auto& profile) { return profile.ServerId() == server; }, number == 0);
       }
-      case 4: {
-        const int page = number == 3 ? DapId::Unset : number;
-        search.OnPage(page);
-        return OfProfile([page](const auto& profile) { return profile.Page() == page; },
-                         page == DapId::Unset);
-      }
-      case 5: {
-        const int bank = number == 0 ? DapId::Unset : number;
-        search.OnBank(bank);
-        return OfProfile([bank](const auto& profile) { return profile.Bank() == bank; },
-                         bank == DapId::Unset);
-      }
-      case 6: {
-        const int row = number == 3 ? DapId::Unset : number;
-        search.OnRow(row);
-        return OfProfile([row](const auto& profile) { return profile.Row() == row; }, row == DapId::Unset);
-      }
+      case 4:
+        return AddPlace(search, &MediaAssetSearch::OnPage, &DapOperatorMetadataProfile::Page, number);
+      case 5:
+        return AddPlace(search, &MediaAssetSearch::OnBank, &DapOperatorMetadataProfile::Bank, number);
+      case 6:
+        return AddPlace(search, &MediaAssetSearch::OnRow, &DapOperatorMetadataProfile::Row, number);
       case 7: {
         const char camera = number == 3 ? char{0} : static_cast<char>('A' + number);
         search.OnCamera(camera);
