@@ -1,4 +1,5 @@
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
@@ -18,7 +19,10 @@
 
 namespace Oru::Reliability {
 
+namespace Edits = BusinessEntityModel::Edits;
+using namespace BusinessEntityModel::BaseTypes;
 using namespace Common::Databases;
+using namespace DataModel::MediaAssets;
 using AssetCursor = Sqlite::ObjectCursorSqlite<MediaAsset, MediaAsset>;
 
 class CloseTest : public testing::TestWithParam<const char*> {
@@ -110,6 +114,88 @@ TEST_P(CloseTest, ATableOfAClosedDatabaseRefusesAndWorksAgain) {
   EXPECT_EQ(StoredVersion(*db, "c"), 1);
   db->Close();
   ExpectWellClosed();
+}
+
+// Every table, since each looks up or writes something of its own first.
+TEST_P(CloseTest, UnderAnotherConnectionsLockEachWriteGivesFalseAndSaysWhy) {
+  db = std::make_unique<DataModelDatabase>(connection + "&_busy_timeout=0", log.Stream());
+  db->Open();
+  MediaAsset clip = MakeClip("a", 2), known = MakeClip("a", 1);
+  ASSERT_TRUE(db->GetMediaAssetTable().Save(known));
+  MediaResource& resource = *clip.MediaResources().Front();
+  Track& track = *clip.Tracks().Front();
+  MediaAssetGroup plain{MediaAssetGroupId("p"), Utf8String("p")};
+  AnglesMediaAssetGroup angles = MakeGroup("g", 1, {"a"});
+  Edits::Edit edit{Edits::EditId("e")};
+  Edits::Sequence sequence{Edits::SequenceId("s")};
+  Edits::DapOperatorMetadataProfile profile;
+  Sqlite::QuerySqlite all;
+  const std::vector<std::function<bool()>> writes = {
+      [&] { return db->GetMediaAssetTable().Save(clip); },
+      [&] { return db->GetMediaAssetTable().Save(known); },
+      [&] { return db->GetMediaAssetTable().Delete(known); },
+      [&] { return db->GetMediaAssetTable().Delete(all); },
+      [&] { return db->GetMediaAssetTable().GetMediaResourceTable().Save(resource); },
+      [&] { return db->GetMediaAssetTable().GetTrackTable().Save(track); },
+      [&] { return db->GetMediaAssetGroupTable().Save(plain); },
+      [&] { return db->GetMediaAssetGroupTable().Delete(all); },
+      [&] { return db->GetAnglesMediaAssetGroupTable().Save(angles); },
+      [&] { return db->GetEditTable().Save(edit); },
+      [&] { return db->GetSequenceTable().Save(sequence); },
+      [&] { return db->GetSequenceTable().GetDapOperatorProfileTable().Save(profile); },
+  };
+  DataModelDatabase other(path, nullptr);
+  other.Open();
+  ASSERT_TRUE(other.ExecuteStatement("BEGIN EXCLUSIVE"));
+  for (std::size_t i = 0; i < writes.size(); ++i) {
+    log.Clear();
+    EXPECT_FALSE(writes[i]()) << i;
+    EXPECT_TRUE(log.Contains("database is locked")) << i;
+  }
+  if (GetParam() == std::string("delete")) {
+    EXPECT_THROW(DataModelDatabase(connection + "&_busy_timeout=0", nullptr).Open(), NotSupportedException);
+  }
+  ASSERT_TRUE(other.ExecuteStatement("ROLLBACK"));
+  EXPECT_EQ(StoredVersion(*db, "a"), 1);
+  EXPECT_TRUE(writes[0]() && writes[6]() && writes[8]() && writes[9]() && writes[10]()) << log.Text();
+}
+
+TEST_P(CloseTest, NullPointersAreRefusedWithALogEntry) {
+  auto& assets = db->GetMediaAssetTable();
+  MediaAsset annotated = MakeClip("a", 2), tracked = MakeClip("a", 2), channelled = MakeClip("a", 2),
+             bare = MakeClip("c", 1);
+  annotated.Annotations().push_back(nullptr);
+  *tracked.Tracks().begin() = nullptr;
+  channelled.Tracks().Front()->Channels().push_back(nullptr);
+  AnglesMediaAssetGroup group = MakeGroup("g", 1, {"a"});
+  group.Items().push_back(nullptr);
+  for (const auto& save : std::vector<std::function<bool()>>{
+           [&] { return assets.Save(annotated); }, [&] { return assets.Save(tracked); },
+           [&] { return assets.Save(channelled); },
+           [&] { return db->GetAnglesMediaAssetGroupTable().Save(group); }}) {
+    log.Clear();
+    EXPECT_FALSE(save());
+    EXPECT_TRUE(log.Contains("null pointer"));
+  }
+  EXPECT_EQ(group.Find(MediaAssetId("z")), nullptr);
+  // A reference without an object is one that wasn't loaded.
+  bare.MediaResources().Insert(SharedReference<MediaResource>(std::shared_ptr<MediaResource>()));
+  EXPECT_TRUE(assets.Save(bare));
+}
+
+// What another program has begun, opened for reading: nothing can be made.
+TEST_P(CloseTest, ASaveWithoutTablesIsAnExceptionThatSaysWhy) {
+  const std::string bare = directory.File("bare.db");
+  {
+    Sqlite::DatabaseSqlite plain(bare, nullptr);
+    plain.Open();
+    Sqlite::PropertiesTableSqlite("Props", plain).Create();
+  }
+  DataModelDatabase opened("file:" + bare + "?mode=ro", log.Stream());
+  opened.Open();
+  MediaAsset clip = MakeClip("a", 1);
+  EXPECT_THROW(opened.GetMediaAssetTable().Save(clip), ObjectClosedException);
+  EXPECT_TRUE(log.Contains("no such table: MediaAsset"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Journal, CloseTest, testing::Values("delete", "wal"),

@@ -24,7 +24,7 @@ std::unique_ptr<MediaAssetGroup> MediaAssetGroup::Clone() const {
 
 std::shared_ptr<MediaAssetGroupItem> MediaAssetGroup::Find(const MediaAssetId& assetId) const {
   const auto found = std::find_if(items.begin(), items.end(), [&assetId](const auto& item) {
-    return item->MediaAsset().Id() == assetId;
+    return item && item->MediaAsset().Id() == assetId;
   });
   return found != items.end() ? *found : nullptr;
 }

@@ -77,7 +77,7 @@ bool DapOperatorProfileTable::BindToCursor(Cursor& cursor, DapOperatorProfileEnc
   const bool isRegenBound =
       cursor.Bind(columnNames[Column::TcRegenContinuity], static_cast<int32_t>(regen.ContinueIn())) &&
       cursor.Bind(columnNames[Column::TcRegenReference], static_cast<int32_t>(regen.From())) &&
-      BindTimeCode(cursor, columnNames[Column::TcRegenTimecodeRef],
+      BindTimeCode(AttachedDatabase(), cursor, columnNames[Column::TcRegenTimecodeRef],
                    columnNames[Column::TcRegenTimecodeRefFormat], regen.TimecodeRef()) &&
       cursor.Bind(columnNames[Column::TcRegenOutput], static_cast<int32_t>(regen.In()));
   const bool isKeyBound = cursor.Bind(columnNames[Column::RefSequence], obj.sequenceFk);

@@ -1,5 +1,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
+
 ORU_ENTITY_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::Edit)
 
 namespace Oru::BusinessEntityModel::Edits::Database {
@@ -23,8 +25,10 @@ EditTable::EditTable(Sqlite::DatabaseSqlite& db)
 EditTable::~EditTable() = default;
 
 bool EditTable::Save(Edit& edit, bool lazy) {
-  if (edit.ObjectId() == -1) edit.ObjectId(GetObjectIdFromIdentifier(edit.Id()));
-  return DeclaredTable::Save(edit, lazy) && metadataTable.Write(edit.Metadata(), edit.ObjectId());
+  return Sqlite::FalseWhenRefused([&] {
+    if (edit.ObjectId() == -1) edit.ObjectId(GetObjectIdFromIdentifier(edit.Id()));
+    return DeclaredTable::Save(edit, lazy) && metadataTable.Write(edit.Metadata(), edit.ObjectId());
+  });
 }
 
 void EditTable::ReadMetadata(Edit& edit) {

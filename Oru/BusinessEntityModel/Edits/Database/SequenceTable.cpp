@@ -1,5 +1,6 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 
 #include <memory>
@@ -31,10 +32,12 @@ SequenceTable::SequenceTable(Sqlite::DatabaseSqlite& db)
 SequenceTable::~SequenceTable() = default;
 
 bool SequenceTable::Save(SequenceEncapsulated& obj, bool lazy) {
-  Sequence& sequence = DataModel::MediaAssets::Database::Changeable(obj.sequence);
-  if (sequence.ObjectId() == -1) sequence.ObjectId(GetObjectIdFromIdentifier(sequence.Id()));
-  return DeclaredTable::Save(obj, lazy) && metadataTable.Write(sequence.Metadata(), sequence.ObjectId()) &&
-         dapOperatorProfileTable.Write(sequence.Metadata(), sequence.ObjectId());
+  return Sqlite::FalseWhenRefused([&] {
+    Sequence& sequence = DataModel::MediaAssets::Database::Changeable(obj.sequence);
+    if (sequence.ObjectId() == -1) sequence.ObjectId(GetObjectIdFromIdentifier(sequence.Id()));
+    return DeclaredTable::Save(obj, lazy) && metadataTable.Write(sequence.Metadata(), sequence.ObjectId()) &&
+           dapOperatorProfileTable.Write(sequence.Metadata(), sequence.ObjectId());
+  });
 }
 
 bool SequenceTable::Save(Sequence& sequence, bool lazy) {

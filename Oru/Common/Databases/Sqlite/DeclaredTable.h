@@ -128,8 +128,13 @@ class ORU_COMMON_DATABASE_EXPORT OwnerKeyTable : public DeclaredTable<Derived, T
   /// Stores the row of an owner, whose key becomes the object id. Whether it is inserted or updated follows
   /// from whether it exists, not from the object id: an object that came from another owner's row must not
   /// overwrite that.
+  /// @return false, with a log entry, when the database refuses
   bool SaveUnder(int64_t ownerKey, U& obj, bool lazy) {
-    this->SetObjectId(obj, this->Exists(ownerKey) ? ownerKey : -1);
+    try {
+      this->SetObjectId(obj, this->Exists(ownerKey) ? ownerKey : -1);
+    } catch (const InvalidOperationException&) {
+      return false;
+    }
     if (!DeclaredTable<Derived, T, U>::Save(obj, lazy)) return false;
     this->SetObjectId(obj, ownerKey);
     return true;

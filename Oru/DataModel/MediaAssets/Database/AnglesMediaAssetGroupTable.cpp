@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 
 #include <memory>
@@ -31,11 +32,13 @@ AnglesMediaAssetGroupTable::AnglesMediaAssetGroupTable(MediaAssetGroupTable& tab
 AnglesMediaAssetGroupTable::~AnglesMediaAssetGroupTable() = default;
 
 bool AnglesMediaAssetGroupTable::Save(AnglesMediaAssetGroup& obj, bool lazy) {
-  if (!mediaAssetGroupTable.Save(obj, lazy)) return false;
-  // Whether the group is a multi-angle one already doesn't follow from its object id: it may have been stored
-  // as a plain group.
-  const bool isStored = Exists(obj.ObjectId()) ? Update(obj, lazy) : Insert(obj, lazy);
-  return isStored && dapOperatorProfileTable.Write(obj.Metadata(), obj.ObjectId());
+  return Sqlite::FalseWhenRefused([&] {
+    if (!mediaAssetGroupTable.Save(obj, lazy)) return false;
+    // Whether the group is a multi-angle one already doesn't follow from its object id: it may have been stored
+    // as a plain group.
+    const bool isStored = Exists(obj.ObjectId()) ? Update(obj, lazy) : Insert(obj, lazy);
+    return isStored && dapOperatorProfileTable.Write(obj.Metadata(), obj.ObjectId());
+  });
 }
 
 bool AnglesMediaAssetGroupTable::Delete(AnglesMediaAssetGroup& obj) {

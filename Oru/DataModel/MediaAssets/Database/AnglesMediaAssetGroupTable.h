@@ -35,7 +35,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
 
   /// Stores a group with its items as `MediaAssetGroupTable` does, makes it a multi-angle group if it isn't
   /// one, and stores its operator identity if it has one; an absent identity leaves the stored one alone.
-  /// @throws std::invalid_argument, with the group stored, for a page, bank or clip outside 0 to 255
+  /// @return false, with a log entry, when the database refuses, or at an item whose asset isn't stored
+  /// @throws std::invalid_argument at a page, bank or clip of the identity that isn't between 0 and 255, with the group stored;
+  ///         ObjectClosedException, with a log entry, when the database is closed or the file has no tables
   bool Save(AnglesMediaAssetGroup& obj, bool lazy) override;
   /// Delete a group whole. That there is none is no failure.
   bool Delete(AnglesMediaAssetGroup& obj) override;

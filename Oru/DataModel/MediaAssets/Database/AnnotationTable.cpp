@@ -26,8 +26,8 @@ AnnotationTable::~AnnotationTable() = default;
 
 bool AnnotationTable::Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk) {
   return DeleteOnKey(fk) &&
-         Sqlite::WriteEach(annotations, [&](const std::shared_ptr<Annotation>& annotation) {
-           AnnotationEncapsulated row(fk, *annotation);
+         Sqlite::WriteEachObject(AttachedDatabase(), annotations, [&](Annotation& annotation) {
+           AnnotationEncapsulated row(fk, annotation);
            // Its row is gone, so whatever key the object held names none.
            SetObjectId(row, -1);
            return Save(row);

@@ -1,6 +1,9 @@
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorKeywordsTable.h"
 
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
+
+#include <string>
 
 ORU_ENTITY_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::KeywordEncapsulated)
 
@@ -33,6 +36,10 @@ bool DapOperatorKeywordsTable::DeleteOnKey(int64_t fk) {
 }
 
 bool DapOperatorKeywordsTable::BindToCursor(Cursor& cursor, KeywordEncapsulated& obj) {
+  if (obj.nr < 0 || static_cast<unsigned int>(obj.nr) > DapOperatorMetadataProfile::MaxKeywordIndex) {
+    AttachedDatabase().LogFailure("no profile could hold a keyword at " + std::to_string(obj.nr));
+    return false;
+  }
   return cursor.Bind(columnNames[Column::RefDapOperatorMetadata], obj.fk) &&
          cursor.Bind(columnNames[Column::Nr], obj.nr) && cursor.Bind(columnNames[Column::Keyword], obj.value);
 }

@@ -74,10 +74,10 @@ bool DapOperatorMetadataTable::BindToCursor(Cursor& cursor, DapMetadataEncapsula
          cursor.Bind(columnNames[Column::UserTimecodeType],
                      static_cast<int32_t>(profile.UserTimecodeType())) &&
          cursor.Bind(columnNames[Column::PrimaryTimecode], static_cast<int32_t>(profile.PrimaryTimecode())) &&
-         BindTimeCode(cursor, columnNames[Column::UserTimecode], columnNames[Column::UserTimecodeFormat],
-                      profile.UserTimecode()) &&
-         BindTimeCode(cursor, columnNames[Column::TodTimecode], columnNames[Column::TodTimecodeFormat],
-                      profile.TodTimecode()) &&
+         BindTimeCode(AttachedDatabase(), cursor, columnNames[Column::UserTimecode],
+                      columnNames[Column::UserTimecodeFormat], profile.UserTimecode()) &&
+         BindTimeCode(AttachedDatabase(), cursor, columnNames[Column::TodTimecode],
+                      columnNames[Column::TodTimecodeFormat], profile.TodTimecode()) &&
          cursor.Bind(columnNames[Column::Icon], profile.Icon()) &&
          cursor.Bind(columnNames[Column::Color], profile.Color()) &&
          cursor.Bind(columnNames[Column::UserProtected], profile.IsUserProtected()) &&

@@ -39,10 +39,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
 
   /// Stores the operator's profile of a dictionary for an asset, with its keywords in place of the stored
   /// ones. Without such a profile nothing is written and what is stored stays.
-  /// @throws std::invalid_argument for a page, bank or row outside 0 to 255; the stored keywords are gone then
+  /// @return false, with a log entry, when the database refuses, and for what couldn't be read again: a time code
+  ///         with a negative count
+  /// @throws std::invalid_argument, as `DapOperatorMetadataProfile::DapId`, at a page, bank or row that isn't
+  ///         between 0 and 255; the stored keywords are gone then
   bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
-  /// Stores a profile, whose object id becomes the asset's key, and adds its keywords.
-  /// @throws std::invalid_argument, with nothing written, for a page, bank or row outside 0 to 255
+  /// Stores a profile, whose object id becomes the asset's key, and adds its keywords. Fails as `Write`, with nothing
+  /// written.
   bool Save(DapMetadataEncapsulated& obj, bool lazy) override;
 
   /// The keywords of the operator's view.

@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/EssenceTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
@@ -44,9 +45,11 @@ bool EssenceTable::Write(const EssenceArray& essences, int64_t fk) {
 }
 
 bool EssenceTable::Save(EssenceEncapsulated& obj, bool lazy) {
-  if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
-  return DeclaredTable::Save(obj, lazy) &&
-         metadataTable->Write(*Changeable(obj.essence).Metadata(), GetObjectId(obj));
+  return Sqlite::FalseWhenRefused([&] {
+    if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
+    return DeclaredTable::Save(obj, lazy) &&
+           metadataTable->Write(*Changeable(obj.essence).Metadata(), GetObjectId(obj));
+  });
 }
 
 void EssenceTable::ReadMetadata(Essence& essence) {

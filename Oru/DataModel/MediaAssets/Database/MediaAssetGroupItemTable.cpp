@@ -41,8 +41,8 @@ MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
 
 bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int64_t fkMediaAssetGroup) {
   int32_t place = 0;
-  return Sqlite::WriteEach(items, [&](const std::shared_ptr<MediaAssetGroupItem>& item) {
-    const Identifier& asset = item->MediaAsset().Id();
+  return Sqlite::WriteEachObject(AttachedDatabase(), items, [&](MediaAssetGroupItem& item) {
+    const Identifier& asset = item.MediaAsset().Id();
     const int64_t assetKey = mediaAssetTable.GetObjectIdFromIdentifier(asset);
     if (assetKey == -1) {
       AttachedDatabase().LogFailure("asset " + asset.Value() + ", which item " + std::to_string(place) +
@@ -50,8 +50,8 @@ bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int6
       return false;
     }
     // The group's rows are gone, so whatever key the object held names none.
-    item->ObjectId(-1);
-    GroupItemEncapsulated row(fkMediaAssetGroup, assetKey, *item, place++);
+    item.ObjectId(-1);
+    GroupItemEncapsulated row(fkMediaAssetGroup, assetKey, item, place++);
     return anglesMediaAssetGroupItemTable->Save(row);
   });
 }

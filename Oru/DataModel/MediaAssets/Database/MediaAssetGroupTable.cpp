@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
@@ -38,12 +39,14 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
 MediaAssetGroupTable::~MediaAssetGroupTable() = default;
 
 bool MediaAssetGroupTable::Save(MediaAssetGroup& obj, bool lazy) {
-  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
-  if (!DeclaredTable::Save(obj, lazy)) return false;
-  const bool isDeleted = mediaAssetGroupItemTable->DeleteOwned(obj.ObjectId());
-  // Written even so: rows that were left are refused one by one.
-  const bool isWritten = mediaAssetGroupItemTable->Write(obj.Items(), obj.ObjectId());
-  return isDeleted && isWritten;
+  return Sqlite::FalseWhenRefused([&] {
+    if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+    if (!DeclaredTable::Save(obj, lazy)) return false;
+    const bool isDeleted = mediaAssetGroupItemTable->DeleteOwned(obj.ObjectId());
+    // Written even so: rows that were left are refused one by one.
+    const bool isWritten = mediaAssetGroupItemTable->Write(obj.Items(), obj.ObjectId());
+    return isDeleted && isWritten;
+  });
 }
 
 void MediaAssetGroupTable::ReadAnglesMediaAssetGroupItems(MediaAssetGroup& obj, bool lazy) {

@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/Columns/BoundaryColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
@@ -152,15 +153,17 @@ int64_t MediaAssetTable::GetObjectIdFromIdentifier(const Identifier& id) const {
 }
 
 bool MediaAssetTable::Save(MediaAsset& obj, bool lazy) {
-  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
-  const bool isNew = obj.ObjectId() == -1;
-  // Nothing keeps a link from being stored twice, so links are written with the asset's row and never again.
-  return DeclaredTable::Save(obj, lazy) && annotationTable->Write(obj.Annotations(), obj.ObjectId()) &&
-         timeBoundsTable->Write(obj.PhysicalTimebounds(), obj.ObjectId()) &&
-         dapOperatorMetadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
-         metadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
-         mediaResouceTable->Write(obj.MediaResources(), lazy) && (!isNew || LinkMediaResources(obj)) &&
-         trackTable->Write(obj.Tracks()) && (!isNew || LinkTracks(obj));
+  return Sqlite::FalseWhenRefused([&] {
+    if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+    const bool isNew = obj.ObjectId() == -1;
+    // Nothing keeps a link from being stored twice, so links are written with the asset's row and never again.
+    return DeclaredTable::Save(obj, lazy) && annotationTable->Write(obj.Annotations(), obj.ObjectId()) &&
+           timeBoundsTable->Write(obj.PhysicalTimebounds(), obj.ObjectId()) &&
+           dapOperatorMetadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
+           metadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
+           mediaResouceTable->Write(obj.MediaResources(), lazy) && (!isNew || LinkMediaResources(obj)) &&
+           trackTable->Write(obj.Tracks()) && (!isNew || LinkTracks(obj));
+  });
 }
 
 bool MediaAssetTable::LinkMediaResources(MediaAsset& obj) {
@@ -172,8 +175,8 @@ bool MediaAssetTable::LinkMediaResources(MediaAsset& obj) {
 }
 
 bool MediaAssetTable::LinkTracks(MediaAsset& obj) {
-  return Sqlite::WriteEach(obj.Tracks(), [&](const std::shared_ptr<Track>& track) {
-    RelationAssetTrack link{obj.ObjectId(), track->ObjectId()};
+  return Sqlite::WriteEachObject(AttachedDatabase(), obj.Tracks(), [&](const Track& track) {
+    RelationAssetTrack link{obj.ObjectId(), track.ObjectId()};
     return relationAssetTrackTable->Save(link);
   });
 }

@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaResourceTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 
 #include <utility>
@@ -29,10 +30,12 @@ MediaResourceTable::MediaResourceTable(Sqlite::DatabaseSqlite& db)
 MediaResourceTable::~MediaResourceTable() = default;
 
 bool MediaResourceTable::Save(MediaResource& obj, bool lazy) {
-  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
-  return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(obj.Timebounds(), obj.ObjectId()) &&
-         metadataTable->Write(*obj.Metadata(), obj.ObjectId()) &&
-         streamTable->Write(obj.Streams(), obj.ObjectId(), lazy);
+  return Sqlite::FalseWhenRefused([&] {
+    if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+    return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(obj.Timebounds(), obj.ObjectId()) &&
+           metadataTable->Write(*obj.Metadata(), obj.ObjectId()) &&
+           streamTable->Write(obj.Streams(), obj.ObjectId(), lazy);
+  });
 }
 
 bool MediaResourceTable::Write(MediaResourceReferenceVector& references, bool lazy) {

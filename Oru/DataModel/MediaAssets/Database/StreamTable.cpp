@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
@@ -53,11 +54,13 @@ StreamTable::StreamTable(Sqlite::DatabaseSqlite& db)
 StreamTable::~StreamTable() = default;
 
 bool StreamTable::Save(StreamEncapsulated& obj, bool lazy) {
-  Stream& stream = Changeable(obj.stream);
-  if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromIdentifier(stream.Id()));
-  return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(stream.Timebounds(), stream.ObjectId()) &&
-         metadataTable->Write(*stream.Metadata(), stream.ObjectId()) &&
-         essenceTable->Write(stream.Essences(), stream.ObjectId());
+  return Sqlite::FalseWhenRefused([&] {
+    Stream& stream = Changeable(obj.stream);
+    if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromIdentifier(stream.Id()));
+    return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(stream.Timebounds(), stream.ObjectId()) &&
+           metadataTable->Write(*stream.Metadata(), stream.ObjectId()) &&
+           essenceTable->Write(stream.Essences(), stream.ObjectId());
+  });
 }
 
 bool StreamTable::Write(StreamReferenceVector& references, int64_t fk, bool lazy) {

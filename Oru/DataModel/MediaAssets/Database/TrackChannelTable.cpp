@@ -26,16 +26,16 @@ TrackChannelTable::~TrackChannelTable() = default;
 bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey,
                               bool) {
   return DeleteOwned(trackKey) &&
-         Sqlite::WriteEach(channels, [&](const std::shared_ptr<TrackChannelToRemove>& channel) {
-           const std::string& streamId = channel->Stream().Id().Value();
+         Sqlite::WriteEachObject(AttachedDatabase(), channels, [&](TrackChannelToRemove& channel) {
+           const std::string& streamId = channel.Stream().Id().Value();
            const int64_t essenceKey =
-               essenceByStreamAndNr.FindKey(AttachedDatabase(), channel->EssenceNr(), streamId);
+               essenceByStreamAndNr.FindKey(AttachedDatabase(), channel.EssenceNr(), streamId);
            if (essenceKey == -1) {
-             AttachedDatabase().LogFailure("essence " + std::to_string(channel->EssenceNr()) + " of stream " +
+             AttachedDatabase().LogFailure("essence " + std::to_string(channel.EssenceNr()) + " of stream " +
                                            streamId + ", which a track refers to, isn't stored");
              return false;
            }
-           TrackChannelEncapsulated row(trackKey, essenceKey, channel->ChannelNr());
+           TrackChannelEncapsulated row(trackKey, essenceKey, channel.ChannelNr());
            return Save(row);
          });
 }

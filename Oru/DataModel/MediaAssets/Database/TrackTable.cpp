@@ -1,5 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/TrackTable.h"
 
+#include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 
 #include <utility>
@@ -39,12 +40,14 @@ TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
 TrackTable::~TrackTable() = default;
 
 bool TrackTable::Write(const SortedVectorSharedPointer<Track>& tracks) {
-  return Sqlite::WriteEach(tracks, [&](const std::shared_ptr<Track>& track) { return Save(*track); });
+  return Sqlite::WriteEachObject(AttachedDatabase(), tracks, [&](Track& track) { return Save(track); });
 }
 
 bool TrackTable::Save(Track& obj, bool lazy) {
-  if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
-  return DeclaredTable::Save(obj, lazy) && trackChannelTable->Write(obj.Channels(), obj.ObjectId(), lazy);
+  return Sqlite::FalseWhenRefused([&] {
+    if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
+    return DeclaredTable::Save(obj, lazy) && trackChannelTable->Write(obj.Channels(), obj.ObjectId(), lazy);
+  });
 }
 
 void TrackTable::ReadTrackChannelLazy(Track& track) {

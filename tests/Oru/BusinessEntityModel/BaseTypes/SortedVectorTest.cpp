@@ -112,6 +112,12 @@ TEST(SortedVectorTest, SharedPointersCompareByTheirObjects) {
   EXPECT_THAT([&] { vector.Insert(std::make_shared<Item>(Item{1, 0})); }, isRefused);
   EXPECT_THAT(vector, testing::ElementsAre(testing::Pointee(Item{1, 0}), testing::Pointee(Item{2, 1}),
                                            testing::Pointee(Item{2, 0})));
+  EXPECT_THROW(vector.Insert(std::shared_ptr<Item>()), std::invalid_argument);
+  EXPECT_THROW(vector.Values({nullptr}), std::invalid_argument);
+  EXPECT_THROW(vector.Replace(0, nullptr), std::invalid_argument);
+  EXPECT_EQ(vector.Find(nullptr), vector.end());
+  EXPECT_FALSE(vector.Erase(nullptr));
+  EXPECT_EQ(vector.Size(), 3U);
 }
 
 TEST(SortedVectorTest, WeakPointersRefuseObjectsThatAreGone) {

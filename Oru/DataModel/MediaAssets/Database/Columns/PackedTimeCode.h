@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Cursor.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 #include "Oru/TimePoints/Core/TimeCode.h"
 #include "Oru/TimePoints/Core/VideoRates.h"
@@ -34,8 +35,14 @@ inline bool TimecodeDrop(int32_t format) {
   return format == Rate60DropFormat;
 }
 
-inline bool BindTimeCode(Common::Databases::Cursor& cursor, const std::string& countColumn,
+/// @return false, with a log entry of the database, for a negative count, which couldn't be read again
+inline bool BindTimeCode(Common::Databases::Sqlite::DatabaseSqlite& database,
+                         Common::Databases::Cursor& cursor, const std::string& countColumn,
                          const std::string& formatColumn, const TimePoints::TimeCode& timeCode) {
+  if (timeCode.TotalSample() < 0) {
+    database.LogFailure(countColumn + " has the negative count " + std::to_string(timeCode.TotalSample()));
+    return false;
+  }
   return cursor.Bind(formatColumn, TimecodeFormat(timeCode)) &&
          cursor.Bind(countColumn, timeCode.TotalSample());
 }

@@ -147,6 +147,11 @@ TEST_F(SequenceTableTest, TheProfilesRowFollowsFromTheSequence) {
   profile.TimecodeRegen({});
   ASSERT_TRUE(profiles.Save(profile));
   EXPECT_EQ(Value(stored), "0 1");
+  regen.TimecodeRef(TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build());
+  profile.TimecodeRegen(regen);
+  EXPECT_FALSE(profiles.Save(profile)) << "a read would refuse it";
+  EXPECT_TRUE(log.Contains("tcRegenTimecodeRef has the negative count -1"));
+  EXPECT_EQ(Value(stored), "0 1");
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -85,9 +85,21 @@ TEST_F(DapOperatorMetadataTableTest, WhatCannotBeReadOrWrittenReachesTheCallerAn
     EXPECT_TRUE(assets.Save(clip)) << log.Text();
     Run("CREATE TABLE T (x); DROP TABLE T; BEGIN EXCLUSIVE; COMMIT;");
   }
-  Profile().Page(256);
-  EXPECT_THROW(assets.Save(clip), std::invalid_argument);
+  for (const int page : {-1, 256}) {
+    Profile().Page(page);
+    EXPECT_THROW(assets.Save(clip), std::invalid_argument);
+  }
   Profile().Page(255);
+  const TimeCode sound = Profile().UserTimecode();
+  Profile().UserTimecode(TimeCodeBuilder().Year(1900).Sample(-1).Build());
+  EXPECT_FALSE(assets.Save(clip)) << "a read would refuse it";
+  EXPECT_TRUE(log.Contains("userTimecode has the negative count -1"));
+  Profile().UserTimecode(sound);
+  for (const int32_t place : {-1, 65536}) {
+    KeywordEncapsulated keyword(clip.ObjectId(), place, Utf8String("k"));
+    EXPECT_FALSE(assets.GetDapOperatorKeywordsTable().Save(keyword)) << "nor could it be read here";
+  }
+  EXPECT_TRUE(log.Contains("no profile could hold a keyword at 65536"));
   for (const char camera : {'@', 'M', 'a', '\xc1'}) {
     log.Clear();
     Profile().Camera(camera);
