@@ -14,6 +14,9 @@ function(oru_compile_options target)
   if(ORU_WARNINGS_AS_ERRORS)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
+  # What is built names its sources from the top folder, so that it is the same in every folder. A debugger of a
+  # Debug build finds them by their whole paths.
+  target_compile_options(${target} PRIVATE $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>)
   if(ORU_SANITIZE)
     target_compile_options(${target} PRIVATE -fsanitize=${ORU_SANITIZE} -fno-sanitize-recover=all
                                              -fno-omit-frame-pointer)
@@ -53,6 +56,7 @@ function(oru_add_library name)
     SOVERSION ${ORU_SOVERSION}
     # Installed, the libraries find each other wherever their folder is moved.
     INSTALL_RPATH "$ORIGIN"
+    BUILD_RPATH_USE_ORIGIN ON
     LINKER_LANGUAGE CXX)
   target_compile_features(${target} PUBLIC cxx_std_17)
   target_include_directories(${target} PUBLIC
