@@ -1,11 +1,15 @@
 #include "reliability/FaultLoop.h"
 
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/NotSupportedException.h"
 #include "Oru/Common/Databases/ObjectClosedException.h"
+#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
+#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "support/CapturedLog.h"
@@ -15,6 +19,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -26,8 +31,11 @@ using Sqlite::TransactionGuard;
 
 namespace {
 
+using DataModel::MediaAssets::Database::MediaAssetGroupRepository;
 using DataModel::MediaAssets::Database::MediaAssetRepository;
+using DataModel::MediaAssets::Database::MediaAssetSearch;
 using DataModel::MediaAssets::Database::Protection;
+namespace Edits = BusinessEntityModel::Edits;
 
 FaultJob::Attempt Opening() {
   return [](DataModelDatabase& db) {
@@ -112,6 +120,76 @@ FaultJob::Attempt Putting(MediaAsset clip) {
       throw;
     }
   };
+}
+
+// A commit is told, and nothing else.
+bool PutsHeard(DataModelDatabase& db) {
+  std::vector<Sqlite::ChangeNotice> told;
+  const Sqlite::ChangeListener listener(db, [&](const auto& notice) { told.push_back(notice); });
+  MediaAsset clip = MakeClip("new", 1);
+  try {
+    MediaAssetRepository(db).Put(clip);
+  } catch (...) {
+    EXPECT_TRUE(told.empty());
+    throw;
+  }
+  EXPECT_EQ(told.size(), 1U);
+  for (const Sqlite::ChangeNotice& notice : told) {
+    const auto isClip = [](const auto& table) { return table.name == "MediaAsset"; };
+    EXPECT_TRUE(notice.areAllTables || std::any_of(notice.tables.begin(), notice.tables.end(), isClip));
+  }
+  return true;
+}
+
+bool PutsInSavepoints(DataModelDatabase& db) {
+  TransactionGuard transaction(db);
+  MediaAsset kept = MakeClip("new", 1), gone = MakeClip("gone", 1);
+  Sqlite::SavepointGuard first(db);
+  MediaAssetRepository(db).Put(kept);
+  first.Commit();
+  Sqlite::SavepointGuard second(db);
+  MediaAssetRepository(db).Put(gone);
+  MediaAssetRepository(db).Remove(MakeClip("a", 1).Id(), Protection::Ignore);
+  second.Rollback();
+  transaction.Commit();
+  return true;
+}
+
+bool Changes(DataModelDatabase& db) {
+  MediaAssetRepository(db).Change(MakeClip("a", 1).Id(), [](MediaAsset& clip) { clip = MakeClip("a", 2); });
+  return true;
+}
+
+bool PutsGroup(DataModelDatabase& db) {
+  AnglesMediaAssetGroup group = MakeGroup("g", 2, {"b", "a"});
+  MediaAssetGroupRepository(db).Put(group);
+  return true;
+}
+
+bool PutsEdit(DataModelDatabase& db) {
+  Edits::Edit edit{Edits::EditId("e")};
+  for (const char* id : {"s", "t"}) {
+    auto sequence = std::make_unique<Edits::Sequence>(Edits::SequenceId(id));
+    const auto profile = std::make_shared<Edits::DapOperatorMetadataProfile>();
+    profile->ServerId(DataModel::MediaAssets::ZuServerId(10));
+    sequence->Metadata().Set(profile);
+    edit.Sequences().Add(std::move(sequence));
+  }
+  Edits::Database::EditRepository(db).Put(edit);
+  return true;
+}
+
+bool HasEdit(DataModelDatabase& db) {
+  return TestSupport::Value(db,
+                            "SELECT count(*) FROM Edit e JOIN Sequence s ON s.editRef = e.key"
+                            " JOIN DapOperatorMetadataSequence d ON d.refSequence = s.key") == "2";
+}
+
+bool RemovesAll(DataModelDatabase& db) {
+  Sqlite::QuerySqlite first;
+  first.Equals("MediaAsset.id", "a");
+  MediaAssetRepository(db).RemoveAll(MediaAssetSearch().Where(first), Protection::Ignore);
+  return true;
 }
 
 bool RemovesFirst(DataModelDatabase& db) {
@@ -215,7 +293,13 @@ const std::vector<FaultJob>& FaultJobs() {
          return PuttingAll({MakeClip("a", 2), MakeClip("new", 1)});
        },
        HasVersion("new", 1), true},
+      {"PutHeard", [] { return FaultJob::Attempt(PutsHeard); }, HasVersion("new", 1), true},
+      {"PutInSavepoints", [] { return FaultJob::Attempt(PutsInSavepoints); }, HasVersion("new", 1), true},
+      {"Change", [] { return FaultJob::Attempt(Changes); }, HasVersion("a", 2), true},
+      {"PutGroup", [] { return FaultJob::Attempt(PutsGroup); }, HasNewGroup, true},
+      {"PutEdit", [] { return FaultJob::Attempt(PutsEdit); }, HasEdit, true},
       {"Remove", [] { return FaultJob::Attempt(RemovesFirst); }, IsDeleted, true},
+      {"RemoveAll", [] { return FaultJob::Attempt(RemovesAll); }, IsDeleted, true},
       {"Delete", [] { return Plain(MakeClip("a", 1), DeleteClip); }, IsDeleted},
       {"DeleteInTransaction", [] { return InTransaction(MakeClip("a", 1), DeleteClip); }, IsDeleted, true},
       {"SaveGroup",
