@@ -1,6 +1,8 @@
 // A file that somebody has damaged or changed may be refused, or read and written in part: by exceptions and
 // log entries, without a crash, a hang or a look beyond its memory.
 //
+// The files are in memory, so that hundreds of inputs run in a second.
+//
 // An input is a list of changes to a sound file, one a line. The bytes of a file would be a poor input: most
 // of them are text or blanks, where a change comes to nothing, and SQLite refuses almost every other change
 // before a line of the libraries has run. Changes to single values, by a plain connection, get past that: to
@@ -21,10 +23,10 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <limits>
 #include <memory>
 #include <optional>
+#include <sanitizer/asan_interface.h>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -41,6 +43,95 @@ using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 void Run(sqlite3* handle, const std::string& sql) {
   sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr);
 }
+
+// SQLite allocates and frees so much that the allocator of AddressSanitizer would take most of the time. Blocks that
+// are free wait here for their next use, poisoned, so that it still reports who uses them.
+class Pool {
+ public:
+  static void Install() {
+    static Pool pool;
+    static const sqlite3_mem_methods methods = {
+        [](int size) { return pool.Take(static_cast<std::size_t>(size)); },
+        [](void* block) { pool.Return(block); },
+        [](void* block, int size) -> void* {
+          if (static_cast<std::size_t>(size) <= HeadOf(block)->size) return block;
+          void* larger = pool.Take(static_cast<std::size_t>(size));
+          if (larger) {
+            std::memcpy(larger, block, HeadOf(block)->size);
+            pool.Return(block);
+          }
+          return larger;
+        },
+        [](void* block) { return static_cast<int>(HeadOf(block)->size); },
+        [](int size) { return static_cast<int>(Rounded(static_cast<std::size_t>(size))); },
+        [](void*) { return SQLITE_OK; },
+        [](void*) {},
+        nullptr};
+    sqlite3_config(SQLITE_CONFIG_MALLOC, &methods);
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  }
+
+ private:
+  struct alignas(16) Head {
+    std::size_t size;
+    Head* next;
+  };
+  static constexpr std::size_t Step = 64, KeptSizes = 1024;
+
+  static Head* HeadOf(void* block) { return static_cast<Head*>(block) - 1; }
+  static std::size_t Rounded(std::size_t size) { return (size + Step - 1) / Step * Step; }
+
+  void* Take(std::size_t wanted) {
+    const std::size_t size = Rounded(wanted), kind = size / Step;
+    if (kind < KeptSizes && mFree[kind]) {
+      Head* head = mFree[kind];
+      mFree[kind] = head->next;
+      ASAN_UNPOISON_MEMORY_REGION(head + 1, head->size);
+      return head + 1;
+    }
+    auto* head = static_cast<Head*>(std::malloc(sizeof(Head) + size));
+    if (!head) return nullptr;
+    head->size = size;
+    return head + 1;
+  }
+  void Return(void* block) {
+    Head* head = HeadOf(block);
+    const std::size_t kind = head->size / Step;
+    if (kind >= KeptSizes) return std::free(head);
+    ASAN_POISON_MEMORY_REGION(block, head->size);
+    head->next = mFree[kind];
+    mFree[kind] = head;
+  }
+
+  Head* mFree[KeptSizes] = {};
+};
+
+// A file of SQLite's file system in memory, which shares a file by its name while it is open.
+class MemoryFile {
+ public:
+  MemoryFile() : mVfs(sqlite3_vfs_find("memdb")), mFile(sqlite3_malloc(mVfs->szOsFile)) {
+    int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MAIN_DB;
+    if (mVfs->xOpen(mVfs, "/damaged.db", File(), flags, &flags) != SQLITE_OK) abort();
+  }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
+  ~MemoryFile() {
+    File()->pMethods->xClose(File());
+    sqlite3_free(mFile);
+  }
+
+  void Content(const std::string& content) {
+    File()->pMethods->xTruncate(File(), 0);
+    if (File()->pMethods->xWrite(File(), content.data(), static_cast<int>(content.size()), 0) != SQLITE_OK)
+      abort();
+  }
+
+ private:
+  sqlite3_file* File() const { return static_cast<sqlite3_file*>(mFile); }
+
+  sqlite3_vfs* mVfs;
+  void* mFile;
+};
 
 struct ColumnName {
   std::string table, column;
@@ -78,18 +169,43 @@ class SoundFile {
          cursor.Step();) {
       mColumns.push_back({cursor.GetString(0), cursor.GetString(1)});
     }
+    // The second opening sets the schema's number, so that all others find nothing to do.
     db.Close();
-    mContent = TestSupport::FileContent(path);
-    if (mColumns.size() < 150 || mContent.empty()) abort();
+    db.Open();
+    db.Close();
+    sqlite3* opened = nullptr;
+    sqlite3_open(path.c_str(), &opened);
+    const Handle source(opened, sqlite3_close);
+    sqlite3_backup* copying = sqlite3_backup_init(mHandle.get(), "main", source.get(), "main");
+    if (sqlite3_backup_step(copying, -1) != SQLITE_DONE || mColumns.size() < 150) abort();
+    sqlite3_backup_finish(copying);
+    Run(mHandle.get(), "PRAGMA ignore_check_constraints = ON; PRAGMA writable_schema = ON");
   }
 
-  const std::string& Content() const { return mContent; }
   const ColumnName& Column(unsigned number) const { return mColumns[number % mColumns.size()]; }
-  std::string DamagedPath() const { return mDirectory.File("damaged.db"); }
+
+  // The content of the file behind changes of its rows and tables, which are taken back.
+  template <class Change>
+  std::string Changed(const Change& change) const {
+    Run(mHandle.get(), "BEGIN");
+    change(mHandle.get());
+    sqlite3_int64 length = 0;
+    const std::unique_ptr<unsigned char, void (*)(void*)> image(
+        sqlite3_serialize(mHandle.get(), "main", &length, 0), sqlite3_free);
+    Run(mHandle.get(), "ROLLBACK");
+    return image ? std::string(reinterpret_cast<const char*>(image.get()), static_cast<std::size_t>(length))
+                 : "";
+  }
 
  private:
+  static Handle InMemory() {
+    sqlite3* opened = nullptr;
+    sqlite3_open(":memory:", &opened);
+    return Handle(opened, sqlite3_close);
+  }
+
   const TestSupport::TemporaryDirectory mDirectory;
-  std::string mContent;
+  const Handle mHandle = InMemory();
   std::vector<ColumnName> mColumns;
 };
 
@@ -203,25 +319,12 @@ std::string Damaged(const std::string& input) {
     changes.emplace_back(line);
 
   // The rows first: behind damaged bytes SQLite would refuse to change any.
-  std::string content = Sound().Content();
-  sqlite3* opened = nullptr;
-  sqlite3_open(":memory:", &opened);
-  const Handle handle(opened, sqlite3_close);
-  auto* copy = static_cast<unsigned char*>(sqlite3_malloc64(content.size()));
-  std::memcpy(copy, content.data(), content.size());
-  const auto size = static_cast<sqlite3_int64>(content.size());
-  sqlite3_deserialize(opened, "main", copy, size, size,
-                      SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE);
-  Run(opened, "PRAGMA ignore_check_constraints = ON; PRAGMA writable_schema = ON");
-  for (const Change& change : changes) {
-    if (change.WhichKind() == Change::Value) SetValue(opened, change);
-    if (change.WhichKind() == Change::Drop) ChangeSchema(opened, change);
-  }
-  sqlite3_int64 length = 0;
-  const std::unique_ptr<unsigned char, void (*)(void*)> image(sqlite3_serialize(opened, "main", &length, 0),
-                                                              sqlite3_free);
-  if (image) content.assign(reinterpret_cast<const char*>(image.get()), static_cast<std::size_t>(length));
-
+  std::string content = Sound().Changed([&](sqlite3* handle) {
+    for (const Change& change : changes) {
+      if (change.WhichKind() == Change::Value) SetValue(handle, change);
+      if (change.WhichKind() == Change::Drop) ChangeSchema(handle, change);
+    }
+  });
   for (const Change& change : changes) {
     if (change.WhichKind() == Change::Bytes) SetBytes(content, change);
     if (change.WhichKind() == Change::Cut) content.resize(content.size() * (change.head[1] % 128) / 128);
@@ -315,22 +418,20 @@ void Use(DataModelDatabase& db) {
 
 }  // namespace
 
-// SQLite allocates and frees so much that a long memory of it all would take half the time.
-extern "C" const char* __asan_default_options() {
-  return "quarantine_size_mb=8:malloc_context_size=4";
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  Pool::Install();
+  return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  const std::string path = Sound().DamagedPath();
-  Reliability::Restore(path, "");
-  std::ofstream(path, std::ios::binary) << Damaged({reinterpret_cast<const char*>(data), size});
+  const std::string content = Damaged({reinterpret_cast<const char*>(data), size});
+  static MemoryFile file;
+  file.Content(content);
   TestSupport::CapturedLog log;
-  DataModelDatabase db("file:" + path + "?_busy_timeout=0&_synchronous=off&_journal_mode=memory",
-                       log.Stream());
+  DataModelDatabase db("file:/damaged.db?vfs=memdb&_busy_timeout=0&_journal_mode=memory", log.Stream());
   Try([&] { db.Open(); });
   if (!db.IsOpen()) return 0;
-  // Half of the inputs in a transaction, which is faster; the other half see what each statement leaves
-  // behind.
+  // Half of the inputs in a transaction, the other half to see what each statement leaves.
   std::optional<TransactionGuard> transaction;
   if (size % 2 == 1) Try([&] { transaction.emplace(db); });
   Use(db);

@@ -28,7 +28,9 @@ class PreparedStatement;
 ///   - `_statement_timeout`: milliseconds, at least 1, that a statement may take until its next row or its end, waits
 ///     for locks among them; no limit without it. A statement that takes longer fails (`interrupted`, or `database is
 ///     locked`). One that writes then rolls back its transaction. `CheckIntegrity` and `Backup` have no limit;
-///   - `_journal_mode`: `delete`, `truncate`, `persist`, `wal`, `memory` or `off`;
+///   - `_journal_mode`: `delete`, `truncate`, `persist`, `wal`, `memory` or `off`. The last two are for files
+///     that can be made again: a crash or a kill within a transaction may damage the file, and with `off` each
+///     rollback does, that of a guard left without `Commit` too;
 ///   - `_synchronous`: `off`, `normal`, `full` or `extra`.
 /// Without them SQLite's defaults hold. With a VFS that isn't the default one, temporary tables and journals are kept in
 /// memory. Foreign keys are always enforced.

@@ -96,7 +96,7 @@ TEST_F(DapOperatorMetadataTableTest, WhatCannotBeReadOrWrittenReachesTheCallerAn
   EXPECT_TRUE(log.Contains("userTimecode has the negative count -1"));
   Profile().UserTimecode(sound);
   for (const int32_t place : {-1, 65536}) {
-    KeywordEncapsulated keyword(clip.ObjectId(), place, Utf8String("k"));
+    KeywordEncapsulated keyword(clip.ObjectId(), place, BusinessEntityModel::BaseTypes::Utf8String("k"));
     EXPECT_FALSE(assets.GetDapOperatorKeywordsTable().Save(keyword)) << "nor could it be read here";
   }
   EXPECT_TRUE(log.Contains("no profile could hold a keyword at 65536"));
