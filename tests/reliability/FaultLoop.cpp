@@ -122,19 +122,19 @@ FaultJob::Attempt Putting(MediaAsset clip) {
   };
 }
 
-// A commit is told, and nothing else.
+// A commit is reported, and nothing else.
 bool PutsHeard(DataModelDatabase& db) {
-  std::vector<Sqlite::ChangeNotice> told;
-  const Sqlite::ChangeListener listener(db, [&](const auto& notice) { told.push_back(notice); });
+  std::vector<Sqlite::ChangeNotice> heard;
+  const Sqlite::ChangeListener listener(db, [&](const auto& notice) { heard.push_back(notice); });
   MediaAsset clip = MakeClip("new", 1);
   try {
     MediaAssetRepository(db).Put(clip);
   } catch (...) {
-    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(heard.empty());
     throw;
   }
-  EXPECT_EQ(told.size(), 1U);
-  for (const Sqlite::ChangeNotice& notice : told) {
+  EXPECT_EQ(heard.size(), 1U);
+  for (const Sqlite::ChangeNotice& notice : heard) {
     const auto isClip = [](const auto& table) { return table.name == "MediaAsset"; };
     EXPECT_TRUE(notice.areAllTables || std::any_of(notice.tables.begin(), notice.tables.end(), isClip));
   }

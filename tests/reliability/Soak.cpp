@@ -107,8 +107,8 @@ class Worker {
 
   // What a process that was killed has left under way is in the file or not, but not in part.
   void TakeOver() {
-    std::filesystem::remove(mCopy);
-    std::filesystem::remove(mCopy + ".part1");
+    Restore(mCopy, "");
+    Restore(mCopy + ".part1", "");
     int kept = 0, lost = 0;
     for (int i = 0; i < ClipCount; ++i) {
       Clip& clip = ClipAt(i);
