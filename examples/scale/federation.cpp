@@ -51,7 +51,9 @@ std::string MakeFile(const std::string& folder, int place, int clips) {
   DataModelDatabase database("file:" + path(place) + "?_synchronous=off", nullptr);
   database.Open();
   if (place > 0) {
-    database.ExecuteStatement("UPDATE MediaAsset SET creationDate = creationDate + " + std::to_string(place));
+    const std::string seconds = std::to_string(place);
+    database.ExecuteStatement("UPDATE MediaAsset SET creationDate = creationDate + " + seconds +
+                              ", modificationDate = modificationDate + " + seconds);
     return path(place);
   }
   MediaAssetRepository repository(database);

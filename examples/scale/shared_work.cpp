@@ -4,18 +4,22 @@
 //     scale_shared_work LIBRARY CONNECTION read NAME SECONDS
 //     scale_shared_work LIBRARY CONNECTION hold NAME
 //     scale_shared_work LIBRARY CONNECTION check ACKNOWLEDGED...
+//     scale_shared_work LIBRARY CONNECTION ask SECONDS
 //
 // LIBRARY is an extension of SQLite that brings the VFS which the connection text names, or "-" for none. `write`
 // stores three clips a transaction and appends the number of each transaction whose commit succeeded to the file
 // ACKNOWLEDGED. `read` reads pages of whole clips. Both go on after a refusal, and tell the longest pause. `hold`
 // leaves a transaction open until the process is killed. `check` looks for damage, and for the clips of each
-// acknowledged transaction: all three or, of a transaction that wasn't acknowledged, all or none.
+// acknowledged transaction: all three or, of a transaction that wasn't acknowledged, all or none. `ask` gives a
+// federation of this one file some seconds to answer.
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetFederation.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
@@ -95,8 +99,13 @@ void Repeat(DataModelDatabase& database, const std::string& name, double seconds
       std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
   }
-  std::cout << name << ": " << done / seconds << " a second, longest pause " << longest.count()
-            << " s (after " << longestAt.count() << " s), refused " << refusals << " times\n";
+  if (const Seconds pause = Clock::now() - last; pause > longest) {
+    longest = pause;
+    longestAt = last - begin;
+  }
+  const double span = Seconds(Clock::now() - begin).count();
+  std::cout << name << ": " << done / span << " a second, longest pause " << longest.count() << " s (after "
+            << longestAt.count() << " s), refused " << refusals << " times\n";
   for (const auto& [reason, count] : reasons)
     std::cout << name << ": " << count << " x " << reason << '\n';
 }
@@ -121,6 +130,17 @@ void Read(DataModelDatabase& database, const std::string& name, double seconds) 
       std::exit(1);
     }
   });
+}
+
+void Ask(const std::string& connection, double seconds) {
+  const auto begin = Clock::now();
+  Assets::Database::MediaAssetFederation federation({connection},
+                                                    std::chrono::milliseconds(std::lround(seconds * 1000)));
+  const auto page = federation.Find(MediaAssetSearch().Limit(0));
+  std::cout << (page.silent.empty() ? std::to_string(page.total) + " clips" : page.silent.front().reason)
+            << " after " << Seconds(Clock::now() - begin).count() << " s" << std::endl;
+  // The thread that still hangs in the file must not hold up the end of the program.
+  std::_Exit(page.silent.empty() ? 0 : 1);
 }
 
 bool Check(DataModelDatabase& database, const std::vector<std::string>& files) {
@@ -173,6 +193,8 @@ int main(int argc, char** argv) {
       repository.Put(clip);
       std::cout << "holding" << std::endl;
       std::this_thread::sleep_for(std::chrono::hours(1));
+    } else if (job == "ask") {
+      Ask(arguments[1], std::stod(name));
     } else if (job == "check") {
       database.Open();
       return Check(database, {arguments.begin() + 3, arguments.end()}) ? 0 : 1;

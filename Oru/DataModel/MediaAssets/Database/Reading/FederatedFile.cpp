@@ -1,16 +1,21 @@
 #include "Oru/DataModel/MediaAssets/Database/Reading/FederatedFile.h"
 
+#include "Oru/Common/Databases/ArgumentException.h"
+#include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/NotSupportedException.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetReader.h"
 
 #include <condition_variable>
 #include <exception>
 #include <mutex>
-#include <new>
 #include <utility>
 
 namespace Oru::DataModel::MediaAssets::Database {
 
+using Common::Databases::ArgumentException;
+using Common::Databases::InvalidOperationException;
+using Common::Databases::NotSupportedException;
 using Answer = FederatedSearch::Answer;
 
 namespace {
@@ -47,10 +52,15 @@ struct FederatedFile::Shared {
       if (!database.IsOpen()) database.Open();
       answer.page = reader.Read(search, parts, &answer.orderValues);
       return answer;
-    } catch (const std::bad_alloc& exception) {
-      answer.failure = exception.what();
-    } catch (const std::exception&) {
+    } catch (const ArgumentException&) {
       answer.failure = database.LastFailure();
+    } catch (const InvalidOperationException&) {
+      answer.failure = database.LastFailure();
+    } catch (const NotSupportedException&) {
+      answer.failure = database.LastFailure();
+    } catch (const std::exception& exception) {
+      // What the file holds makes no asset.
+      answer.failure = exception.what();
     }
     // The next search begins with an opening: the file may be another one by then.
     database.Close();

@@ -74,8 +74,8 @@ FederatedPage FederatedSearch::Merge(std::vector<Answer> answers) const {
   // The files in the order in which equal assets follow.
   std::vector<std::size_t> answered;
   for (std::size_t file = 0; file < answers.size(); ++file) {
-    if (!answers[file].failure.empty()) {
-      page.silent.push_back({file, std::move(answers[file].failure)});
+    if (answers[file].failure) {
+      page.silent.push_back({file, std::move(*answers[file].failure)});
       continue;
     }
     page.total += answers[file].page.total;

@@ -23,8 +23,8 @@ class FederatedSearch {
     MediaAssetPage page;
     /// What each asset of the page has in the order.
     std::vector<MediaAssetSearchText::Value> orderValues;
-    /// Empty for a file that has answered.
-    std::string failure;
+    /// None for a file that has answered.
+    std::optional<std::string> failure;
   };
 
   /// @throws ArgumentException for a search with `After`
