@@ -1,8 +1,18 @@
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetSearchColumns.h"
 
 // The stored file. Every statement may run on a file that has it all already. Several processes may open one
 // new file at once: see DataModelDatabase::Create for the lock.
 namespace Oru::DataModel::MediaAssets::Database {
+
+namespace {
+
+// For what searches compute: SQLite takes it where a statement has the same expression.
+std::string LookupIndex(const std::string& name, const std::string& indexed) {
+  return "CREATE INDEX IF NOT EXISTS Lookup" + name + " ON " + indexed + ";\n";
+}
+
+}  // namespace
 
 // Columns stand in the tables in this order and with these declared types: both are part of the format of the
 // file. Foreign keys are switched on outside the transaction, where alone SQLite heeds it.
@@ -388,7 +398,8 @@ const std::string DataModelDatabase::viewStatements = "\n\n";
 
 // Without these, every read by owner, every cascade and every clean-up would walk whole tables, and every
 // page of a list would sort them. Owners that lead a primary key or a unique constraint need none.
-const std::string DataModelDatabase::lookupIndexStatements = R"sql(
+const std::string DataModelDatabase::lookupIndexStatements =
+    R"sql(
 CREATE INDEX IF NOT EXISTS LookupMediaAssetName ON MediaAsset(name);
 CREATE INDEX IF NOT EXISTS LookupMediaAssetCreationDate ON MediaAsset(creationDate);
 CREATE INDEX IF NOT EXISTS LookupMediaAssetModificationDate ON MediaAsset(modificationDate);
@@ -403,11 +414,17 @@ CREATE INDEX IF NOT EXISTS LookupRelationAssetTrackRefTrack ON RelationAssetTrac
 CREATE INDEX IF NOT EXISTS LookupTrackChannelRefEssence ON TrackChannel(refEssence);
 DROP INDEX IF EXISTS LookupDapOperatorMetadataZuServerId;
 CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataPlace ON DapOperatorMetadata(zuServerId, dapIdPage, dapIdBank, dapIdRow, dapIdCamera);
-CREATE INDEX IF NOT EXISTS LookupDapOperatorKeywordsKeyword ON DapOperatorKeywords(keyword COLLATE NOCASE);
+DROP INDEX IF EXISTS LookupDapOperatorKeywordsKeyword;
+CREATE INDEX IF NOT EXISTS LookupDapOperatorKeywordsKeywordAndOwner ON DapOperatorKeywords(keyword COLLATE NOCASE, refDapOperatorMetadata);
 CREATE INDEX IF NOT EXISTS LookupAnnotationRefMediaAsset ON Annotation(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupSequenceEditRef ON Sequence(editRef);
 CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataSequenceZuServerId ON DapOperatorMetadataSequence(zuServerId);
-)sql";
+)sql" +
+    LookupIndex("MediaAssetDuration", "MediaAsset(" + SearchColumns::DurationOfMarks() + ")") +
+    LookupIndex("DapOperatorMetadataPlaceOrder",
+                "DapOperatorMetadata(" + SearchColumns::PlaceOfProfile() + ")") +
+    LookupIndex("DapOperatorMetadataProtected",
+                "DapOperatorMetadata(refMediaAsset) WHERE " + SearchColumns::Protected());
 
 // SQLite plans by these numbers what it joins. They call MediaAsset small, whatever it holds: a list then
 // goes by an index of that table and asks the full-text index for one row at a time, instead of walking the

@@ -41,16 +41,15 @@ MediaAssetSearch& MediaAssetSearch::Keyword(const std::string& keyword) {
 }
 
 MediaAssetSearch& MediaAssetSearch::OnServer(const ZuServerId& server) {
-  if (server == ZuServerId::Empty()) return Add(Subject::MissingProfile, SearchColumns::NoServer());
-  return Add(Subject::Profile, "DapOperatorMetadata.zuServerId = ?", {int64_t{server.SerialNumber()}});
+  if (server == ZuServerId::Empty()) return Add(Subject::MissingProfile, SearchColumns::HasServer());
+  return Add(Subject::Profile, "zuServerId = ?", {int64_t{server.SerialNumber()}});
 }
 
 MediaAssetSearch& MediaAssetSearch::OnPlace(const std::string& column, int place) {
-  const std::string name = "DapOperatorMetadata." + column;
-  if (place == DapId::Unset) return Add(Subject::MissingProfile, SearchColumns::NoGridPlace(name));
+  if (place == DapId::Unset) return Add(Subject::MissingProfile, SearchColumns::HasGridPlace(column));
   // A number off the grid counts as not set when it is read.
   if (!SearchColumns::IsGridPlace(place)) return Add(Subject::Key, " IS NULL");
-  return Add(Subject::Profile, name + " = ?", {int64_t{place}});
+  return Add(Subject::Profile, column + " = ?", {int64_t{place}});
 }
 
 MediaAssetSearch& MediaAssetSearch::OnPage(int page) {
@@ -66,14 +65,13 @@ MediaAssetSearch& MediaAssetSearch::OnRow(int row) {
 }
 
 MediaAssetSearch& MediaAssetSearch::OnCamera(char camera) {
-  if (camera == 0) return Add(Subject::MissingProfile, SearchColumns::NoCamera());
+  if (camera == 0) return Add(Subject::MissingProfile, SearchColumns::HasCamera());
   if (!DapId::IsValidCamera(camera)) return Add(Subject::Key, " IS NULL");
-  return Add(Subject::Profile, "DapOperatorMetadata.dapIdCamera = ?", {int64_t{camera}});
+  return Add(Subject::Profile, "dapIdCamera = ?", {int64_t{camera}});
 }
 
 MediaAssetSearch& MediaAssetSearch::Protected(bool isProtected) {
-  if (isProtected) return Add(Subject::Profile, SearchColumns::Protected());
-  return Add(Subject::MissingProfile, "NOT ifnull(" + SearchColumns::Protected() + ", 0)");
+  return Add(isProtected ? Subject::Profile : Subject::MissingProfile, SearchColumns::Protected());
 }
 
 MediaAssetSearch& MediaAssetSearch::CreatedFrom(DateTime first) {
@@ -97,7 +95,9 @@ MediaAssetSearch& MediaAssetSearch::LastsAtLeast(const TimePoints::Duration& sho
 }
 
 MediaAssetSearch& MediaAssetSearch::LastsAtMost(const TimePoints::Duration& longest) {
-  return Add(Subject::Asset, SearchColumns::DurationOfMarks() + " <= ?", {longest.ToNanoseconds()});
+  const std::string duration = SearchColumns::DurationOfMarks();
+  return Add(Subject::Asset, duration + " > " + SearchColumns::NoDuration + " AND " + duration + " <= ?",
+             {longest.ToNanoseconds()});
 }
 
 MediaAssetSearch& MediaAssetSearch::InGroup(const Identifier& group) {
@@ -144,7 +144,7 @@ MediaAssetSearch& MediaAssetSearch::After(const MediaAsset& last) {
   after->duration = std::visit([](auto value) { return Value(value); }, duration);
   const bool holdsProfile = (last.HeldParts() & MediaAssetParts::Operator) == MediaAssetParts::Operator;
   if (!holdsProfile) return *this;
-  after->place = last.HasDapOperatorMetadata() ? SearchColumns::PlaceNumber(last.DapOperatorMetadata())
+  after->place = last.HasDapOperatorMetadata() ? SearchColumns::PlaceOfProfile(last.DapOperatorMetadata())
                                                : SearchColumns::NoProfile;
   return *this;
 }

@@ -80,7 +80,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetSearch {
   using Value = Common::Databases::Sqlite::StatementValue;
 
   // What a condition is about: the key alone, a column of the asset, a column of an operator's profile that
-  // must be there, a column of a profile that may be missing.
+  // must be there, a column of a profile for which it must not hold, or which may be missing.
   enum class Subject { Key, Asset, Profile, MissingProfile };
 
   struct Condition {

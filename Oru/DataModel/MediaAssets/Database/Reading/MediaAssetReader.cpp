@@ -81,6 +81,11 @@ MediaAssetSearchText::Value OrderValue(const Sqlite::CursorSqlite& row, MediaAss
   return row.GetInt64(1);
 }
 
+int64_t FirstNumber(Sqlite::DatabaseSqlite& db, const MediaAssetSearchText::Statement& statement) {
+  SearchRun run(db, statement);
+  return run.Cursor().Step() ? run.Cursor().GetInt64(0) : 0;
+}
+
 }  // namespace
 
 MediaAssetReader::MediaAssetReader(MediaAssetTable& assets)
@@ -197,20 +202,45 @@ MediaAssetSearchText::Value MediaAssetReader::ValueBefore(const MediaAssetSearch
   return run.Cursor().GetInt64(0);
 }
 
+// A profile belongs to one asset.
+bool MediaAssetReader::AreAllWithProfile() const {
+  return FirstNumber(Database(),
+                     {"SELECT (SELECT COUNT(*) FROM MediaAsset) = (SELECT COUNT(*) FROM DapOperatorMetadata)",
+                      {}}) == 1;
+}
+
+// Of several statements, each gives what the ones before it have left of the page.
 std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearchText& text,
                                             std::vector<MediaAssetSearchText::Value>* orderValues) const {
-  SearchRun run(Database(), text.Keys(ValueBefore(text), orderValues != nullptr));
   std::vector<int64_t> keys;
-  while (run.Cursor().Step()) {
-    keys.push_back(run.Cursor().GetInt64(0));
-    if (orderValues) orderValues->push_back(OrderValue(run.Cursor(), text.Order()));
+  int64_t left = text.Limit(), passedOver = text.Offset();
+  for (MediaAssetSearchText::Statement& select :
+       text.Keys(ValueBefore(text), text.IsSplitByProfile() && AreAllWithProfile(), orderValues != nullptr)) {
+    const std::size_t before = keys.size();
+    MediaAssetSearchText::Statement page = select;
+    page.text += " LIMIT ? OFFSET ?";
+    page.values.emplace_back(left);
+    page.values.emplace_back(passedOver);
+    for (SearchRun run(Database(), page); run.Cursor().Step();) {
+      keys.push_back(run.Cursor().GetInt64(0));
+      if (orderValues) orderValues->push_back(OrderValue(run.Cursor(), text.Order()));
+    }
+    const auto found = static_cast<int64_t>(keys.size() - before);
+    if (left >= 0) left -= found;
+    if (left == 0) break;
+    if (passedOver == 0) continue;
+    if (found > 0) {
+      passedOver = 0;
+    } else {
+      select.text = "SELECT COUNT(*) FROM (" + select.text + ")";
+      passedOver -= FirstNumber(Database(), select);
+    }
   }
   return keys;
 }
 
 int64_t MediaAssetReader::Count(const MediaAssetSearchText& text) const {
-  SearchRun run(Database(), text.Count());
-  return run.Cursor().Step() ? run.Cursor().GetInt64(0) : 0;
+  return FirstNumber(Database(), text.Count());
 }
 
 void MediaAssetReader::ReadParts(Assets& assets, const std::string& keys, MediaAssetParts parts) {

@@ -48,6 +48,7 @@ class MediaAssetReader {
 
   Common::Databases::Sqlite::DatabaseSqlite& Database() const;
   MediaAssetSearchText::Value ValueBefore(const MediaAssetSearchText& text) const;
+  bool AreAllWithProfile() const;
   std::vector<int64_t> Keys(const MediaAssetSearchText& text,
                             std::vector<MediaAssetSearchText::Value>* orderValues = nullptr) const;
   int64_t Count(const MediaAssetSearchText& text) const;

@@ -22,8 +22,14 @@ std::string Between(const std::string& column, int min, int max) {
   return column + " BETWEEN " + std::to_string(min) + " AND " + std::to_string(max);
 }
 
+std::string Choice(const std::string& condition, const std::string& value, int64_t otherwise) {
+  return "CASE WHEN " + condition + " THEN " + value + " ELSE " + std::to_string(otherwise) + " END";
+}
+
+}  // namespace
+
 std::string HasServer() {
-  return "DapOperatorMetadata.zuServerId > 0 AND DapOperatorMetadata.zuServerId % 10 = 0";
+  return "zuServerId > 0 AND zuServerId % 10 = 0";
 }
 
 std::string HasGridPlace(const std::string& column) {
@@ -31,33 +37,11 @@ std::string HasGridPlace(const std::string& column) {
 }
 
 std::string HasCamera() {
-  return Between("DapOperatorMetadata.dapIdCamera", DapId::MinCamera, DapId::MaxCamera);
-}
-
-std::string Not(const std::string& condition) {
-  return "NOT ifnull(" + condition + ", 0)";
-}
-
-std::string Choice(const std::string& condition, const std::string& value, int64_t otherwise) {
-  return "CASE WHEN " + condition + " THEN " + value + " ELSE " + std::to_string(otherwise) + " END";
-}
-
-}  // namespace
-
-std::string NoServer() {
-  return Not(HasServer());
-}
-
-std::string NoGridPlace(const std::string& column) {
-  return Not(HasGridPlace(column));
-}
-
-std::string NoCamera() {
-  return Not(HasCamera());
+  return Between("dapIdCamera", DapId::MinCamera, DapId::MaxCamera);
 }
 
 std::string Protected() {
-  return "(DapOperatorMetadata.userProtected <> 0 OR DapOperatorMetadata.dapUIProtected <> 0)";
+  return "(userProtected <> 0 OR dapUIProtected <> 0)";
 }
 
 bool IsGridPlace(int place) {
@@ -66,8 +50,8 @@ bool IsGridPlace(int place) {
 
 std::string DurationOfMarks() {
   const std::string unset = std::to_string(TimePoints::TimePoint::Empty().ToNanoseconds());
-  return "CASE WHEN MediaAsset.inBoundary <> " + unset + " AND MediaAsset.outBoundary <> " + unset +
-         " THEN MediaAsset.outBoundary - MediaAsset.inBoundary END";
+  return "CASE WHEN inBoundary IS NOT " + unset + " AND outBoundary IS NOT " + unset +
+         " THEN ifnull(outBoundary, 0) - ifnull(inBoundary, 0) ELSE " + NoDuration + " END";
 }
 
 std::variant<int64_t, double> DurationOfMarks(const TimePoints::TimePoint& in,
@@ -81,25 +65,18 @@ std::variant<int64_t, double> DurationOfMarks(const TimePoints::TimePoint& in,
   return static_cast<double>(out.ToNanoseconds()) - static_cast<double>(in.ToNanoseconds());
 }
 
-std::string DurationOrder() {
-  return "ifnull(" + DurationOfMarks() + ", -9e999)";
-}
-
-std::string PlaceOrder() {
-  std::string number = Choice(HasServer(), "DapOperatorMetadata.zuServerId", UnsetServer);
+std::string PlaceOfProfile() {
+  std::string number = Choice(HasServer(), "zuServerId", UnsetServer);
   const auto append = [&](const std::string& digit) {
     number = "(" + number + ") * " + std::to_string(DigitBase) + " + " + digit;
   };
-  for (const char* column : {"dapIdPage", "dapIdBank", "dapIdRow"}) {
-    const std::string name = std::string("DapOperatorMetadata.") + column;
-    append(Choice(HasGridPlace(name), name, UnsetDigit));
-  }
-  append(Choice(HasCamera(), "DapOperatorMetadata.dapIdCamera - " + std::to_string(DapId::MinCamera),
-                UnsetDigit));
-  return Choice("DapOperatorMetadata.refMediaAsset IS NOT NULL", number, NoProfile);
+  for (const char* column : {"dapIdPage", "dapIdBank", "dapIdRow"})
+    append(Choice(HasGridPlace(column), column, UnsetDigit));
+  append(Choice(HasCamera(), "dapIdCamera - " + std::to_string(DapId::MinCamera), UnsetDigit));
+  return number;
 }
 
-int64_t PlaceNumber(const DapOperatorMetadataProfile& profile) {
+int64_t PlaceOfProfile(const DapOperatorMetadataProfile& profile) {
   const int server = profile.ServerId().SerialNumber();
   int64_t number = ZuServerId::IsValid(server) ? server : UnsetServer;
   const auto append = [&](bool isSet, int digit) {

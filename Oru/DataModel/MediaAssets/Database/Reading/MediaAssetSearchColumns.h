@@ -12,28 +12,27 @@
 // to the library.
 namespace Oru::DataModel::MediaAssets::Database::SearchColumns {
 
-/// Conditions on an operator's profile, true where there is no profile.
-std::string NoServer();
-std::string NoGridPlace(const std::string& column);
-std::string NoCamera();
-/// Whether a profile protects its asset.
+/// Conditions on an operator's profile:
+std::string HasServer();
+std::string HasGridPlace(const std::string& column);
+std::string HasCamera();
 std::string Protected();
 
 /// Whether a read takes the number for a page, bank or row.
 bool IsGridPlace(int place);
 
-/// The out mark minus the in mark, NULL without both. A difference beyond 64 bits is a double.
+/// The out mark minus the in mark, `NoDuration` without both. A difference beyond 64 bits is a double.
 std::string DurationOfMarks();
-/// The same of an object, negative infinity without both.
+/// The same of an object.
 std::variant<int64_t, double> DurationOfMarks(const TimePoints::TimePoint& in,
                                               const TimePoints::TimePoint& out);
-/// What orders by the duration: negative infinity without both marks.
-std::string DurationOrder();
+/// Negative infinity.
+constexpr const char* NoDuration = "-9e999";
 
-/// Server, page, bank, row and camera as one number, which orders as they do one after the other: what isn't
-/// set follows what is.
-std::string PlaceOrder();
-int64_t PlaceNumber(const DapOperatorMetadataProfile& profile);
+/// Server, page, bank, row and camera of a profile as one number, which orders as they do one after the other: what
+/// isn't set follows what is.
+std::string PlaceOfProfile();
+int64_t PlaceOfProfile(const DapOperatorMetadataProfile& profile);
 /// The number of assets without a profile, below that of any place.
 constexpr int64_t NoProfile = -1;
 

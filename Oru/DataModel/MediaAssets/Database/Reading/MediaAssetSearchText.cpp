@@ -10,21 +10,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 using Common::Databases::Sqlite::QuerySqlite;
 using Common::Databases::Sqlite::StatementText;
 
-namespace {
-
-// Adds to a statement a condition, which follows the others by AND.
-void AppendCondition(MediaAssetSearchText::Statement& statement, const std::string& condition) {
-  statement.text.append(statement.hasCondition ? " AND " : " WHERE ").append(condition);
-  statement.hasCondition = true;
-}
-
-template <class Values>
-void AppendValues(MediaAssetSearchText::Statement& statement, const Values& values) {
-  statement.values.insert(statement.values.end(), values.begin(), values.end());
-}
-
-}  // namespace
-
 MediaAssetSearchText::MediaAssetSearchText(const MediaAssetSearch& searched, MediaAssetTable& assets)
     : search(searched), table(assets), order(OrderOf(searched)) {}
 
@@ -65,8 +50,9 @@ MediaAssetSearchText::Statement MediaAssetSearchText::StoredValueBefore() const 
     statement.text = "SELECT rank FROM MediaAssetFts WHERE MediaAssetFts MATCH ? AND rowid = ?";
     statement.values.emplace_back(Match());
   } else {
-    statement.text = "SELECT " + SearchColumns::PlaceOrder() +
-                     " FROM MediaAsset LEFT JOIN DapOperatorMetadata ON refMediaAsset = key WHERE key = ?";
+    statement.text = "SELECT ifnull((SELECT " + SearchColumns::PlaceOfProfile() +
+                     " FROM DapOperatorMetadata WHERE refMediaAsset = key), " +
+                     std::to_string(SearchColumns::NoProfile) + ") FROM MediaAsset WHERE key = ?";
   }
   statement.values.emplace_back(KeyBefore());
   return statement;
@@ -84,14 +70,14 @@ bool MediaAssetSearchText::OrdersByColumnOfAsset() const {
 }
 
 // Reads no table that neither a condition nor the order asks for.
-MediaAssetSearchText::Sources MediaAssetSearchText::SourcesFor(bool isOrdered) const {
+MediaAssetSearchText::Sources MediaAssetSearchText::SourcesFor(Purpose purpose, Profiles profiles) const {
   using Subject = MediaAssetSearch::Subject;
   const bool isMatched = !search.matches.empty();
-  const bool needsProfile = HasSubject(Subject::Profile);
+  const bool needsProfile = HasSubject(Subject::Profile) || profiles == Profiles::With;
   const bool looksAtProfile =
-      needsProfile || HasSubject(Subject::MissingProfile) || (isOrdered && order == MediaAssetOrder::Place);
-  const bool looksAtAsset =
-      !search.queries.empty() || HasSubject(Subject::Asset) || (isOrdered && OrdersByColumnOfAsset());
+      profiles != Profiles::Without && (needsProfile || HasSubject(Subject::MissingProfile));
+  const bool looksAtAsset = !search.queries.empty() || HasSubject(Subject::Asset) ||
+                            (purpose == Purpose::Page && OrdersByColumnOfAsset());
   Sources sources;
   const auto join = [&](const char* kind, const std::string& name, const std::string& key) {
     if (sources.from.empty()) {
@@ -115,15 +101,23 @@ std::string MediaAssetSearchText::Match() const {
   return expression;
 }
 
-void MediaAssetSearchText::AppendConditions(Statement& statement, const Sources& sources) const {
-  if (!search.matches.empty()) {
-    AppendCondition(statement, "MediaAssetFts MATCH ?");
-    statement.values.emplace_back(Match());
-  }
+void MediaAssetSearchText::AppendConditions(Conditions& conditions, const Sources& sources,
+                                            Profiles profiles) const {
+  if (!search.matches.empty()) conditions.Add("MediaAssetFts MATCH ?", {Match()});
   for (const MediaAssetSearch::Condition& condition : search.conditions) {
-    const bool isOnKey = condition.subject == MediaAssetSearch::Subject::Key;
-    AppendCondition(statement, (isOnKey ? sources.key : std::string()) + condition.text);
-    AppendValues(statement, condition.values);
+    switch (condition.subject) {
+      case MediaAssetSearch::Subject::Key:
+        conditions.Add(sources.key + condition.text, condition.values);
+        break;
+      case MediaAssetSearch::Subject::MissingProfile:
+        if (profiles == Profiles::Without) break;
+        conditions.Add("NOT ifnull(" + condition.text + ", 0)", condition.values);
+        break;
+      case MediaAssetSearch::Subject::Asset:
+      case MediaAssetSearch::Subject::Profile:
+        conditions.Add(condition.text, condition.values);
+        break;
+    }
   }
   for (const QuerySqlite& query : search.queries) {
     StatementText condition;
@@ -131,18 +125,17 @@ void MediaAssetSearchText::AppendConditions(Statement& statement, const Sources&
     // The table reads through the full-text index, which is joined only for a condition that names it.
     const bool namesIndex = condition.text.find("Fts") != std::string::npos;
     if (!namesIndex) {
-      AppendCondition(statement, "(" + condition.text + ")");
+      conditions.Add("(" + condition.text + ")", condition.values);
     } else {
       QuerySqlite selecting;
       selecting.And(query);
       condition = table.StatementGenerator().SelectToRun(selecting);
-      AppendCondition(statement, sources.key + " IN (SELECT key FROM (" + condition.text + "))");
+      conditions.Add(sources.key + " IN (SELECT key FROM (" + condition.text + "))", condition.values);
     }
-    AppendValues(statement, condition.values);
   }
 }
 
-std::string MediaAssetSearchText::OrderColumn(const Sources& sources) const {
+std::string MediaAssetSearchText::OrderColumn(const Sources& sources, Profiles profiles) const {
   switch (order) {
     case MediaAssetOrder::Key:
       break;
@@ -155,50 +148,125 @@ std::string MediaAssetSearchText::OrderColumn(const Sources& sources) const {
     case MediaAssetOrder::ModificationDate:
       return "MediaAsset.modificationDate";
     case MediaAssetOrder::Duration:
-      return SearchColumns::DurationOrder();
+      return SearchColumns::DurationOfMarks();
     case MediaAssetOrder::Place:
-      return SearchColumns::PlaceOrder();
+      return profiles == Profiles::Without ? sources.key : SearchColumns::PlaceOfProfile();
     case MediaAssetOrder::Relevance:
       return "MediaAssetFts.rank";
   }
   return sources.key;
 }
 
-void MediaAssetSearchText::AppendPositionOfPage(Statement& statement, const std::string& key,
-                                                const std::string& column, const Value& valueBefore) const {
-  const char* comparison = search.direction == Direction::Ascending ? " > " : " < ";
-  if (order == MediaAssetOrder::Key) {
-    AppendCondition(statement, key + comparison + "?");
-  } else {
-    AppendCondition(statement, "(" + column + ", " + key + ")" + comparison + "(?, ?)");
-    statement.values.push_back(valueBefore);
-  }
-  statement.values.emplace_back(KeyBefore());
+bool MediaAssetSearchText::IsAscending() const {
+  return search.direction == Direction::Ascending;
 }
 
-MediaAssetSearchText::Statement MediaAssetSearchText::Keys(const Value& valueBefore,
-                                                           bool withOrderValue) const {
-  const Sources sources = SourcesFor(true);
-  const std::string column = OrderColumn(sources);
+void MediaAssetSearchText::AppendPart(Conditions& conditions, Part part, const std::string& key,
+                                      const std::string& column, const Value& valueBefore) const {
+  const std::string comparison = IsAscending() ? " > " : " < ";
+  switch (part) {
+    case Part::Whole:
+      break;
+    case Part::AfterKey:
+      conditions.Add(key + comparison + "?", {KeyBefore()});
+      break;
+    case Part::Equal:
+      conditions.Add(column + " = ?", {valueBefore});
+      conditions.Add(key + comparison + "?", {KeyBefore()});
+      break;
+    case Part::AfterValue:
+      conditions.Add(column + comparison + "?", {valueBefore});
+      break;
+    case Part::After:
+      conditions.Add("(" + column + ", " + key + ")" + comparison + "(?, ?)", {valueBefore, KeyBefore()});
+      break;
+  }
+}
+
+MediaAssetSearchText::Statement MediaAssetSearchText::Select(Profiles profiles, Part part,
+                                                             const Value& valueBefore,
+                                                             bool withOrderValue) const {
+  const Sources sources = SourcesFor(Purpose::Page, profiles);
+  const std::string column = OrderColumn(sources, profiles);
+  const std::string direction = IsAscending() ? "" : " DESC";
   Statement statement;
-  statement.text =
-      "SELECT " + sources.key + (withOrderValue ? ", " + column : std::string()) + " FROM " + sources.from;
-  AppendConditions(statement, sources);
-  if (IsAfterAsset()) AppendPositionOfPage(statement, sources.key, column, valueBefore);
-  const std::string direction = search.direction == Direction::Ascending ? "" : " DESC";
-  statement.text += " ORDER BY " + column + direction;
-  if (order != MediaAssetOrder::Key) statement.text += ", " + sources.key + direction;
-  statement.text += " LIMIT ? OFFSET ?";
-  statement.values.emplace_back(search.count);
-  statement.values.emplace_back(search.offset);
+  statement.text = "SELECT " + sources.key;
+  if (withOrderValue)
+    statement.text +=
+        ", " + (profiles == Profiles::Without ? std::to_string(SearchColumns::NoProfile) : column);
+  statement.text += " FROM " + sources.from;
+  Conditions conditions(statement);
+  AppendConditions(conditions, sources, profiles);
+  if (profiles == Profiles::Without) {
+    conditions.Add("NOT EXISTS (SELECT 1 FROM DapOperatorMetadata WHERE refMediaAsset = " + sources.key + ")",
+                   {});
+  }
+  AppendPart(conditions, part, sources.key, column, valueBefore);
+  statement.text += " ORDER BY ";
+  // SQLite would sort by an expression that is the same for all.
+  if (column != sources.key && part != Part::Equal)
+    statement.text.append(column).append(direction).append(", ");
+  statement.text.append(sources.key).append(direction);
   return statement;
 }
 
+// An index leads to those that are equal to the asset before, and to those after them, but not to both at once:
+// SQLite would walk over all that are equal. A search of the full-text index sorts what it finds, and runs once.
+std::vector<MediaAssetSearchText::Part> MediaAssetSearchText::PartsAfterAsset() const {
+  if (order == MediaAssetOrder::Key) return {Part::AfterKey};
+  // In one file no two are equal; those of another file may equal the asset before.
+  if (order == MediaAssetOrder::Identifier) return {search.after->value ? Part::After : Part::AfterValue};
+  if (!search.matches.empty()) return {Part::After};
+  return {Part::Equal, Part::AfterValue};
+}
+
+bool MediaAssetSearchText::IsSplitByProfile() const {
+  return order == MediaAssetOrder::Place && !HasSubject(MediaAssetSearch::Subject::Profile);
+}
+
+// Those without a profile come first in the order by place. An index has that order of the others alone.
+std::vector<MediaAssetSearchText::Statement> MediaAssetSearchText::Keys(const Value& valueBefore,
+                                                                        bool areAllWithProfile,
+                                                                        bool withOrderValue) const {
+  std::vector<Statement> selects;
+  const auto add = [&](Profiles profiles, const std::vector<Part>& parts) {
+    for (const Part part : parts)
+      selects.push_back(Select(profiles, part, valueBefore, withOrderValue));
+  };
+  const std::vector<Part> after = IsAfterAsset() ? PartsAfterAsset() : std::vector<Part>{Part::Whole};
+  if (!IsSplitByProfile()) {
+    add(Profiles::Any, after);
+    return selects;
+  }
+  const bool isAfterNoProfile = IsAfterAsset() && valueBefore == Value(SearchColumns::NoProfile);
+  const bool isAfterProfile = IsAfterAsset() && !isAfterNoProfile;
+  const auto addWithout = [&] {
+    if (!areAllWithProfile) add(Profiles::Without, {isAfterNoProfile ? Part::AfterKey : Part::Whole});
+  };
+  if (IsAscending() && !isAfterProfile) addWithout();
+  if (IsAscending() || !isAfterNoProfile)
+    add(Profiles::With, isAfterProfile ? after : std::vector<Part>{Part::Whole});
+  if (!IsAscending()) addWithout();
+  return selects;
+}
+
 MediaAssetSearchText::Statement MediaAssetSearchText::Count() const {
-  const Sources sources = SourcesFor(false);
   Statement statement;
+  const bool isOneCondition =
+      search.matches.empty() && search.queries.empty() && search.conditions.size() == 1;
+  if (isOneCondition && HasSubject(MediaAssetSearch::Subject::MissingProfile)) {
+    // All but those whose profile says otherwise: that takes no look at each asset's profile.
+    const MediaAssetSearch::Condition& condition = search.conditions.front();
+    statement.text =
+        "SELECT (SELECT COUNT(*) FROM MediaAsset) - (SELECT COUNT(*) FROM DapOperatorMetadata WHERE " +
+        condition.text + ")";
+    statement.values = condition.values;
+    return statement;
+  }
+  const Sources sources = SourcesFor(Purpose::Total, Profiles::Any);
+  Conditions conditions(statement);
   statement.text = "SELECT COUNT(*) FROM " + sources.from;
-  AppendConditions(statement, sources);
+  AppendConditions(conditions, sources, Profiles::Any);
   return statement;
 }
 

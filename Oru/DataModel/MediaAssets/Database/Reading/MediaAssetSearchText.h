@@ -16,11 +16,8 @@ class MediaAssetSearchText {
  public:
   using Value = MediaAssetSearch::Value;
 
-  /// A statement with the values of its parameters, in their order.
-  struct Statement : Common::Databases::Sqlite::StatementText {
-    // Whether the text has a condition that others follow by AND.
-    bool hasCondition = false;
-  };
+  /// A text with the values of its parameters, in their order.
+  using Statement = Common::Databases::Sqlite::StatementText;
 
   /// @param search  must outlive this
   /// @param assets  the table that the conditions of queries are for
@@ -38,11 +35,15 @@ class MediaAssetSearchText {
   /// Reads what the stored asset of that key says of the order. For orders that an object needn't know.
   Statement StoredValueBefore() const;
 
-  /// Selects the keys of the page, in order.
-  /// @param valueBefore  what the asset that the page follows has in the order; not looked at without such an
-  /// asset
-  /// @param withOrderValue  whether each row also has what the asset has in the order
-  Statement Keys(const Value& valueBefore, bool withOrderValue) const;
+  /// Whether `Keys` looks for assets without an operator's profile apart from the others.
+  bool IsSplitByProfile() const;
+  /// Selects all keys, in order, that follow the asset before the page: by one statement, or by several whose
+  /// keys follow on each other.
+  /// @param valueBefore        what the asset that the page follows has in the order; not looked at without such
+  ///                           an asset
+  /// @param areAllWithProfile  whether no asset of the file lacks an operator's profile
+  /// @param withOrderValue     whether each row also has what the asset has in the order
+  std::vector<Statement> Keys(const Value& valueBefore, bool areAllWithProfile, bool withOrderValue) const;
   /// Counts what the search finds, without regard to its page.
   Statement Count() const;
 
@@ -57,14 +58,40 @@ class MediaAssetSearchText {
     std::string key;
   };
 
+  // What is read: those that may have an operator's profile, that have one, that have none.
+  enum class Profiles { Any, With, Without };
+  enum class Purpose { Page, Total };
+  // What is selected of the order: all of it; the keys after that of the asset before; what is equal to that asset
+  // and follows by key; what follows it by value; the last two together.
+  enum class Part { Whole, AfterKey, Equal, AfterValue, After };
+
+  // The conditions of one select.
+  class Conditions {
+   public:
+    explicit Conditions(Statement& writtenStatement) : statement(writtenStatement) {}
+    void Add(const std::string& condition, const std::vector<Value>& values) {
+      statement.text.append(isFirst ? " WHERE " : " AND ").append(condition);
+      statement.values.insert(statement.values.end(), values.begin(), values.end());
+      isFirst = false;
+    }
+
+   private:
+    Statement& statement;
+    bool isFirst = true;
+  };
+
   bool HasSubject(MediaAssetSearch::Subject subject) const;
   bool OrdersByColumnOfAsset() const;
-  Sources SourcesFor(bool isOrdered) const;
-  std::string OrderColumn(const Sources& sources) const;
+  bool IsAscending() const;
+  Sources SourcesFor(Purpose purpose, Profiles profiles) const;
+  std::string OrderColumn(const Sources& sources, Profiles profiles) const;
   std::string Match() const;
-  void AppendConditions(Statement& statement, const Sources& sources) const;
-  void AppendPositionOfPage(Statement& statement, const std::string& key, const std::string& column,
-                            const Value& valueBefore) const;
+  void AppendConditions(Conditions& conditions, const Sources& sources, Profiles profiles) const;
+  void AppendPart(Conditions& conditions, Part part, const std::string& key, const std::string& column,
+                  const Value& valueBefore) const;
+  // Selects keys in the order of the search.
+  Statement Select(Profiles profiles, Part part, const Value& valueBefore, bool withOrderValue) const;
+  std::vector<Part> PartsAfterAsset() const;
 
   const MediaAssetSearch& search;
   MediaAssetTable& table;
