@@ -1,6 +1,9 @@
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "reliability/ChildProcess.h"
 #include "reliability/Clips.h"
@@ -10,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <thread>
@@ -19,7 +23,7 @@ namespace Oru::Reliability {
 
 using Common::Databases::Sqlite::ReadGuard;
 using Common::Databases::Sqlite::TransactionGuard;
-using DataModel::MediaAssets::Database::MediaAssetTable;
+using namespace DataModel::MediaAssets::Database;
 using Clock = std::chrono::steady_clock;
 
 namespace {
@@ -30,20 +34,27 @@ std::string ClipId(int worker, int number) {
   return std::to_string(worker) + "/" + std::to_string(number);
 }
 
-// Saves, reads and deletes clips of one worker until the time is up. What it has saved and not deleted must
-// be there all the time, and in a whole version.
+// Saves, reads and deletes clips of one worker until the time is up, every other worker by a repository. What it
+// has saved and not deleted must be there all the time, and in a whole version.
 // @return the log, with a line for each clip that was lost or refused
 std::string Work(const std::string& connection, int worker, Clock::time_point end) {
   TestSupport::CapturedLog log;
   DataModelDatabase db(connection, log.Stream());
   db.Open();
   auto& assets = db.GetMediaAssetTable();
+  MediaAssetRepository repository(db);
   std::vector<int> versions(5, 0);
   for (int round = 1; Clock::now() < end; ++round) {
     const int number = round % 5;
     MediaAsset clip = MakeClip(ClipId(worker, number), round);
     const bool isDeletion = round % 4 == 0 && versions[number] != 0;
-    {
+    if (worker % 2 == 1) {
+      if (isDeletion) {
+        if (repository.Remove(clip.Id()) != RemoveOutcome::Removed) *log.Stream() << "gone\n";
+      } else {
+        repository.Put(clip);
+      }
+    } else {
       // Without a transaction, the clean-up of another worker's deletion could take a resource that is stored
       // and not linked yet.
       TransactionGuard transaction(db);
@@ -163,6 +174,62 @@ TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughTablesOfTheirOwn) {
   for (std::thread& thread : threads)
     thread.join();
   EXPECT_EQ(log.Text(), "");
+  db.Close();
+  EXPECT_EQ(Faults(path), "");
+}
+
+// Each operation has the connection to itself: what one thread has refused takes nothing of the others along, and
+// no change is lost.
+TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughRepositoriesOfTheirOwn) {
+  TestSupport::CapturedLog log;
+  DataModelDatabase db(connection + "&_synchronous=off", log.Stream());
+  db.Open();
+  MediaAsset shared = MakeClip("shared", 0);
+  MediaAssetRepository(db).Put(shared);
+  const auto end = InSeconds(2);
+  std::atomic<int> changes = 0;
+  const auto clips = [&](int worker) {
+    MediaAssetRepository repository(db);
+    for (int round = 1; Clock::now() < end; ++round) {
+      MediaAsset own = MakeClip(ClipId(worker, 0), round);
+      repository.Put(own);
+      std::vector<MediaAsset> batch(3);
+      for (int number : {0, 1, 2})
+        batch[static_cast<std::size_t>(number)] = MakeClip(ClipId(worker, number), round);
+      batch[0].MediaResources().Insert(BusinessEntityModel::BaseTypes::Identifier("none"));
+      EXPECT_EQ(repository.PutAll(batch).size(), 1U);
+      EXPECT_EQ(repository.Find(own.Id()), own);
+      repository.Change(shared.Id(),
+                        [&changes](MediaAsset& asset) { asset.Description(std::to_string(++changes)); });
+      for (MediaAsset& asset : repository.Each(MediaAssetSearch(), MediaAssetParts::All))
+        EXPECT_EQ(asset.Tracks().Size(), 3U);
+      EXPECT_EQ(repository.Remove(batch[1].Id()), RemoveOutcome::Removed);
+      EXPECT_EQ(repository.Find(batch[2].Id()), batch[2]);
+    }
+  };
+  std::thread threads[] = {std::thread(clips, 1), std::thread(clips, 2), std::thread([&] {
+                             MediaAssetGroupRepository groups(db);
+                             for (int round = 1; Clock::now() < end; ++round) {
+                               AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
+                               groups.Put(group);
+                               EXPECT_EQ(groups.FindAngles(group.Id()), group);
+                               EXPECT_EQ(groups.All().size(), 1U);
+                             }
+                           }),
+                           std::thread([&] {
+                             BusinessEntityModel::Edits::Database::EditRepository edits(db);
+                             for (int round = 1; Clock::now() < end; ++round) {
+                               BusinessEntityModel::Edits::Edit edit("edit");
+                               edit.Name(std::to_string(round));
+                               edit.Sequences().Add(BusinessEntityModel::Edits::Sequence("sequence"));
+                               edits.Put(edit);
+                               EXPECT_EQ(edits.Find(edit.Id()), edit);
+                             }
+                           })};
+  for (std::thread& thread : threads)
+    thread.join();
+  EXPECT_EQ(log.Text(), "");
+  EXPECT_EQ(MediaAssetRepository(db).Find(shared.Id())->Description(), std::to_string(changes));
   db.Close();
   EXPECT_EQ(Faults(path), "");
 }
