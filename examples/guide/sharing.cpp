@@ -40,6 +40,7 @@ bool SeeOneState() {
     std::cout << ", inside the guard: " << Count(reader);
   }
   std::cout << ", after it: " << Count(reader) << '\n';
+  if (reader.HasChanged()) std::cout << "another has committed: read the list again\n";
   return true;
 }
 
