@@ -4,12 +4,12 @@
 
 #include "Clock.h"
 #include "SampleClips.h"
+#include "ScratchFile.h"
 #include "Site.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 
 namespace Oru::Benchmarks {
@@ -18,28 +18,6 @@ using Common::Databases::Sqlite::ReadGuard;
 using DataModel::MediaAssets::Database::DataModelDatabase;
 
 namespace {
-
-/// A name for a file that is removed at the end of the scope, and at its beginning.
-class ScratchFile {
- public:
-  explicit ScratchFile(const std::string& folder) : path(folder + "/oru-benchmark.db") { Remove(); }
-  ScratchFile(const ScratchFile&) = delete;
-  ScratchFile& operator=(const ScratchFile&) = delete;
-  ~ScratchFile() { Remove(); }
-
-  std::string Uri(const std::string& options) const { return "file:" + path + "?" + options; }
-  const std::string& Path() const { return path; }
-
- private:
-  void Remove() const {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-      std::error_code ignored;
-      std::filesystem::remove(path + suffix, ignored);
-    }
-  }
-
-  std::string path;
-};
 
 /// The median cost of a run, in microseconds: `most` runs, or as many as a second allows and at least three.
 template <class Run>
@@ -128,14 +106,6 @@ class NewClips {
   std::vector<std::vector<MediaAsset>> batches;
 };
 
-void FillUpTo(LibrarySite& site, int& count, int size) {
-  while (count < size) {
-    std::vector<MediaAsset> clips = MakeClips(count, std::min(1000, size - count));
-    SaveTogether(site.Jobs(), clips);
-    count += static_cast<int>(clips.size());
-  }
-}
-
 // How many pages the connection has had to ask the system for since the last call.
 int PagesRead(sqlite3* handle) {
   int count = 0;
@@ -173,6 +143,14 @@ void MeasureByHand(const ScratchFile& file, int size, int& nextNumber, std::ostr
 }
 
 }  // namespace
+
+void FillUpTo(LibrarySite& site, int& count, int size) {
+  while (count < size) {
+    std::vector<MediaAsset> clips = MakeClips(count, std::min(1000, size - count));
+    SaveTogether(site.Jobs(), clips);
+    count += static_cast<int>(clips.size());
+  }
+}
 
 void MeasureGrowth(const std::string& folder, const std::vector<int>& sizes, int largest, std::ostream& out) {
   const ScratchFile file(folder);

@@ -6,6 +6,12 @@
 
 namespace Oru::Benchmarks {
 
+class LibrarySite;
+
+/// Saves sample clips, a thousand a transaction.
+/// @param count  the number of the first; afterwards `size`
+void FillUpTo(LibrarySite& site, int& count, int size);
+
 /// Fills a new file and writes a JSON array of what a clip costs at each of the sizes, in microseconds of
 /// computing time: to find its key, to save a new one among a hundred, to read one deep.
 /// @param folder   where the file is made, and removed again

@@ -66,6 +66,21 @@ class Statement {
     if (!text) return {};
     return std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(Get(), column)));
   }
+  /// Asks SQLite for each column of the row, as what it is.
+  void ReadColumns() const {
+    for (int column = sqlite3_column_count(Get()) - 1; column >= 0; --column) {
+      switch (sqlite3_column_type(Get(), column)) {
+        case SQLITE_TEXT:
+          sqlite3_column_text(Get(), column);
+          break;
+        case SQLITE_FLOAT:
+          sqlite3_column_double(Get(), column);
+          break;
+        default:
+          sqlite3_column_int64(Get(), column);
+      }
+    }
+  }
 
  private:
   struct Finalizer {

@@ -1,6 +1,7 @@
 #include "FileJobs.h"
 #include "Jobs.h"
 #include "Once.h"
+#include "RepositoryJobs.h"
 #include "SameResults.h"
 
 #include <benchmark/benchmark.h>
@@ -23,7 +24,8 @@ constexpr const char* Usage =
     "oru_benchmark --check                only whether the rival is honest\n"
     "oru_benchmark --once save|resave|deep|match|match_raw|walk --side library|rival --clips N\n"
     "oru_benchmark --growth FOLDER --sizes N,N,... --bare-up-to N\n"
-    "oru_benchmark --connections FOLDER\n";
+    "oru_benchmark --connections FOLDER\n"
+    "oru_benchmark --repository FOLDER --clips N\n";
 
 Options OptionsOf(int argc, char** argv) {
   Options options;
@@ -71,6 +73,10 @@ int main(int argc, char** argv) {
     }
     if (options.count("--connections") != 0) {
       Oru::Benchmarks::MeasureConnections(options["--connections"], std::cout);
+      return EXIT_SUCCESS;
+    }
+    if (options.count("--repository") != 0) {
+      Oru::Benchmarks::MeasureRepository(options["--repository"], std::stoi(options["--clips"]), std::cout);
       return EXIT_SUCCESS;
     }
     Oru::Benchmarks::CheckSameResults();

@@ -4,6 +4,7 @@
 usage: report.py ratios JOBS.json RATIOS.json   medians of the jobs beside the ceilings, and the same as JSON
        report.py growth GROWTH.json             cost of a clip by the number of clips
        report.py connections CONNECTIONS.json   cost of a clip by the options of the connection
+       report.py repository REPOSITORY.json     puts beside saves, and pages beside SQL by hand
        report.py instructions COUNTS.txt        lines of JOB SIDE FEW-INSTRUCTIONS MANY-INSTRUCTIONS CLIPS-BETWEEN
        report.py chart GROWTH.json CHART.svg    the growth as a picture
 """
@@ -86,6 +87,16 @@ def connections(path):
               f"{row['deep_unguarded']:>10.0f}{row['deep_guarded']:>17.0f}")
 
 
+def repository(path):
+    # A page that is fast enough by itself needs no comparison.
+    print(f"{'job':<30}{'repository us':>14}{'by hand us':>12}{'ratio':>8}{'ceiling':>9}")
+    for row in load(path):
+        ratio = row["library"] / row["rival"]
+        is_fast = row["library"] <= row["most"]
+        words = f"{row['most'] / 1000:>6.0f} ms  PASS" if is_fast else verdict(ratio, row["ceiling"])
+        print(f"{row['job']:<30}{row['library']:>14.0f}{row['rival']:>12.0f}{ratio:>8.2f}{words}")
+
+
 def instructions(path):
     costs = {}
     with open(path, encoding="utf-8") as file:
@@ -158,7 +169,8 @@ def chart(path, svg_path):
         file.write("\n".join(parts))
 
 
-COMMANDS = {"ratios": ratios, "growth": growth, "connections": connections, "instructions": instructions,
+COMMANDS = {"ratios": ratios, "growth": growth, "connections": connections, "repository": repository,
+            "instructions": instructions,
             "chart": chart}
 
 if __name__ == "__main__":
