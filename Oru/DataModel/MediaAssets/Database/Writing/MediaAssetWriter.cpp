@@ -6,8 +6,12 @@
 #include "Oru/DataModel/MediaAssets/Database/Writing/StorableCheck.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
+#include <map>
+#include <memory>
 #include <string>
+#include <tuple>
 
 namespace Oru::DataModel::MediaAssets::Database {
 
@@ -78,6 +82,9 @@ MediaAssetWriter::MediaAssetWriter(DataModelDatabase& writtenDatabase)
                    RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource])),
       shareTracks(LinkCopy(RelationAssetTrackTable::tableName,
                            RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack])),
+      channelsOfTrack(
+          "SELECT Stream.id, nr, channelNr FROM TrackChannel CROSS JOIN Essence ON Essence.key = refEssence"
+          " CROSS JOIN Stream ON Stream.key = refStream WHERE refTrack = ? ORDER BY TrackChannel.rowid"),
       deleteAsset("DELETE FROM MediaAsset WHERE key = ?"),
       protection(
           "SELECT 1 FROM DapOperatorMetadata WHERE refMediaAsset = ? AND (userProtected OR dapUIProtected)") {
@@ -190,13 +197,36 @@ std::vector<int64_t> MediaAssetWriter::WriteTracks(MediaAsset& asset, const Keys
     // What the tracks of the asset take is known already; one that comes to it may let go of something too.
     if (track->ObjectId() != -1 && !std::binary_search(linked.begin(), linked.end(), track->ObjectId()))
       released = Union(released, uses.ResourcesOfTrack(track->ObjectId()));
-    Require(asset, track->ObjectId() == -1 ? tracks.Insert(*track, true) : tracks.Update(*track, true));
-    if (!tracks.GetTrackChannelTable().Write(track->Channels(), track->ObjectId(), true))
-      RefuseChannels(asset, *track);
+    const bool isNew = track->ObjectId() == -1;
+    Require(asset, isNew ? tracks.Insert(*track, true) : tracks.Update(*track, true));
+    if (!WriteChannels(*track, isNew)) RefuseChannels(asset, *track);
     keys.push_back(track->ObjectId());
   }
   std::sort(keys.begin(), keys.end());
   return keys;
+}
+
+// Channels that are stored keep their order, and new ones follow.
+bool MediaAssetWriter::WriteChannels(const Track& track, bool isNew) {
+  using Place = std::tuple<std::string, int32_t, int64_t>;
+  std::map<Place, std::size_t> stored;
+  if (!isNew) {
+    Sqlite::KeptStatement::Run run(channelsOfTrack, database, track.ObjectId());
+    for (const Sqlite::CursorSqlite& row = run.Row(); run.Step();)
+      stored.emplace(Place(row.GetString(0), row.GetInt32(1), row.GetInt64(2)), stored.size());
+  }
+  auto channels = track.Channels();
+  const auto number = [&stored](const std::shared_ptr<TrackChannelToRemove>& channel) {
+    const auto found =
+        stored.find(Place(channel->Stream().Id().Value(), channel->EssenceNr(), channel->ChannelNr()));
+    return found == stored.end() ? stored.size() : found->second;
+  };
+  const auto isStored = [&](const auto& channel) { return number(channel) < stored.size(); };
+  if (!isNew && channels.size() == stored.size() && std::all_of(channels.begin(), channels.end(), isStored))
+    return true;
+  std::stable_sort(channels.begin(), channels.end(),
+                   [&](const auto& left, const auto& right) { return number(left) < number(right); });
+  return assets.GetTrackTable().GetTrackChannelTable().Write(channels, track.ObjectId(), true);
 }
 
 // Tells why the channels of a track couldn't be written.

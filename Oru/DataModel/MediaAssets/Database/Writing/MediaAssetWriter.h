@@ -51,6 +51,7 @@ class MediaAssetWriter {
   void WriteShared(MediaAsset& asset, bool isNew);
   std::vector<int64_t> WriteTracks(MediaAsset& asset, const std::vector<int64_t>& linked,
                                    std::vector<int64_t>& released);
+  bool WriteChannels(const Track& track, bool isNew);
   [[noreturn]] void RefuseChannels(const MediaAsset& asset, const Track& track);
   void RelinkResources(const MediaAsset& asset, const std::vector<int64_t>& linked,
                        const std::vector<int64_t>& wanted);
@@ -64,6 +65,7 @@ class MediaAssetWriter {
   ResourceWriter resourceWriter;
   Common::Databases::Sqlite::KeptStatement shareResources;
   Common::Databases::Sqlite::KeptStatement shareTracks;
+  Common::Databases::Sqlite::KeptStatement channelsOfTrack;
   Common::Databases::Sqlite::KeptStatement deleteAsset;
   Common::Databases::Sqlite::KeptStatement protection;
 };

@@ -14,6 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -63,6 +64,30 @@ class MediaAssetRepositoryTest : public OpenDatabase {
 
   MediaAssetRepository repository{database};
 };
+
+TEST_F(MediaAssetRepositoryTest, StreamsAndChannelsKeepTheOrderInWhichTheyWereFirstStored) {
+  MediaAsset clip = MakeClip("c");
+  repository.Put(clip);
+  const auto reverse = [&](std::vector<std::string> streams, std::vector<std::string> channels) {
+    std::reverse(clip.MediaResources().Front()->Streams().begin(),
+                 clip.MediaResources().Front()->Streams().end());
+    std::reverse(clip.Tracks().Front()->Channels().begin(), clip.Tracks().Front()->Channels().end());
+    repository.Put(clip);
+    const MediaAsset found = *repository.Find(clip.Id());
+    std::vector<std::string> foundStreams, foundChannels;
+    for (const auto& stream : found.MediaResources().Front()->Streams())
+      foundStreams.push_back(stream.Id().Value());
+    for (const auto& channel : found.Tracks().Front()->Channels())
+      foundChannels.push_back(std::to_string(channel->EssenceNr()) + "." +
+                              std::to_string(channel->ChannelNr()));
+    EXPECT_EQ(foundStreams, streams);
+    EXPECT_EQ(foundChannels, channels);
+  };
+  reverse({"c/resource/stream"}, {"0.0", "1.1"});
+  clip.MediaResources().Front()->Adopt(std::make_unique<Stream>(StreamId("another")));
+  clip.Tracks().Front()->Channels().push_back(Channel("c/resource/stream", 0, 7));
+  reverse({"c/resource/stream", "another"}, {"0.0", "1.1", "0.7"});
+}
 
 // The links are those of the original, and its row stays its own.
 TEST_F(MediaAssetRepositoryTest, ACloneUnderAnotherIdentifierIsAnotherClip) {
