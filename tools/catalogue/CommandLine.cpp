@@ -89,6 +89,7 @@ Console::Form CommandLine::Form() const {
 CLI::App& CommandLine::Add(const std::string& name, const std::string& help, Command command) {
   CLI::App* sub = mApp.add_subcommand(name, help);
   sub->fallthrough();
+  sub->group("Commands");
   sub->footer("");
   sub->final_callback([this, command = std::move(command)] { mCommand = command; });
   return *sub;

@@ -30,7 +30,6 @@ std::string Wrapped(std::string line) {
 HelpFormatter::HelpFormatter() {
   column_width(descriptionColumn);
   label("SUBCOMMAND", "COMMAND");
-  label("Subcommands", "Commands");
 }
 
 std::string HelpFormatter::make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const {

@@ -61,7 +61,7 @@ int LongCommands::Add(const std::vector<std::string>& names, unsigned jobs) {
     isInterrupted = !progress.Show(++done, total);
   }
   store();
-  if (noMedia > 0) mConsole.errors << noMedia << " of the files in folders are no media\n";
+  if (noMedia > 0) mConsole.errors << "files in folders that are no media: " << noMedia << '\n';
   if (!isInterrupted) return isAllDone ? 0 : 1;
   mConsole.errors << "interrupted after " << done << " of " << total << " files\n";
   return interrupted;
