@@ -214,8 +214,8 @@ std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearchText& text,
                                             std::vector<MediaAssetSearchText::Value>* orderValues) const {
   std::vector<int64_t> keys;
   int64_t left = text.Limit(), passedOver = text.Offset();
-  for (MediaAssetSearchText::Statement& select :
-       text.Keys(ValueBefore(text), text.IsSplitByProfile() && AreAllWithProfile(), orderValues != nullptr)) {
+  for (auto& [select, looksForMissingProfiles] : text.Keys(ValueBefore(text), orderValues != nullptr)) {
+    if (looksForMissingProfiles && AreAllWithProfile()) continue;
     const std::size_t before = keys.size();
     MediaAssetSearchText::Statement page = select;
     page.text += " LIMIT ? OFFSET ?";

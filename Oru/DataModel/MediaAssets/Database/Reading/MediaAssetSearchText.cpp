@@ -220,29 +220,22 @@ std::vector<MediaAssetSearchText::Part> MediaAssetSearchText::PartsAfterAsset() 
   return {Part::Equal, Part::AfterValue};
 }
 
-bool MediaAssetSearchText::IsSplitByProfile() const {
-  return order == MediaAssetOrder::Place && !HasSubject(MediaAssetSearch::Subject::Profile);
-}
-
 // Those without a profile come first in the order by place. An index has that order of the others alone.
-std::vector<MediaAssetSearchText::Statement> MediaAssetSearchText::Keys(const Value& valueBefore,
-                                                                        bool areAllWithProfile,
+std::vector<MediaAssetSearchText::KeySelect> MediaAssetSearchText::Keys(const Value& valueBefore,
                                                                         bool withOrderValue) const {
-  std::vector<Statement> selects;
+  std::vector<KeySelect> selects;
   const auto add = [&](Profiles profiles, const std::vector<Part>& parts) {
     for (const Part part : parts)
-      selects.push_back(Select(profiles, part, valueBefore, withOrderValue));
+      selects.push_back({Select(profiles, part, valueBefore, withOrderValue), profiles == Profiles::Without});
   };
   const std::vector<Part> after = IsAfterAsset() ? PartsAfterAsset() : std::vector<Part>{Part::Whole};
-  if (!IsSplitByProfile()) {
+  if (order != MediaAssetOrder::Place || HasSubject(MediaAssetSearch::Subject::Profile)) {
     add(Profiles::Any, after);
     return selects;
   }
   const bool isAfterNoProfile = IsAfterAsset() && valueBefore == Value(SearchColumns::NoProfile);
   const bool isAfterProfile = IsAfterAsset() && !isAfterNoProfile;
-  const auto addWithout = [&] {
-    if (!areAllWithProfile) add(Profiles::Without, {isAfterNoProfile ? Part::AfterKey : Part::Whole});
-  };
+  const auto addWithout = [&] { add(Profiles::Without, {isAfterNoProfile ? Part::AfterKey : Part::Whole}); };
   if (IsAscending() && !isAfterProfile) addWithout();
   if (IsAscending() || !isAfterNoProfile)
     add(Profiles::With, isAfterProfile ? after : std::vector<Part>{Part::Whole});

@@ -19,6 +19,13 @@ class MediaAssetSearchText {
   /// A text with the values of its parameters, in their order.
   using Statement = Common::Databases::Sqlite::StatementText;
 
+  /// A statement of `Keys`.
+  struct KeySelect {
+    Statement statement;
+    /// Whether it looks for assets without an operator's profile alone, at each of the file.
+    bool looksForMissingProfiles;
+  };
+
   /// @param search  must outlive this
   /// @param assets  the table that the conditions of queries are for
   MediaAssetSearchText(const MediaAssetSearch& search, MediaAssetTable& assets);
@@ -35,15 +42,12 @@ class MediaAssetSearchText {
   /// Reads what the stored asset of that key says of the order. For orders that an object needn't know.
   Statement StoredValueBefore() const;
 
-  /// Whether `Keys` looks for assets without an operator's profile apart from the others.
-  bool IsSplitByProfile() const;
   /// Selects all keys, in order, that follow the asset before the page: by one statement, or by several whose
   /// keys follow on each other.
-  /// @param valueBefore        what the asset that the page follows has in the order; not looked at without such
-  ///                           an asset
-  /// @param areAllWithProfile  whether no asset of the file lacks an operator's profile
-  /// @param withOrderValue     whether each row also has what the asset has in the order
-  std::vector<Statement> Keys(const Value& valueBefore, bool areAllWithProfile, bool withOrderValue) const;
+  /// @param valueBefore     what the asset that the page follows has in the order; not looked at without such an
+  ///                        asset
+  /// @param withOrderValue  whether each row also has what the asset has in the order
+  std::vector<KeySelect> Keys(const Value& valueBefore, bool withOrderValue) const;
   /// Counts what the search finds, without regard to its page.
   Statement Count() const;
 
