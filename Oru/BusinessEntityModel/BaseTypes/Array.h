@@ -21,8 +21,6 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 ///
 /// Null elements are refused with std::invalid_argument, positions outside the array with std::out_of_range;
 /// the array is then as it was, and an element passed by unique pointer stays with the caller.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class T>
 class Array {
  public:

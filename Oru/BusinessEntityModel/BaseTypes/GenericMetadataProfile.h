@@ -14,8 +14,6 @@
 namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// A profile that is nothing but a name and a set of key and value strings, in key order.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_BASETYPES_EXPORT GenericMetadataProfile : public MetadataProfile {
  public:
   /// Values by their keys.

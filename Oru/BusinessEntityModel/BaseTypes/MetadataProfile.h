@@ -9,8 +9,6 @@
 namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// A named group of metadata of an entity.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_BASETYPES_EXPORT MetadataProfile {
  public:
   virtual ~MetadataProfile();

@@ -9,8 +9,6 @@
 namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// A value that may be absent, stored in place.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class T>
 class Optional {
  public:

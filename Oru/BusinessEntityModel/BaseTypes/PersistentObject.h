@@ -8,8 +8,6 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// The base of everything that owns a row of the stored file. A copy carries the object id of its original,
 /// and so represents the same row.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_BASETYPES_EXPORT PersistentObject {
  public:
   /// The key of the row; -1 while the object has none.

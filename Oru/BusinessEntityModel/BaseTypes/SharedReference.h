@@ -16,8 +16,6 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 ///
 /// The pointer forms take a shared, weak or unique pointer to `T` or to a class that derives from it; a weak
 /// pointer whose object is gone counts as an empty one.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class T>
 class SharedReference {
   template <class U>

@@ -7,8 +7,6 @@
 namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// A sorted vector of values, by their own `<` and `==`.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class T>
 class SortedVector : public SortedVectorBase<T, CompareLess<T>, CompareEqual<T>> {};
 

@@ -15,8 +15,6 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 /// The operations here keep the order. A caller who changes an element in place, through an iterator or a
 /// reference, so that its rank changes, calls `Sort` afterwards. An operation that throws leaves the vector
 /// as it was.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class T, class Less, class Equal, class Alloc = std::allocator<T>>
 class SortedVectorBase {
  public:

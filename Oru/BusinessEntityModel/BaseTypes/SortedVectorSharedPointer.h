@@ -9,10 +9,8 @@
 
 namespace Oru::BusinessEntityModel::BaseTypes {
 
-/// A sorted vector of shared objects, by the `<` and `==` of the objects. A null pointer can't be inserted, and
-/// isn't found.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
+/// A sorted vector of shared objects, by the `<` and `==` of the objects. A null pointer can't be inserted,
+/// and isn't found.
 template <class T>
 class SortedVectorSharedPointer
     : public SortedVectorBase<std::shared_ptr<T>, CompareLessPointer, CompareEqualPointer> {

@@ -10,8 +10,6 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 
 /// A sorted vector of objects that others own, by the `<` and `==` of the objects. An operation that compares
 /// throws std::runtime_error when it meets an object that is gone.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class T>
 class SortedVectorWeakPointer
     : public SortedVectorBase<std::weak_ptr<T>, CompareLessWeakPointer<T>, CompareEqualWeakPointer<T>> {};

@@ -10,8 +10,6 @@ namespace Oru::BusinessEntityModel::BaseTypes {
 ///
 /// Distinct classes neither compare with nor convert into each other, so that an identifier isn't taken for
 /// the name of a profile. Literals and strings convert in silence.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 template <class Derived>
 class StringValue {
  public:

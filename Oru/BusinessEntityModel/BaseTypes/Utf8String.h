@@ -20,8 +20,6 @@ using Utf8 = char;
 /// The operations that count characters take a character to be a well-formed sequence (one code point, as in
 /// table 3-7 of the Unicode standard); each byte outside such a sequence counts as a character of its own, so
 /// that no text is refused and the characters put together give the text again.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_BASETYPES_EXPORT Utf8String : public std::string {
  public:
   Utf8String() = default;

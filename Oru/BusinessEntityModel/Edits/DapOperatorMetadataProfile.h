@@ -22,8 +22,6 @@ namespace Oru::BusinessEntityModel::Edits {
 /// A copy keeps the object id, as `Clone` does.
 ///
 /// A profile without a server can be stored, but not read back: its number, 0, names no server.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_EDITS_EXPORT DapOperatorMetadataProfile : public BaseTypes::MetadataProfile,
                                                     public BaseTypes::PersistentObject {
  public:

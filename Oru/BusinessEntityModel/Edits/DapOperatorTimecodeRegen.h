@@ -10,8 +10,6 @@ namespace Oru::BusinessEntityModel::Edits {
 
 /// How the time code of a sequence is regenerated when it is played out. The numbers of the enumerations are
 /// stored in files and never change; a number without a name can come out of a file and is carried as it is.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_EDITS_EXPORT DapOperatorTimecodeRegen {
  public:
   /// Over what the time code counts on: the whole sequence, or each block of it.

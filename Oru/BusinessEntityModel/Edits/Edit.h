@@ -18,8 +18,6 @@ namespace Oru::BusinessEntityModel::Edits {
 /// and reading an edit doesn't save or read them.
 ///
 /// A copy owns its metadata and sequences and keeps the object ids; `Clone` gives such a copy.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_EDITS_EXPORT Edit : public BaseTypes::PersistentObject {
  public:
   Edit();

@@ -21,8 +21,6 @@ namespace Oru::BusinessEntityModel::Edits {
 /// One sequence of an edit. A new one has version 0, no time point and dates of 0.
 ///
 /// A copy owns its metadata and keeps the object ids; `Clone` gives such a copy.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_EDITS_EXPORT Sequence : public BaseTypes::PersistentObject {
  public:
   Sequence();

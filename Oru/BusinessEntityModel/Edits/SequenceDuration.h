@@ -8,8 +8,6 @@ namespace Oru::BusinessEntityModel::Edits {
 /// How long a sequence is, and whether that is fixed.
 ///
 /// Only a fixed duration survives a file: one that isn't fixed comes back as 0.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_EDITS_EXPORT SequenceDuration {
  public:
   /// 0, not fixed.

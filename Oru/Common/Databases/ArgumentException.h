@@ -6,10 +6,9 @@
 
 namespace Oru::Common::Databases {
 
-/// Thrown when a call got an argument that it can't work with: an unknown column, a missing database, a bad
-/// option.
+/// Thrown for an argument that a call can't work with: an unknown column, a missing database, a bad option.
 ///
-/// Each library that throws it has its code, so that a program needn't link this one for it.
+/// Each library that throws it contains its code, so that a program needn't link this one for it.
 class ORU_COMMON_DATABASE_EXPORT ArgumentException : public std::exception {
  public:
   ArgumentException() = default;

@@ -11,9 +11,7 @@ class Database;
 
 /// Reads the columns of one row and binds the parameters of one statement, both by name.
 ///
-/// A parameter is named as its column, without the colon that the statement writes ahead of it.
-///
-/// Threads: a cursor belongs to one thread at a time.
+/// A parameter is named as its column, without the colon that the statement writes before it.
 class ORU_COMMON_DATABASE_EXPORT Cursor {
  public:
   Cursor() = default;
@@ -34,11 +32,11 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   virtual int32_t GetColumnIndex(const std::string& name) const = 0;
   /// Whether a statement is prepared.
   virtual bool IsOpened() const = 0;
-  /// Whether the column of the current row holds no value; true also without a row or for an unknown name.
+  /// Whether the column of the current row is NULL; true also without a row or for an unknown name.
   virtual bool IsNull(const std::string& name) const = 0;
 
   /// Read a column of the current row. False, with `out` as it was, for an unknown name and while the cursor
-  /// stands on no row. A NULL column gives true with 0, false or the empty text.
+  /// is on no row. A NULL column gives true with 0, false or the empty text.
   virtual bool Get(const std::string& name, int64_t& out) const = 0;
   virtual bool Get(const std::string& name, uint64_t& out) const = 0;
   virtual bool Get(const std::string& name, int32_t& out) const = 0;
@@ -60,8 +58,8 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   virtual std::string GetString(const std::string& name) const;
   virtual int32_t GetBytes(const std::string& name, uint8_t** out) const;
 
-  /// Bind a parameter. False, with a log entry, for an unknown name, for a null pointer to text or to bytes of
-  /// a length other than 0, or when the database refuses the value.
+  /// Bind a parameter. False, with a log entry, for an unknown name, for a null pointer to text or to bytes
+  /// of a length other than 0, or when the database refuses the value.
   virtual bool Bind(const std::string& name, int64_t value) = 0;
   virtual bool Bind(const std::string& name, uint64_t value) = 0;
   virtual bool Bind(const std::string& name, int32_t value) = 0;
@@ -76,13 +74,13 @@ class ORU_COMMON_DATABASE_EXPORT Cursor {
   /// The number of rows that the statement finds, without its order and limit; -1 for a cursor that was
   /// opened without a count statement.
   virtual int32_t GetTotalItemsCount() const = 0;
-  /// Gives the statement up; harmless when the cursor is closed.
+  /// Releases the statement. Does nothing on a closed cursor.
   virtual void Close() = 0;
   /// Rewinds the statement and clears its bindings, so that it can be bound and stepped again.
   virtual void Reset() = 0;
 
-  /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
-  /// bool), 64 bits for long long:
+  /// Overloads for arguments that C++ would convert badly or not at all: a C string is text (not bool), a
+  /// long long has 64 bits:
   bool Bind(const std::string& name, const char* value) {
     return value ? Bind(name, std::string(value)) : Bind(name, nullptr, -1);
   }

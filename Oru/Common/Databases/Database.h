@@ -12,8 +12,8 @@ class Query;
 
 /// A connection to one database.
 ///
-/// Threads: opening, closing and destroying a database belong to one thread, while no other uses it; all else
-/// may be called from several threads at once.
+/// Threads: open, close and destroy a database while no other thread uses it. All else may be called from
+/// several threads at once.
 class ORU_COMMON_DATABASE_EXPORT Database {
  public:
   Database();
@@ -27,14 +27,14 @@ class ORU_COMMON_DATABASE_EXPORT Database {
   virtual void Open() = 0;
   /// Whether `Open` was called last, and not `Close`.
   virtual bool IsOpen() const = 0;
-  /// Closes the connection; harmless when it is closed. An open transaction is rolled back.
+  /// Closes the connection. Does nothing if it is closed. An open transaction is rolled back.
   virtual void Close() = 0;
   /// A new, empty query for the views and tables of this database.
   virtual std::unique_ptr<Query> NewQuery() const = 0;
   /// Begins a transaction that other writers wait for.
   virtual void BeginTransaction() = 0;
   /// Ends the transaction: commits it if `commit` is true, and otherwise rolls it back.
-  /// @return the number of rows changed since the begin, 0 after a rollback
+  /// @return the number of rows changed since the beginning, 0 after a rollback
   virtual int64_t EndTransaction(bool commit) = 0;
 
  protected:

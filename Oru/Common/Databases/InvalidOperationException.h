@@ -6,10 +6,10 @@
 
 namespace Oru::Common::Databases {
 
-/// Thrown when the database refused a step, or a call came in a state that doesn't allow it; the log holds
+/// Thrown when the database refuses a step, or when a call isn't allowed in the present state. The log holds
 /// SQLite's text.
 ///
-/// Each library that throws it has its code, so that a program needn't link this one for it.
+/// Each library that throws it contains its code, so that a program needn't link this one for it.
 class ORU_COMMON_DATABASE_EXPORT InvalidOperationException : public std::exception {
  public:
   InvalidOperationException() = default;

@@ -11,11 +11,11 @@ namespace Oru::Common::Databases {
 /// Thrown when a file can't be opened or can't serve as a database. `what()` carries the database's own
 /// description of the failure and the place in the source that met it.
 ///
-/// Each library that throws it has its code, so that a program needn't link this one for it.
+/// Each library that throws it contains its code, so that a program needn't link this one for it.
 class ORU_COMMON_DATABASE_EXPORT NotSupportedException : public std::exception {
  public:
   /// @param description  why, usually SQLite's text
-  /// @param file, line   the place of the throw, as of `__FILE__` and `__LINE__`
+  /// @param file, line   the place of the throw: `__FILE__` and `__LINE__`
   NotSupportedException(const char* description, const char* file, int32_t line) {
     msg.append(name).append(" : ").append(description);
     msg.append(" (in file ").append(file).append("at line ").append(std::to_string(line)).append(")");

@@ -6,10 +6,10 @@
 
 namespace Oru::Common::Databases {
 
-/// Thrown when a cursor was used that has no statement: never opened, closed, or its statement could not be
-/// prepared.
+/// Thrown when a cursor is used that has no statement: it was never opened, it was closed, or SQLite refused
+/// its statement.
 ///
-/// Each library that throws it has its code, so that a program needn't link this one for it.
+/// Each library that throws it contains its code, so that a program needn't link this one for it.
 class ORU_COMMON_DATABASE_EXPORT ObjectClosedException : public std::exception {
  public:
   ObjectClosedException() = default;

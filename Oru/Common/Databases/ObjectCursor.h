@@ -11,14 +11,12 @@ class View;
 /// A cursor that steps into model objects: each row goes through the view's `ReadFromCursor`.
 /// @tparam T  what is read
 /// @tparam U  what is written
-///
-/// Threads: a cursor belongs to one thread at a time.
 template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT ObjectCursor : public Cursor {
  public:
   ObjectCursor() = default;
-  /// A closed cursor. Without `lazy`, `ReadFromCursor` of the view is told true; database and view are taken
-  /// as `AttachToDatabase` and `AttachToTable` take them.
+  /// A closed cursor.
+  /// @param lazy  passed to `ReadFromCursor` of the view; true if it is left out
   explicit ObjectCursor(bool lazy) : mLazy(lazy) {}
   explicit ObjectCursor(Database& attachedDatabase) : Cursor(attachedDatabase) {}
   ObjectCursor(Database& attachedDatabase, bool lazy) : Cursor(attachedDatabase), mLazy(lazy) {}
@@ -32,18 +30,18 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursor : public Cursor {
   }
 
   /// Steps to the next row and reads it into `obj`.
-  /// @return false behind the last row, with `obj` as it was, and at every further call
+  /// @return false after the last row, with `obj` as it was, and at every further call
   /// @throws ObjectClosedException on a closed cursor or one without a view, InvalidOperationException when
   ///         the step fails, and what the view's `ReadFromCursor` throws
   virtual bool Next(T& obj) = 0;
   /// The same without reading anything.
   virtual bool Next() = 0;
-  /// Runs a bound insert or update statement. The row is what has been bound; `obj` isn't read.
+  /// Runs a bound insert or update statement. It writes what has been bound; `obj` isn't read.
   /// @throws ObjectClosedException, InvalidOperationException as above
   virtual void Save(U& obj) = 0;
 
  protected:
-  /// What `ReadFromCursor` of the view is told.
+  /// Passed to `ReadFromCursor` of the view.
   bool mLazy = true;
   /// Null for a cursor that reads no objects.
   View<T>* view = nullptr;

@@ -9,14 +9,12 @@
 namespace Oru::Common::Databases {
 
 /// One stored property of a database: a name with a text and a number.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_COMMON_DATABASE_EXPORT Property {
  public:
   /// The row's key, -1 while the property isn't stored.
   int64_t ObjectId() const { return objectId; }
   void ObjectId(int64_t value) { objectId = value; }
-  /// The name, and the text and the number that are kept under it:
+  /// The name, and the text and the number that are stored under it:
   const std::string& GetName() const { return name; }
   void SetName(const std::string& value) { name = value; }
   const std::string& GetStringValue() const { return stringValue; }

@@ -14,7 +14,7 @@ namespace Oru::Common::Databases {
 
 /// A filter, an order and a limit that narrow what a view reads or what a table deletes.
 ///
-/// Each operation adds to the query and gives the query itself, so that calls chain. Conditions added one
+/// Each operation adds to the query and returns it, so that calls chain. Conditions added one
 /// after the other combine by AND, in the order added; `Or(q)` makes it (all so far) OR (q). An empty `q` in
 /// `And`, `Or` and `Not` adds nothing.
 ///
@@ -24,9 +24,7 @@ namespace Oru::Common::Databases {
 /// that the database stores for them. A null pointer throws ArgumentException, except for bytes of length 0.
 ///
 /// A query may hold 100,000 conditions and more. SQLite limits how deep they may nest instead: a cursor stays
-/// closed where `And`, `Or` and `Not` have put queries into queries more than 20 deep.
-///
-/// Threads: a query belongs to one thread at a time; distinct queries are independent.
+/// closed if `And`, `Or` and `Not` have put queries into queries more than 20 deep.
 class ORU_COMMON_DATABASE_EXPORT Query {
  public:
   Query() = default;
@@ -47,7 +45,7 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& Equals(const std::string& column, const std::string& value) = 0;
   virtual Query& Equals(const std::string& column, const uint8_t* bytes, int32_t length) = 0;
 
-  /// Rows whose column stands in that order to the value, in the database's own ordering of values.
+  /// Rows whose column is less than the value, in the database's own ordering of values.
   virtual Query& LessThan(const std::string& column, int64_t value) = 0;
   virtual Query& LessThan(const std::string& column, uint64_t value) = 0;
   virtual Query& LessThan(const std::string& column, int32_t value) = 0;
@@ -110,17 +108,17 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   virtual Query& And(const Query& query) = 0;
   /// Makes the filter (all so far) OR (that of another query).
   virtual Query& Or(const Query& query) = 0;
-  /// The same with a query behind a pointer:
+  /// The same with a pointer to a query:
   Query& Not(const std::shared_ptr<Query>& query) { return Not(Checked(query)); }
   Query& And(const std::shared_ptr<Query>& query) { return And(Checked(query)); }
   Query& Or(const std::shared_ptr<Query>& query) { return Or(Checked(query)); }
 
-  /// Orders by a column, behind the orders already given.
+  /// Orders by a column, after the orders already given.
   virtual Query& OrderByAsc(const std::string& column) = 0;
   /// The same, from the greatest value down.
   virtual Query& OrderByDesc(const std::string& column) = 0;
 
-  /// At most `count` rows, after passing over `offset` rows. A negative count means no limit.
+  /// At most `count` rows, after skipping `offset` rows. A negative count means no limit.
   virtual Query& Limit(int32_t count, int32_t offset) = 0;
 
   /// Whether the query holds no condition. Order and limit don't count.
@@ -133,19 +131,19 @@ class ORU_COMMON_DATABASE_EXPORT Query {
   /// index and in a query to delete by, SQLite takes a match in a selection of its own only:
   /// `In("key", "MediaAssetFts", "rowid", matching)`.
   ///
-  /// SQLite reads the expression when the statement runs, and not where other conditions leave no row to look
-  /// at. Where it refuses it, or finds it under `Or` or `Not`, the first step of the cursor and its total
-  /// throw InvalidOperationException. Without the index in the view the cursor stays closed, and a deletion
-  /// gives false. Each leaves a log entry of SQLite's text.
+  /// SQLite reads the expression when the statement runs, unless other conditions leave no row to look at. If
+  /// SQLite refuses it, or finds it under `Or` or `Not`, the first step of the cursor and its total throw
+  /// InvalidOperationException. If the view doesn't read through the index, the cursor stays closed, and a
+  /// deletion gives false. Each case leaves a log entry with SQLite's text.
   /// @param table       the index
   /// @param expression  in the language of the index, https://sqlite.org/fts5.html#full_text_query_syntax;
-  ///                    what a person has typed goes through FullTextExpression first
-  /// @throws ArgumentException for a name that is none, as above, and for an expression with a NUL byte;
-  ///         NotSupportedException from a class of queries without it, as this one has it
+  ///                    pass what a person has typed through FullTextExpression first
+  /// @throws ArgumentException for a bad name, as above, and for an expression with a NUL byte;
+  ///         NotSupportedException from a class of queries that has no match, as this class does
   virtual Query& Match(const std::string& table, const std::string& expression);
 
-  /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
-  /// bool), 64 bits for long long, a vector for other integers and for values in braces:
+  /// Overloads for arguments that C++ would convert badly or not at all: a C string is text (not bool), a
+  /// long long has 64 bits, a vector takes other integers and values in braces:
   Query& Equals(const std::string& column, const char* value) {
     return Equals(column, std::string(Checked(value)));
   }

@@ -9,8 +9,6 @@
 namespace Oru::Common::Databases {
 
 /// A snapshot of one row: values by column name, independent of the cursor that filled it.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_COMMON_DATABASE_EXPORT RawRead {
  public:
   RawRead() = default;
@@ -48,8 +46,8 @@ class ORU_COMMON_DATABASE_EXPORT RawRead {
   /// Forgets all columns.
   virtual void Reset() = 0;
 
-  /// What a literal of the language would otherwise choose badly or not at all: text for a C string (not
-  /// bool; a null pointer throws ArgumentException), 64 bits for long long:
+  /// Overloads for arguments that C++ would convert badly or not at all: a C string is text (not bool; a null
+  /// pointer throws ArgumentException), a long long has 64 bits:
   void Set(const std::string& name, const char* value) {
     if (!value) throw ArgumentException();
     Set(name, std::string(value));

@@ -6,20 +6,17 @@ namespace Oru::Common::Databases {
 
 /// A view that can also write.
 ///
-/// An object id of -1 means that the object isn't stored; the choice between insert and update rests on it.
+/// An object id of -1 means that the object isn't stored: it decides between insert and update.
 /// @tparam T  what the view reads
 /// @tparam U  what the table writes
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT Table : public virtual View<T> {
  public:
-  /// Binds the columns of the row for `obj`, but for a key that the database assigns.
+  /// Binds the columns of the row for `obj`, except a key that the database assigns.
   /// @return false at the first value that can't be bound
   virtual bool BindToCursor(Cursor& cursor, U& obj) = 0;
 
-  /// Deletes the row of `obj`, whose object id becomes -1 on success. A row that isn't there is no failure.
+  /// Deletes the row of `obj`, whose object id becomes -1 on success. A missing row is no failure.
   /// @return false, with a log entry, when the database refuses
   virtual bool Delete(U& obj) = 0;
   virtual bool Delete(int64_t objectId) = 0;

@@ -15,7 +15,7 @@ class Database;
 
 /// The read side of an entity: opens cursors over its rows and turns rows into objects.
 ///
-/// `lazy` is carried to `ReadFromCursor` of the view; the forms without it mean true.
+/// `lazy` is passed to `ReadFromCursor` of the view; overloads without it pass true.
 ///
 /// Threads: a view may be read from several threads at once; each opening makes a cursor of its own.
 template <class T>
@@ -49,7 +49,7 @@ class ORU_COMMON_DATABASE_EXPORT View {
   }
   virtual std::unique_ptr<RawCursor> OpenRawCursor(Query& query) = 0;
 
-  /// The same on a cursor that the caller holds, which loses what it was opened on before:
+  /// The same on a cursor that the caller holds, which loses its former statement:
   virtual void OpenObjectCursor(ObjectCursor<T, T>& cursor, bool lazy) = 0;
   virtual void OpenObjectCursor(ObjectCursor<T, T>& cursor) { OpenObjectCursor(cursor, true); }
   virtual void OpenRawCursor(RawCursor& cursor) = 0;

@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// What the angle groups' operator table writes: the operator identity of a group beside the group's key.
 /// The profile stays the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_EXPORT AnglesDapMetadataEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   AnglesDapMetadataEncapsulated(int64_t groupKey, AnglesDapOperatorMetadataProfile& profile)

@@ -17,8 +17,6 @@ namespace Oru::DataModel::MediaAssets {
 /// `AnglesMediaAssetGroup`. Its object id is the key of the group's row.
 ///
 /// A copy keeps the object id, as `Clone` does.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT AnglesDapOperatorMetadataProfile : public BaseTypes::PersistentObject,
                                                               public BaseTypes::MetadataProfile {
  public:

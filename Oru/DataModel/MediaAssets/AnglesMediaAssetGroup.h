@@ -11,8 +11,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// A multi-angle group: its items are angles (`AnglesMediaAssetGroupItem`), in the order of the angles, and
 /// its metadata may hold the operator's identity (`AnglesDapOperatorMetadataProfile`).
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT AnglesMediaAssetGroup : public MediaAssetGroup {
  public:
   AnglesMediaAssetGroup();

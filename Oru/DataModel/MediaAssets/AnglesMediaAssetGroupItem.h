@@ -11,8 +11,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// An asset as one angle of a multi-angle group. Its place in the group's items is the index of the angle.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT AnglesMediaAssetGroupItem : public MediaAssetGroupItem {
  public:
   AnglesMediaAssetGroupItem();

@@ -19,8 +19,6 @@ namespace Oru::DataModel::MediaAssets {
 /// save of the asset.
 ///
 /// A copy owns its metadata and keeps the object id; `Clone` gives such a copy.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT Annotation : public BaseTypes::PersistentObject {
  public:
   Annotation();

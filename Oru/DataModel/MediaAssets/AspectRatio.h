@@ -5,8 +5,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// The shape of a picture, width to height, as 16:9. It is held as it was given, not reduced.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class AspectRatio {
  public:
   /// 1:1.

@@ -14,8 +14,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// An audio content of a stream, of one or several channels.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT AudioEssence : public Essence {
  public:
   AudioEssence();

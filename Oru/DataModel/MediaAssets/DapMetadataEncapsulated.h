@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// What the operator metadata table writes: the operator's profile of a clip beside the key of its asset.
 /// The profile stays the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_EXPORT DapMetadataEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   DapMetadataEncapsulated(int64_t mediaAssetKey, DapOperatorMetadataProfile& profile)

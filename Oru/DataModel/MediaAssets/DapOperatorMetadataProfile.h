@@ -28,8 +28,6 @@ using StringVector = std::vector<BaseTypes::Utf8String>;
 /// the asset's row.
 ///
 /// A copy keeps the object id, as `Clone` does.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::MetadataProfile,
                                                         public BaseTypes::PersistentObject {
  public:

@@ -8,8 +8,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// A data content of a stream.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT DataEssence : public Essence {
  public:
   DataEssence();

@@ -20,8 +20,6 @@ namespace Oru::DataModel::MediaAssets {
 /// A copy has metadata of its own and shares the objects of `TrackChannels` and `TimeCodeTables`; `Clone`
 /// shares nothing. Both keep the object id. An essence that was moved from may only be assigned to or
 /// destroyed.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT Essence : public BaseTypes::PersistentObject {
  public:
   /// The numbers are the places of the kinds in the tables' lists.

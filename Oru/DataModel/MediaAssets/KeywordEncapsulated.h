@@ -9,8 +9,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// One keyword of a clip, as a row: its place in the operator's list and the key of the asset.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_EXPORT KeywordEncapsulated {
   KeywordEncapsulated() = default;
   /// Refers to the object, which stays the caller's and must outlive this.

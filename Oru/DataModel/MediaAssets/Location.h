@@ -12,8 +12,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// A place where the content of a stream lies. Not stored.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class Location {
  public:
   /// What the address names.

@@ -31,8 +31,6 @@ namespace Oru::DataModel::MediaAssets {
 /// A copy has bounds and metadata of its own, and shares its tracks, layouts, resources and annotations with
 /// the original. `Clone` shares none of these; only the assets of `Ancestor` and `Parent` are not part of
 /// this one and stay shared. Both keep all object ids: the copy represents the same rows.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT MediaAsset : public BaseTypes::PersistentObject {
  public:
   /// Tracks by their identifiers, and layouts of them:

@@ -19,8 +19,6 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// A copy has metadata of its own and shares the items with its original; `Clone` has items of its own. Both
 /// keep the object ids and refer to the same assets.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT MediaAssetGroup : public BaseTypes::PersistentObject {
  public:
   MediaAssetGroup();

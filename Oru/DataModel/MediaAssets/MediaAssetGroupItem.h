@@ -12,8 +12,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// An asset as a member of a group. A copy refers to the same asset, as a clone does: the asset isn't the
 /// item's own.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT MediaAssetGroupItem : public BaseTypes::PersistentObject {
  public:
   MediaAssetGroupItem();

@@ -21,8 +21,6 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// A copy has metadata of its own and shares the streams with its original; `Clone` has streams of its own.
 /// Both keep the object ids. A resource that was moved from may only be assigned to or destroyed.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT MediaResource : public BaseTypes::PersistentObject {
  public:
   MediaResource();

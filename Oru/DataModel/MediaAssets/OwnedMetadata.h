@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets {
 /// The metadata field of an entity that holds its dictionary by value. A dictionary's own copy would share
 /// the profiles with the original, so that a change to one entity's profile would show in the other: a copy
 /// of this has profiles of its own.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class OwnedMetadata {
  public:
   /// What is owned.

@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets {
 /// The metadata field of an entity that hands its dictionary out as a shared pointer. A new entity has an
 /// empty dictionary, and a copy has one of its own with profiles of its own; the pointer is never null, but
 /// after a move.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class OwnedSharedMetadata {
  public:
   /// What is owned.

@@ -6,8 +6,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// The frame rate or sample rate of an essence: `numerator` events in `denominator` seconds, as 30000/1001.
 /// It is held as it was given, not reduced: 50/1 and 100/2 are two rates.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class Rate {
  public:
   /// 1/1.

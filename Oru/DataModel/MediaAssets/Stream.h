@@ -18,8 +18,6 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// A copy owns what it holds, essences and metadata included, and keeps the object ids; `Clone` gives such a
 /// copy. A stream that was moved from may only be assigned to or destroyed.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT Stream : public BaseTypes::PersistentObject {
  public:
   Stream();

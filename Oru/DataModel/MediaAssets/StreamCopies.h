@@ -13,8 +13,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// Clones resources and tracks that refer to the same streams: a stream is copied once, and every clone that
 /// was made here refers to that copy. Internal to the model; one object serves one `Clone`.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class StreamCopies {
  public:
   std::unique_ptr<MediaResource> CloneOf(const MediaResource& resource);

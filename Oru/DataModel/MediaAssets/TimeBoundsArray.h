@@ -16,8 +16,6 @@ namespace Oru::DataModel::MediaAssets {
 /// Nothing is checked when bounds go in or marks are set; `IsValid` and its like check afterwards. For all of
 /// them a boundary that isn't set leaves its side open, an instant on a boundary lies inside, and the moving
 /// flags play no part.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TimeBoundsArray
     : public BusinessEntityModel::BaseTypes::SortedVectorBase<TimePoints::TimeBounds, TimeBoundsCompareLess,
                                                               TimeBoundsCompareEqual> {

@@ -8,8 +8,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// An instant at which the time code of an essence starts or jumps: from there on it counts from `timeCode`.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TimeCodeJump {
  public:
   TimeCodeJump() = default;

@@ -11,8 +11,6 @@ namespace Oru::DataModel::MediaAssets {
 /// A time of day in a time code, as text: hours, minutes, seconds and frame number, each in two digits or
 /// more, with a semicolon before the frame number in drop-frame counting. "10:00:00:00", "01:00:59;29". The
 /// date of a time code and its rate are not part of the text.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TimeCodeString {
  public:
   /// The empty text.

@@ -15,8 +15,6 @@ namespace Oru::DataModel::MediaAssets {
 /// One time code of an essence, under a name, as the jumps that it makes. Not stored.
 ///
 /// A copy shares the jumps with its original; `Clone` has its own.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TimeCodeTable {
  public:
   /// The jumps in the order of time.

@@ -16,8 +16,6 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// A copy shares the channels with its original; `Clone` has channels and streams of its own. Both keep the
 /// object ids.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT Track : public BaseTypes::PersistentObject {
  public:
   /// The channels in the caller's order.

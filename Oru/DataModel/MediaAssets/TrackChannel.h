@@ -11,8 +11,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// A channel of the essence that holds this object, and the track that carries it. Not stored: what is stored
 /// of a track are its `TrackChannelToRemove` objects.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TrackChannel {
  public:
   TrackChannel() = default;

@@ -14,8 +14,6 @@ namespace Oru::DataModel::MediaAssets {
 /// removing: it is how a track holds its channels.
 ///
 /// A copy shares the stream, if it is loaded, with its original; `Clone` has a stream of its own.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TrackChannelToRemove {
  public:
   TrackChannelToRemove();

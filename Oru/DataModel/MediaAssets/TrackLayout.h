@@ -16,8 +16,6 @@ namespace Oru::DataModel::MediaAssets {
 /// layouts.
 ///
 /// A copy has items of its own, with the same tracks.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TrackLayout : public BaseTypes::PersistentObject {
  public:
   /// The items in their order.

@@ -13,8 +13,6 @@ namespace Oru::DataModel::MediaAssets {
 
 /// One place of a track layout, with the tracks that belong there. It doesn't keep the tracks alive: they are
 /// those of the asset. Not stored.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT TrackLayoutItem : public BaseTypes::PersistentObject {
  public:
   /// Tracks that the item doesn't keep alive.

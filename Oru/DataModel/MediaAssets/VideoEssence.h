@@ -19,8 +19,6 @@
 namespace Oru::DataModel::MediaAssets {
 
 /// A video content of a stream.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT VideoEssence : public Essence {
  public:
   VideoEssence();

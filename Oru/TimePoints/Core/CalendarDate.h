@@ -5,8 +5,6 @@
 namespace Oru::TimePoints {
 
 /// A day of the Gregorian calendar, which is carried on before its introduction.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct CalendarDate {
   /// The year, which may be 0 or negative.
   int64_t year = 0;

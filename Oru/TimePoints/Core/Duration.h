@@ -16,8 +16,6 @@ namespace Oru::TimePoints {
 ///
 /// Arithmetic is exact: a result that doesn't fit throws `std::overflow_error` and leaves the operands as
 /// they were.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class Duration {
  public:
   Duration() = default;

@@ -15,8 +15,6 @@ namespace Oru::TimePoints {
 ///
 /// The two numbers are kept as given: 100/2 stays 100/2 and is not `==` to 50/1, though `CompareTo` finds
 /// them equally fast. A default rate is 0/1, nothing ever happens.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class Rate {
  public:
   Rate() = default;

@@ -17,8 +17,6 @@ namespace Oru::TimePoints {
 ///
 /// Unless said otherwise, operations that need a sample throw `std::invalid_argument` for a rate that isn't
 /// above 0, and `std::overflow_error` where the sample lies beyond the range of `TimePoint`.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class RatedTimePoint {
  public:
   RatedTimePoint() = default;

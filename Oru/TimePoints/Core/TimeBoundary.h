@@ -11,8 +11,6 @@ namespace Oru::TimePoints {
 
 /// One end of a stretch of time. A moving boundary still travels: the out boundary of a recording that runs.
 /// A default boundary is unset: it is fixed at `TimePoint::Empty()`.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TimeBoundary {
  public:
   TimeBoundary() = default;

@@ -12,8 +12,6 @@ namespace Oru::TimePoints {
 
 /// A stretch of time between two boundaries, each of which may be unset or moving. Nothing asks that the in
 /// boundary be the earlier one.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_TIMEPOINTS_VISIBLE TimeBounds {
  public:
   TimeBounds() = default;

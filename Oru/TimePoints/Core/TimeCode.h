@@ -28,8 +28,6 @@ namespace Oru::TimePoints {
 ///
 /// Every operation that fails throws `std::out_of_range`, unless it says otherwise, and changes nothing:
 /// a count or a field that its integer can't hold, a date or clock asked of a rate that isn't above 0.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TimeCode {
  public:
   TimeCode() = default;

@@ -25,8 +25,6 @@ class RatedTimePoint;
 ///
 /// Samples: sample n of a rate covers the instants from n to n + 1 sample lengths after 1970, the end
 /// excluded. Operations with a rate throw `std::invalid_argument` if the rate isn't above 0.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TimePoint {
  public:
   TimePoint() = default;

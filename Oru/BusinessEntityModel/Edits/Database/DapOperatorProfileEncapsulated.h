@@ -9,8 +9,6 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 
 /// What `DapOperatorProfileTable` writes: the operator's profile of a sequence beside the sequence's key. The
 /// profile stays the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   DapOperatorProfileEncapsulated(int64_t sequenceKey, DapOperatorMetadataProfile& ownedProfile)

@@ -20,9 +20,6 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 ///
 /// The reference time code of a regeneration is stored as its count of samples since 1900. At 50/1 and 60/1
 /// it comes back as it was, but always with a date; at other rates it keeps its count and comes back at 1/1.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
     : public Common::Databases::Sqlite::OwnerKeyTable<DapOperatorProfileTable, DapOperatorMetadataProfile,
                                                       DapOperatorProfileEncapsulated> {

@@ -18,9 +18,6 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 
 /// Edits, with their metadata. The sequences of an edit are neither saved nor read with it: each is saved
 /// through `SequenceTable` with the edit's key in its wrapper. Deleting an edit deletes its sequences.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT EditTable
     : public Common::Databases::Sqlite::DeclaredTable<EditTable, Edit, Edit> {
  public:

@@ -9,8 +9,6 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 
 /// What `SequenceTable` writes: a sequence beside the key of the edit that it belongs to. The sequence stays
 /// the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT SequenceEncapsulated {
   /// Of no edit, until `editFk` is set.
   explicit SequenceEncapsulated(Sequence& ownedSequence) : sequence(ownedSequence) {}

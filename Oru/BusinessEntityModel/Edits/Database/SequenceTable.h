@@ -22,9 +22,6 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 /// that it is saved with; it goes when its edit is deleted.
 ///
 /// The duration of a sequence whose duration isn't fixed is stored, but comes back as 0.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
     : public Common::Databases::Sqlite::DeclaredTable<SequenceTable, Sequence, SequenceEncapsulated> {
  public:
@@ -39,10 +36,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   /// Stores a sequence with its metadata and, if it has one, the operator's profile; an absent profile leaves
   /// the stored one alone. An object id of -1 is looked up by the identifier. The link to the edit is what
   /// the wrapper says.
-  /// @return false, with a log entry, when the database refuses, and for settings of time codes with a negative
-  ///         count, which couldn't be read again
-  /// @throws std::bad_cast at a metadata profile without a table; ObjectClosedException, with a log entry, when
-  ///         the database is closed or the file has no tables
+  /// @return false, with a log entry, when the database refuses, and for settings of time codes with a
+  ///         negative count, which couldn't be read again
+  /// @throws std::bad_cast at a metadata profile without a table; ObjectClosedException, with a log entry,
+  ///         when the database is closed or the file has no tables
   bool Save(SequenceEncapsulated& obj, bool lazy) override;
   /// The same for a sequence of no edit. One that was linked to an edit is so no more.
   bool Save(Sequence& sequence, bool lazy);

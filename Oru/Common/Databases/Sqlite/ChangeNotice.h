@@ -19,8 +19,8 @@ struct ChangeNotice {
     Unknown
   };
 
-  /// A row by its key, the rowid of SQLite. That is the value of the column `key`, or of another column that is
-  /// the integer primary key of its table. A table without one numbers its rows itself.
+  /// A row by its key, the rowid of SQLite. That is the value of the column `key`, or of another column that
+  /// is the integer primary key of its table. A table without one numbers its rows itself.
   struct Row {
     /// The rowid; unique in its table.
     int64_t key;

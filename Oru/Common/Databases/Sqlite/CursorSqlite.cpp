@@ -74,7 +74,7 @@ void CursorSqlite::Prepare(const std::string& select) {
     mPrepared = std::move(prepared);
   }
   mStatement = mPrepared->Handle();
-  mPosition = Position::AheadOfRows;
+  mPosition = Position::BeforeRows;
   mHasFailed = false;
   mLastColumn = 0;
   mLastParameter = 0;
@@ -109,7 +109,7 @@ void CursorSqlite::Reset() {
   if (!mPrepared) return;
   LeaveRow();
   Rewind();
-  mPosition = Position::AheadOfRows;
+  mPosition = Position::BeforeRows;
   mLastParameter = 0;
 }
 
@@ -143,7 +143,7 @@ int CursorSqlite::StepOnce() {
   if (code == SQLITE_ROW) {
     mPosition = Position::OnRow;
   } else if (code == SQLITE_DONE) {
-    mPosition = Position::BehindRows;
+    mPosition = Position::AfterRows;
     if (isCommand) db.Parts().transactions.NoteCommand(*mPrepared, wasInTransaction);
   } else {
     db.Parts().connection.NoteFailure(code);
@@ -166,7 +166,7 @@ bool CursorSqlite::Step() {
 bool CursorSqlite::Step(const ConnectionLock&) {
   if (!mPrepared) throw ObjectClosedException();
   // SQLite would start over: https://sqlite.org/c3ref/step.html
-  if (mPosition == Position::BehindRows) return false;
+  if (mPosition == Position::AfterRows) return false;
   DatabaseSqlite& db = GetDatabase();
   const StatementDeadline::Scope scope(db.Parts().connection.Deadline());
   const char* refusal =
@@ -441,7 +441,7 @@ bool CursorSqlite::Bind(int32_t number, bool value) {
 bool CursorSqlite::Bind(int32_t number, const std::string& value) {
   if (!MayBind(number)) return false;
   // A statement that has been stepped still looks at the values that it has, and takes no other.
-  if (!mPrepared || mPosition != Position::AheadOfRows) return IsBound(SQLITE_MISUSE);
+  if (!mPrepared || mPosition != Position::BeforeRows) return IsBound(SQLITE_MISUSE);
   return IsBound(mPrepared->BindText(number, value));
 }
 

@@ -21,10 +21,8 @@ class PreparedStatement;
 
 /// One prepared statement with its parameters and result columns.
 ///
-/// A statement that SQLite refuses is logged with SQLite's text and leaves the cursor closed. A cursor may
-/// outlive its connection's opening, and the database itself: it is closed then.
-///
-/// Threads: a cursor belongs to one thread at a time.
+/// If SQLite refuses a statement, its text is logged and the cursor stays closed. When the database is
+/// closed, its cursors are closed; a cursor may outlive the database.
 class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
  public:
   /// A cursor without a statement.
@@ -63,7 +61,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool Get(const std::string& name, std::string& out) const override;
   int32_t Get(const std::string& name, uint8_t** out) const override;
 
-  /// The same by position, from 0, where an index outside the columns counts as an unknown name:
+  /// The same by position, from 0. An index outside the columns is like an unknown name:
   bool IsNull(int32_t index) const;
   bool Get(int32_t index, int64_t& out) const;
   bool Get(int32_t index, uint64_t& out) const;
@@ -110,15 +108,14 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   int32_t GetTotalItemsCount() const override;
   void Close() override;
   void Reset() override;
-  /// Gives the statement up for another one.
+  /// Replaces the statement.
   virtual void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count);
   void Reset(DatabaseSqlite& db, StatementText select, StatementText count);
 
   /// Steps to the next row.
-  /// @return false behind the last row, and at every further call
+  /// @return false after the last row, and at every further call
   /// @throws ObjectClosedException on a closed cursor; InvalidOperationException, with a log entry of
-  /// SQLite's
-  ///         text, when the step fails
+  ///         SQLite's text, when the step fails
   bool Step();
   /// The same for a caller that has the connection locked.
   bool Step(const ConnectionLock& held);
@@ -140,8 +137,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
  private:
   friend class OpenCursors;
 
-  // Behind a failure the next step starts over.
-  enum class Position : uint8_t { AheadOfRows, OnRow, BehindRows, Failed };
+  // After a failure the next step starts over.
+  enum class Position : uint8_t { BeforeRows, OnRow, AfterRows, Failed };
 
   void Prepare(const std::string& select);
   void Rewind();
@@ -163,12 +160,12 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   std::vector<StatementValue> mValues;
   std::vector<StatementValue> mCountValues;
   std::unique_ptr<PreparedStatement> mPrepared;
-  Position mPosition = Position::AheadOfRows;
+  Position mPosition = Position::BeforeRows;
   bool mHasFailed = false;
-  // Behind which column and parameter the next one is looked up: see NameIndex.
+  // After which column and parameter the next one is looked up: see NameIndex.
   mutable std::size_t mLastColumn = 0;
   std::size_t mLastParameter = 0;
-  // Where the cursor stands among the open cursors of its connection.
+  // The neighbours among the open cursors of the connection.
   OpenCursors* mOpenCursors = nullptr;
   CursorSqlite* mPrevious = nullptr;
   CursorSqlite* mNext = nullptr;

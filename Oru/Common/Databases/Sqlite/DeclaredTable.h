@@ -15,9 +15,6 @@ namespace Oru::Common::Databases::Sqlite {
 /// A table whose name and columns are statics of its class: `tableName` and `columnNames`, the key column
 /// first.
 /// @tparam Derived  the table class
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class Derived, class T, class U>
 class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
  public:
@@ -82,13 +79,9 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   std::unique_ptr<OwnedRows> owned;
 };
 
-/// A declared table that extends another one: its key is the key of a row there, and its select yields the
-/// columns of that table first and its own behind them, over the join of both that the static `fromClause`
-/// writes.
+/// A declared table that extends another one: its key is the key of a row there, and its select has the
+/// columns of that table first and its own after them, over the join of both in the static `fromClause`.
 /// @tparam BaseT  what the other table reads
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class Derived, class T, class U, class BaseT>
 class ORU_COMMON_DATABASE_EXPORT ExtensionTable : public DeclaredTable<Derived, T, U> {
  public:
@@ -113,9 +106,6 @@ class ORU_COMMON_DATABASE_EXPORT ExtensionTable : public DeclaredTable<Derived, 
 };
 
 /// A table with at most one row per owner, under the owner's key.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class Derived, class T, class U>
 class ORU_COMMON_DATABASE_EXPORT OwnerKeyTable : public DeclaredTable<Derived, T, U> {
  public:
@@ -142,9 +132,6 @@ class ORU_COMMON_DATABASE_EXPORT OwnerKeyTable : public DeclaredTable<Derived, T
 };
 
 /// A table whose rows have no key of their own: each save inserts, and the object id says nothing.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class Derived, class T, class U>
 class ORU_COMMON_DATABASE_EXPORT KeylessTable : public DeclaredTable<Derived, T, U> {
  public:

@@ -18,8 +18,6 @@ namespace Oru::Common::Databases::Sqlite {
 /// A cursor of SQLite that steps into model objects.
 /// @tparam T  what is read
 /// @tparam U  what is written
-///
-/// Threads: a cursor belongs to one thread at a time.
 template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ForwardingCursor<ObjectCursor<T, U>> {
   using Forwarding = ForwardingCursor<ObjectCursor<T, U>>;
@@ -65,7 +63,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ForwardingCursor<Ob
   }
 
   using Forwarding::Reset;
-  /// Gives the statement up for another one.
+  /// Replaces the statement.
   virtual void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count, bool lazy) {
     this->AttachToDatabase(db);
     cursorSqlite.Reset(db, select, count);
@@ -107,7 +105,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ForwardingCursor<Ob
   }
 };
 
-/// Rows of any statement as snapshots. There is no object to read, and so no need of a view.
+/// Reads rows of any statement as snapshots; it needs no view.
 template <>
 ORU_COMMON_DATABASE_EXPORT bool ObjectCursorSqlite<RawReadSqlite, RawReadSqlite>::Next(RawReadSqlite& row);
 

@@ -13,9 +13,6 @@
 namespace Oru::Common::Databases::Sqlite {
 
 /// Named properties of a database: one row per name, with a text and a number.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_COMMON_DATABASE_EXPORT PropertiesTableSqlite : public TableSqlite<Property, Property> {
  public:
   /// @param name  the name of the stored table

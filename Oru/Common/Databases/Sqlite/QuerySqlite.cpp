@@ -21,7 +21,7 @@ std::string Parenthesised(const std::string& condition) {
   return "(" + condition + ")";
 }
 
-// MATCH reads its expression up to the first NUL byte only.
+// MATCH reads its expression only up to the first NUL byte.
 bool HasNul(const std::string& text) {
   return text.find('\0') != std::string::npos;
 }
@@ -35,7 +35,8 @@ std::string AsBytes(const std::string& column) {
   return "CAST(" + CheckedName(column) + " AS BLOB)";
 }
 
-// The bytes of a text with the letters A to Z in lower case, as LIKE compares them: of a column and of a value.
+// The bytes of a text with the letters A to Z in lower case, as LIKE compares them: of a column and of a
+// value.
 std::string AsFoldedBytes(const std::string& column) {
   return "CAST(lower(" + CheckedName(column) + ") AS BLOB)";
 }
@@ -52,8 +53,8 @@ std::vector<uint8_t> Bytes(const uint8_t* bytes, int32_t length) {
   return std::vector<uint8_t>(bytes, bytes + length);
 }
 
-// Gives a text with each question mark replaced by the literal of its value. No other stands in the text of
-// a query: names are plain identifiers.
+// Gives a text with each question mark replaced by the literal of its value. The text of a query has no other
+// question marks, since names are plain identifiers.
 void AppendWithLiterals(std::string& out, const std::string& text,
                         const std::vector<StatementValue>& values) {
   std::size_t begin = 0;
@@ -72,9 +73,9 @@ void AppendBound(StatementText& statement, const std::string& text,
   statement.values.insert(statement.values.end(), values.begin(), values.end());
 }
 
-// Writes a condition so that NOT is right for it. Where NULL is among the values of a subselect, IN is unknown
-// for every value that isn't, and so would be its negation. A column that is NULL stays unknown, as in every
-// comparison.
+// Writes a condition so that NOT is right for it. Where NULL is among the values of a subselect, IN is
+// unknown for every value that isn't, and so would be its negation. A column that is NULL stays unknown, as
+// in every comparison.
 std::string WithKnownSubselects(std::string condition) {
   const std::string in = " IN (", select = "SELECT ", alternative = "ifnull(";
   for (std::size_t at = condition.find(in + select); at != std::string::npos;
@@ -353,7 +354,7 @@ Query& QuerySqlite::Within(const std::string& all, std::vector<uint8_t> bytes) {
 Query& QuerySqlite::From(const std::string& all, Start start, std::vector<uint8_t> bytes) {
   if (bytes.empty()) return Within(all, std::move(bytes));
   const auto length = static_cast<int64_t>(bytes.size());
-  // Of no bytes at all substr() gives NULL, which is not "no". A negative start counts from the end.
+  // For no bytes at all substr() gives NULL, which is not "no". A negative start counts from the end.
   return Add("(length(" + all + ") >= ? AND substr(" + all + ", ?, ?) = ?)",
              {length, start == Start::Begin ? int64_t{1} : -length, length, std::move(bytes)});
 }

@@ -12,10 +12,8 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// A query that becomes SQL text. It keeps its values beside the text: a statement that runs takes them as
-/// parameters, and a text that is asked for has them written out as literals.
-///
-/// Threads: a query belongs to one thread at a time; distinct queries are independent.
+/// A query that becomes SQL text. It stores its values beside the text: a statement that runs takes them as
+/// parameters, and a text that a caller asks for has them as literals.
 class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
  public:
   QuerySqlite() = default;
@@ -101,7 +99,7 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
 
   bool HasLimit() const { return !mLimit.empty(); }
 
-  /// How a value stands in a text: written out, or as a parameter.
+  /// How a text holds a value: as a literal, or as a parameter.
   enum class Values { Literal, Bound };
 
   /// A query with more values than this runs with literals: SQLite allows 32766 parameters in a statement,
@@ -113,8 +111,8 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
   void AppendLimit(StatementText& statement, Values form) const;
 
  private:
-  // The one way in for a condition, with a question mark in place of each value: joins it to those before by
-  // AND.
+  // Adds a condition, with a question mark for each value, to those before by AND. All conditions go through
+  // here.
   Query& Add(const std::string& condition, std::vector<StatementValue> values = {});
   // Prepare the filter for one more condition of its chain, which the caller appends.
   void BeginCondition();

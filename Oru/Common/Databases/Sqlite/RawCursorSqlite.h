@@ -13,8 +13,6 @@ namespace Oru::Common::Databases::Sqlite {
 ORU_COMMON_DATABASE_EXPORT void ReadRow(CursorSqlite& cursor, RawRead& row);
 
 /// A cursor over the rows of a statement as they are stored.
-///
-/// Threads: a cursor belongs to one thread at a time.
 class ORU_COMMON_DATABASE_EXPORT RawCursorSqlite : public ForwardingCursor<RawCursor> {
  public:
   RawCursorSqlite();
@@ -25,7 +23,7 @@ class ORU_COMMON_DATABASE_EXPORT RawCursorSqlite : public ForwardingCursor<RawCu
   ~RawCursorSqlite() override;
 
   using ForwardingCursor::Reset;
-  /// Gives the statement up for another one.
+  /// Replaces the statement.
   void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count);
   void Reset(DatabaseSqlite& db, StatementText select, StatementText count);
 

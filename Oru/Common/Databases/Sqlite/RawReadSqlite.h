@@ -14,8 +14,6 @@ namespace Oru::Common::Databases::Sqlite {
 class CursorSqlite;
 
 /// A snapshot of one row of SQLite. Values convert between their types as SQLite's columns do.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_COMMON_DATABASE_EXPORT RawReadSqlite : public RawRead {
  public:
   RawReadSqlite();
@@ -23,8 +21,7 @@ class ORU_COMMON_DATABASE_EXPORT RawReadSqlite : public RawRead {
   RawReadSqlite& operator=(const RawReadSqlite&);
   ~RawReadSqlite() override;
 
-  /// Prepares the snapshot for the columns of a cursor: all of them are there, and NULL until a row fills
-  /// them.
+  /// Gives the snapshot the columns of a cursor, which are NULL until a row fills them.
   void InitFromToCursor(CursorSqlite& cursor);
 
   using RawRead::Set;

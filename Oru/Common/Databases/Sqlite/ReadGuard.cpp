@@ -12,7 +12,7 @@ ReadGuard::~ReadGuard() {
   try {
     End();
   } catch (...) {
-    // As with a transaction's guard, there is nobody to tell.
+    // A destructor can't report a failure.
   }
 }
 

@@ -16,7 +16,7 @@ SavepointGuard::~SavepointGuard() {
   try {
     Rollback();
   } catch (...) {
-    // A rollback that fails has been logged, as far as there was memory and a log for it.
+    // A destructor can't report a failure. A rollback that fails has been logged.
   }
 }
 
@@ -25,7 +25,7 @@ bool SavepointGuard::IsActive() const {
   return mDatabase.Parts().transactions.HasSavepoint(mNumber);
 }
 
-// What is asked and what is ended must be the same savepoint, whatever other threads do on the connection.
+// The lock: no other thread may end the savepoint between the question and the end.
 void SavepointGuard::Commit() {
   const ConnectionLock lock(mDatabase);
   if (!IsActive()) throw InvalidOperationException();

@@ -18,32 +18,33 @@ class DatabaseSqlite;
 ///     transaction.Commit();
 ///
 /// What a guard commits is stored when the transaction commits, and only then. Guards nest: the end of one
-/// also ends those that were made within it, which do nothing more then. So does the end of the transaction.
-/// A `ChangeListener` hears nothing of what a guard has taken back, and `EndTransaction` doesn't count it.
+/// also ends those that were made within it, and the end of the transaction ends all. A guard that was ended
+/// so does nothing more. What a guard has rolled back isn't reported to a `ChangeListener` or counted by
+/// `EndTransaction`.
 ///
-/// Threads: a guard belongs to one thread at a time. Its savepoint is the connection's: what other threads
-/// write on the same connection meanwhile belongs to it too, unless a `ConnectionLock` keeps them away.
+/// Threads: the savepoint belongs to the connection, with all that other threads write on it meanwhile,
+/// unless a `ConnectionLock` keeps them away.
 class ORU_COMMON_DATABASE_EXPORT SavepointGuard {
  public:
   /// Begins a savepoint.
   /// @param database  must be open and must outlive the guard
-  /// @throws InvalidOperationException, with a log entry, when no transaction is open, or a `ReadGuard` only;
-  ///         when the transaction was lost at an earlier failure, or SQLite refuses: while a statement that
-  ///         writes is left on a row, say
+  /// @throws InvalidOperationException, with a log entry, when no transaction is open, or only a `ReadGuard`;
+  ///         when the transaction was rolled back at an earlier failure; or when SQLite refuses, for example
+  ///         while a statement that writes is left on a row
   explicit SavepointGuard(DatabaseSqlite& database);
   SavepointGuard(const SavepointGuard&) = delete;
   SavepointGuard& operator=(const SavepointGuard&) = delete;
-  /// Rolls back to its begin what has not been committed. Throws nothing.
+  /// Rolls back what has not been committed. Throws nothing.
   ~SavepointGuard();
 
-  /// Makes what was written since the begin a part of the transaction, or of the guard around, and makes the
-  /// guard inert.
+  /// Makes what was written since the guard began a part of the transaction, or of the guard around, and
+  /// makes the guard inert.
   /// @throws InvalidOperationException when the guard is no longer active, or, with a log entry, when SQLite
-  ///         refuses; the guard then still holds its savepoint, so that the call may be tried again
+  ///         refuses. Then the guard still holds its savepoint, and the call may be tried again
   void Commit();
-  /// Takes back what was written since the begin, and makes the guard inert.
-  /// @throws InvalidOperationException, with a log entry, when SQLite fails at it. Rather than leave a part
-  ///         of what was to be taken back, the whole transaction is rolled back then, and must be ended
+  /// Rolls back what was written since the guard began, and makes the guard inert.
+  /// @throws InvalidOperationException, with a log entry, when SQLite fails at it. Then the whole transaction
+  ///         is rolled back, so that no part remains, and must be ended
   void Rollback();
   /// Whether the guard still holds its savepoint.
   bool IsActive() const;

@@ -2,12 +2,12 @@
 
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
-// The templates behind one table class are compiled once, in the library of that class: its header says
+// The templates of one table class are compiled once, in the library of that class: its header says
 // ORU_TABLE_TEMPLATES(extern, Read, Written) and its source ORU_TABLE_TEMPLATES(, Read, Written), both
-// outside any namespace. Tables that read the same type share the view's templates; then only one of them
-// says ORU_VIEW_TEMPLATES, and each its own ORU_WRITER_TEMPLATES.
+// outside any namespace. Tables that read the same type share the view's templates: one of them
+// says ORU_VIEW_TEMPLATES, and each says ORU_WRITER_TEMPLATES.
 
-// NOLINTBEGIN(bugprone-macro-parentheses): neither a keyword nor a template's argument stands in parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses): a keyword or a template's argument can't be in parentheses.
 #define ORU_VIEW_TEMPLATES(EXTERN, READ)                                                \
   EXTERN template class Oru::Common::Databases::Sqlite::ObjectCursorSqlite<READ, READ>; \
   EXTERN template class Oru::Common::Databases::Sqlite::ViewStatementGenerator<READ>;   \

@@ -15,15 +15,11 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// A table of SQLite. A derived class gives, beside what a view gives, `BindToCursor`, `SetObjectId` and
-/// `GetObjectId`. In the body of its constructor it sets `mAutoIncrementedId` if its key is given and not
-/// assigned by the database, and after that takes its statement texts from its generator
-/// (`GenerateStatements`).
+/// A table of SQLite. A derived class implements `BindToCursor`, `SetObjectId` and `GetObjectId`, beside what
+/// a view needs. The body of its constructor sets `mAutoIncrementedId` to false if the database doesn't
+/// assign the key, and then calls `GenerateStatements`.
 ///
 /// Write operations throw ArgumentException without a database.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Table<T, U> {
  public:
@@ -31,7 +27,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
   /// @param attachedDatabase  must outlive the table
   explicit TableSqlite(DatabaseSqlite& attachedDatabase) : ViewSqlite<T>(attachedDatabase) {}
 
-  /// The statements that were kept for another database are given up.
+  /// The statements that were prepared for another database are released.
   void AttatchToDatabase(Database& attachedDatabase) override {
     updateCursor.reset();
     lastIdCursor.reset();
@@ -93,7 +89,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     return -1;
   }
 
-  /// Inserts a row, whatever the object id says. A key that the database assigns becomes the object id.
+  /// Inserts a row, whatever the object id is. A key that the database assigns becomes the object id.
   virtual bool Insert(U& obj, bool) {
     DatabaseSqlite& db = this->AttachedDatabase();
     if (!insertCursor || !insertCursor->IsOpened()) {
@@ -110,7 +106,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     });
   }
 
-  /// Updates the row of the object id. That there is none is no failure.
+  /// Updates the row of the object id. A missing row is no failure.
   virtual bool Update(U& obj, bool) {
     const ConnectionLock connection(this->AttachedDatabase());
     if (!updateCursor || !updateCursor->IsOpened()) {
@@ -148,7 +144,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
 
   /// False for a key that is given and not assigned by the database.
   bool mAutoIncrementedId = true;
-  /// Texts, and the cursors that are kept of them:
+  /// Texts, and their prepared cursors:
   std::string insertStatement;
   std::string updateStatement;
   std::unique_ptr<ObjectCursorSqlite<T, U>> insertCursor;

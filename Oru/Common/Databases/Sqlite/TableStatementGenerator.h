@@ -11,7 +11,7 @@ namespace Oru::Common::Databases::Sqlite {
 template <class T, class U>
 class TableSqlite;
 
-/// Writes the SQL of a table from what the table says of itself. A parameter is named ":" and its column.
+/// Writes the SQL of a table from its names and columns. A parameter is named ":" and its column.
 ///
 /// Threads: may be used from several threads at once.
 template <class T, class U>
@@ -61,8 +61,8 @@ class ORU_COMMON_DATABASE_EXPORT TableStatementGenerator : public ViewStatementG
  private:
   const TableSqlite<T, U>& Described() const { return static_cast<const TableSqlite<T, U>&>(this->view); }
 
-  // A list of all columns but a key that the database assigns, written one by one. The separator goes by the
-  // place of the column, so a key that is left out must not stand last.
+  // A list of all columns but a key that the database assigns, written one by one. The separator depends on
+  // the place of the column, so a key that is left out must not be the last.
   template <class WriteColumn>
   std::string WrittenColumns(WriteColumn write) const {
     std::string list;

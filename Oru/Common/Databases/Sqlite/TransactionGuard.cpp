@@ -16,8 +16,7 @@ TransactionGuard::~TransactionGuard() {
   try {
     Rollback();
   } catch (...) {
-    // A rollback that SQLite refuses has been logged. Whatever else it was, the log's own failure or want of
-    // memory, a destructor has nobody to tell.
+    // A destructor can't report a failure. A rollback that fails has been logged.
   }
 }
 
@@ -25,7 +24,7 @@ bool TransactionGuard::IsActive() const {
   return !mIsEnded && mDatabase.HasBegunTransaction() && mDatabase.TransactionNumber() == mNumber;
 }
 
-// What is asked and what is ended must be the same transaction, whatever other threads do on the connection.
+// The lock: no other thread may end the transaction between the question and the end.
 int64_t TransactionGuard::Commit() {
   const ConnectionLock lock(mDatabase);
   if (!IsActive()) throw InvalidOperationException();

@@ -14,8 +14,7 @@ class DatabaseSqlite;
 ///     TransactionGuard transaction(database);
 ///     if (assets.Save(clip) && groups.Save(group)) transaction.Commit();
 ///
-/// Threads: a guard belongs to one thread at a time. Its transaction is the connection's: what other threads
-/// write on the same connection meanwhile belongs to it too.
+/// Threads: the transaction belongs to the connection, with all that other threads write on it meanwhile.
 class ORU_COMMON_DATABASE_EXPORT TransactionGuard {
  public:
   /// Begins a transaction.
@@ -24,15 +23,15 @@ class ORU_COMMON_DATABASE_EXPORT TransactionGuard {
   explicit TransactionGuard(DatabaseSqlite& database);
   TransactionGuard(const TransactionGuard&) = delete;
   TransactionGuard& operator=(const TransactionGuard&) = delete;
-  /// Rolls back what has not been committed. A transaction that somebody else has ended, or begun since, is
-  /// left alone. Throws nothing: a rollback that SQLite refuses leaves a log entry, and the transaction open
-  /// for `DatabaseSqlite::EndTransaction`.
+  /// Rolls back what has not been committed. Does nothing if the transaction was ended by other means. Throws
+  /// nothing: if SQLite refuses the rollback, it is logged, and the transaction stays open for
+  /// `DatabaseSqlite::EndTransaction`.
   ~TransactionGuard();
 
   /// Commits and makes the guard inert.
-  /// @return the number of rows changed since the begin
-  /// @throws InvalidOperationException as `DatabaseSqlite::EndTransaction`; the guard then still holds a
-  ///         transaction that is open, so that the call may be tried again
+  /// @return the number of rows changed since the beginning
+  /// @throws InvalidOperationException as `DatabaseSqlite::EndTransaction`; then the guard still holds an
+  ///         open transaction, and the call may be tried again
   int64_t Commit();
   /// Rolls back and makes the guard inert.
   void Rollback();

@@ -17,8 +17,8 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// A view of SQLite. A derived class gives names, columns and `ReadFromCursor`, and in the body of its
-/// constructor sets `selectStatement` from its generator; all else is here.
+/// A view of SQLite. A derived class implements the names, the columns and `ReadFromCursor`. The body of its
+/// constructor sets `selectStatement` from its generator.
 ///
 /// The opening operations, `Create`, `GetObject` and `Exists` throw ArgumentException without a database.
 ///
@@ -125,7 +125,7 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   virtual const std::string& GetColumnName(int32_t index) const = 0;
   /// The number of stored columns.
   virtual int32_t GetColumnsCount() const = 0;
-  /// The parts that a select text is generated from; an empty text leaves a part out:
+  /// The parts of a select text; an empty text leaves a part out:
   virtual const std::string& GetJoinClause() const = 0;
   virtual const std::string& GetSelectColumnName(int32_t index) const { return GetColumnName(index); }
   virtual const std::string& GetWhereClause() const { return EmptyText(); }

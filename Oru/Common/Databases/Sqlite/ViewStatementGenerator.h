@@ -12,7 +12,7 @@ namespace Oru::Common::Databases::Sqlite {
 template <class T>
 class ViewSqlite;
 
-/// Writes the SQL of a view from what the view says of itself: its name, its columns, its clauses.
+/// Writes the SQL of a view from its name, columns and clauses.
 ///
 /// Threads: may be used from several threads at once.
 template <class T>
@@ -73,14 +73,14 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
     return Count(Filtered(view.GetSelectStatement(), query, QuerySqlite::Values::Bound));
   }
 
-  /// The word that a further condition needs behind the view's select text, a blank on either side.
+  /// The word that joins a further condition to the view's select text, with a blank on either side.
   const char* ConditionKeyword() const {
     if (!view.GetGroupByClause().empty()) return " HAVING ";
     return view.GetWhereClause().empty() ? " WHERE " : " AND ";
   }
 
  protected:
-  /// What stands behind the item at an index of a list.
+  /// The separator after the item at an index of a list.
   static const char* Separator(int32_t index, int32_t count) { return index < count - 1 ? ", " : ""; }
 
   /// The selected columns, with their aliases where they have one.

@@ -15,9 +15,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// The operator identity of multi-angle groups: one row at most per group, under the group's key.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
     : public Common::Databases::Sqlite::OwnerKeyTable<
           AnglesDapOperatorMetadataTable, AnglesDapOperatorMetadataProfile, AnglesDapMetadataEncapsulated> {

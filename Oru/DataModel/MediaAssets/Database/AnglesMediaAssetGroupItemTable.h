@@ -15,9 +15,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// The angle part of group items: place and name of the angle, under the item's key.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupItemTable
     : public Common::Databases::Sqlite::ExtensionTable<AnglesMediaAssetGroupItemTable,
                                                        AnglesMediaAssetGroupItem, GroupItemEncapsulated,

@@ -18,9 +18,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// Multi-angle groups: groups that have a row here too, and with it an operator identity if they are given
 /// one. A cursor of this table sees no other groups.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
     : public Common::Databases::Sqlite::ExtensionTable<AnglesMediaAssetGroupTable, AnglesMediaAssetGroup,
                                                        AnglesMediaAssetGroup, MediaAssetGroup> {
@@ -36,8 +33,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
   /// Stores a group with its items as `MediaAssetGroupTable` does, makes it a multi-angle group if it isn't
   /// one, and stores its operator identity if it has one; an absent identity leaves the stored one alone.
   /// @return false, with a log entry, when the database refuses, or at an item whose asset isn't stored
-  /// @throws std::invalid_argument at a page, bank or clip of the identity that isn't between 0 and 255, with the group stored;
-  ///         ObjectClosedException, with a log entry, when the database is closed or the file has no tables
+  /// @throws std::invalid_argument at a page, bank or clip of the identity that isn't between 0 and 255, with
+  ///         the group stored; ObjectClosedException, with a log entry, when the database is closed or the
+  ///         file has no tables
   bool Save(AnglesMediaAssetGroup& obj, bool lazy) override;
   /// Delete a group whole. That there is none is no failure.
   bool Delete(AnglesMediaAssetGroup& obj) override;

@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What `AnnotationTable` writes: an annotation beside the key of its asset. The annotation stays the
 /// caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT AnnotationEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   AnnotationEncapsulated(int64_t mediaAssetKey, Annotation& ownedAnnotation)

@@ -18,9 +18,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The annotations of all assets, with their metadata. Those of an asset are written as a whole at each save,
 /// under new keys: the key of an annotation isn't a lasting identity.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
     : public Common::Databases::Sqlite::DeclaredTable<AnnotationTable, Annotation, AnnotationEncapsulated> {
  public:

@@ -11,9 +11,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The audio part of essences. Columns are addressed by name; their order here isn't that of the stored
 /// table.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<AudioEssenceTable> {
  public:
   /// @param essenceTable  the table of all kinds, which must outlive this one

@@ -15,9 +15,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// The keywords of clips, in the operator's order.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
     : public Common::Databases::Sqlite::KeylessTable<DapOperatorKeywordsTable, KeywordEncapsulated,
                                                      KeywordEncapsulated> {

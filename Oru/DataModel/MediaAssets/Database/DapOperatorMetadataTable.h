@@ -23,9 +23,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Time codes are stored as their count of samples since 1900. Those at 50/1 and 60/1 come back as they were,
 /// but always with a date; those at other rates keep their count and come back at 1/1.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
     : public Common::Databases::Sqlite::OwnerKeyTable<DapOperatorMetadataTable, DapOperatorMetadataProfile,
                                                       DapMetadataEncapsulated> {
@@ -39,13 +36,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
 
   /// Stores the operator's profile of a dictionary for an asset, with its keywords in place of the stored
   /// ones. Without such a profile nothing is written and what is stored stays.
-  /// @return false, with a log entry, when the database refuses, and for what couldn't be read again: a time code
-  ///         with a negative count
+  /// @return false, with a log entry, when the database refuses, and for what couldn't be read again: a time
+  ///         code with a negative count
   /// @throws std::invalid_argument, as `DapOperatorMetadataProfile::DapId`, at a page, bank or row that isn't
   ///         between 0 and 255; the stored keywords are gone then
   bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
-  /// Stores a profile, whose object id becomes the asset's key, and adds its keywords. Fails as `Write`, with nothing
-  /// written.
+  /// Stores a profile, whose object id becomes the asset's key, and adds its keywords. Fails as `Write`, with
+  /// nothing written.
   bool Save(DapMetadataEncapsulated& obj, bool lazy) override;
 
   /// The keywords of the operator's view.

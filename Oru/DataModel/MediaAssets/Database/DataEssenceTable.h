@@ -10,9 +10,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// Marks essences as data; they have nothing beyond what all kinds have.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT DataEssenceTable : public EssenceKindTable<DataEssenceTable> {
  public:
   /// @param essenceTable  the table of all kinds, which must outlive this one

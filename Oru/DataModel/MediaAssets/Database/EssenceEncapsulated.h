@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What the essence tables write: an essence beside the key of the stream that it belongs to.
 /// The essence stays the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT EssenceEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   EssenceEncapsulated(int64_t streamKey, Essence& ownedEssence) : fk(streamKey), essence(ownedEssence) {}

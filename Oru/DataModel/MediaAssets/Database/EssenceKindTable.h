@@ -11,9 +11,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What the tables of the essence kinds share: the row of a kind goes with the row that all kinds have in
 /// `EssenceTable`, under the same key.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 template <class Derived>
 class ORU_DATAMODEL_DATABASE_EXPORT EssenceKindTable
     : public Common::Databases::Sqlite::ExtensionTable<

@@ -22,9 +22,6 @@ class VideoEssenceTable;
 
 /// What essences of all kinds have in common, with their metadata; the kinds add a row each in a table of
 /// their own. An essence is known by its number within its stream.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
     : public Common::Databases::Sqlite::DeclaredTable<
           EssenceTable, BusinessEntityModel::BaseTypes::PersistentObject, EssenceEncapsulated> {

@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What the group item tables write: an item beside the keys of its group and its asset and its place in
 /// the group. The item stays the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT GroupItemEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   GroupItemEncapsulated(int64_t groupKey, int64_t assetKey, MediaAssetGroupItem& item)

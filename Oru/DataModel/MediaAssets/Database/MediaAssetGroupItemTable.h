@@ -21,9 +21,6 @@ class MediaAssetTable;
 
 /// The items of groups: which assets belong to which group. Those of a group are written as a whole at each
 /// save of the group, each with its angle row.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaAssetGroupItemTable, MediaAssetGroupItem,
                                                       GroupItemEncapsulated> {

@@ -24,9 +24,6 @@ class MediaAssetTable;
 /// `AnglesMediaAssetGroupTable`; its type text plays no part.
 ///
 /// Deletion is by row: items, angle rows and operator identity go by cascade.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaAssetGroupTable, MediaAssetGroup,
                                                       MediaAssetGroup> {

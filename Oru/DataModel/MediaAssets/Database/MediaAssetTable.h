@@ -45,9 +45,6 @@ class UnusedRows;
 /// `Query::Match` searches. In a query these two are written `MediaAsset.name` and `MediaAsset.description`;
 /// a raw cursor also has the columns `nameFts` and `descriptionFts`, which mark matched terms with <b> and
 /// </b>.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaAssetTable, MediaAsset, MediaAsset> {
  public:
@@ -64,13 +61,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   /// Annotations, time bounds and generic metadata replace the stored ones. An operator's profile replaces
   /// the stored one, and its absence leaves it alone. Loaded resources and tracks are stored, and none is
   /// removed. The links to them are written when the asset is inserted and at no other time.
-  /// @return false at the first part that fails, with a log entry that says why: SQLite refused it, the file is
-  ///         locked, or a read would refuse it (a time code with a negative count, a null pointer). What was
-  ///         written before stays, and the asset keeps the object id that it reached
-  /// @throws std::invalid_argument at a page, bank or row of the operator's profile that isn't between 0 and 255
-  ///         (`DapId::Unset`), such as -1 or 256; std::bad_cast at a metadata profile that is neither generic nor
-  ///         the operator's; ObjectClosedException, with a log entry, when the database is closed or the file
-  ///         has no tables. What was written before stays then too
+  /// @return false at the first part that fails, with a log entry that says why: SQLite refused it, the file
+  ///         is locked, or a read would refuse it (a time code with a negative count, a null pointer). What
+  ///         was written before stays, and the asset keeps the object id that it reached
+  /// @throws std::invalid_argument at a page, bank or row of the operator's profile that isn't between 0 and
+  ///         255 (`DapId::Unset`), such as -1 or 256; std::bad_cast at a metadata profile that is neither
+  ///         generic nor the operator's; ObjectClosedException, with a log entry, when the database is closed
+  ///         or the file has no tables. What was written before stays then too
   bool Save(MediaAsset& obj, bool lazy) override;
 
   /// Delete assets, with all that they own, and then whatever no asset uses any more

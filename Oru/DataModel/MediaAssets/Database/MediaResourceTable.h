@@ -22,9 +22,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// Deletion is by row: what the resource owns goes by cascade. Resources that no asset uses any more are
 /// removed by `MediaAssetTable`.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaResourceTable, MediaResource, MediaResource> {
  public:

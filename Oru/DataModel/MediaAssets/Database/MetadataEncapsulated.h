@@ -10,8 +10,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What `MetadataTable` writes: one entry of a profile beside the key of the profile's owner. Alive for
 /// one save; the texts stay the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT MetadataEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   MetadataEncapsulated(int64_t ownerKey,

@@ -21,9 +21,6 @@ using MetadataRow = std::pair<std::string, std::pair<std::string, std::string>>;
 /// The generic metadata of one kind of owner: each kind has a stored table of its own, a row per entry. The
 /// rows of an owner are always written as a whole. The operator's profile isn't among them: it has tables of
 /// its own.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
     : public Common::Databases::Sqlite::KeylessTable<MetadataTable, MetadataRow, MetadataEncapsulated> {
  public:

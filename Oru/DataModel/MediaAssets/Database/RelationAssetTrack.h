@@ -7,8 +7,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// The link of an asset to a track: the keys of their rows.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrack {
   /// Keys of the two rows; -1 for none:
   int64_t asset = -1;

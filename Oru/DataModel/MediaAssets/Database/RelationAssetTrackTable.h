@@ -13,9 +13,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The links of assets to tracks. Nothing keeps a pair from being stored twice; `MediaAssetTable` writes
 /// links only for an asset that it has just inserted.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrackTable
     : public Common::Databases::Sqlite::KeylessTable<RelationAssetTrackTable, RelationAssetTrack,
                                                      RelationAssetTrack> {

@@ -13,9 +13,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The links of assets to media resources. Nothing keeps a pair from being stored twice; `MediaAssetTable`
 /// writes links only for an asset that it has just inserted.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT RelationMediasTable
     : public Common::Databases::Sqlite::KeylessTable<RelationMediasTable, RelationMedias, RelationMedias> {
  public:

@@ -10,8 +10,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What `StreamTable` writes: a stream beside the key of the resource that it belongs to.
 /// The stream stays the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT StreamEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   StreamEncapsulated(int64_t mediaResourceKey, Stream& ownedStream)

@@ -22,9 +22,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The streams of media resources, with their essences, time bounds and technical metadata. The locations of
 /// a stream aren't stored.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
     : public Common::Databases::Sqlite::DeclaredTable<
           StreamTable, BusinessEntityModel::BaseTypes::PersistentObject, StreamEncapsulated> {

@@ -9,8 +9,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// What `TimeBoundsTable` writes: bounds beside the key of their owner. Alive for one save; the bounds
 /// stay the caller's.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsEncapsulated {
   /// Refers to the object, which stays the caller's and must outlive this.
   TimeBoundsEncapsulated(int64_t ownerKey, const TimePoints::TimeBounds& ownedBounds)

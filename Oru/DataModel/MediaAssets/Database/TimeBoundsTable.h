@@ -15,9 +15,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The time bounds of one kind of owner: each kind has a stored table of its own. The rows have no identity;
 /// those of an owner are always written as a whole.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
     : public Common::Databases::Sqlite::KeylessTable<TimeBoundsTable, TimePoints::TimeBounds,
                                                      TimeBoundsEncapsulated> {

@@ -7,8 +7,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// One row of `TrackChannelTable`: which channel of which essence a track takes.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 struct ORU_DATAMODEL_DATABASE_EXPORT TrackChannelEncapsulated {
   TrackChannelEncapsulated() = default;
   /// Refers to the object, which stays the caller's and must outlive this.

@@ -19,9 +19,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 /// The channels of tracks. A stored channel refers to the row of its essence, which the model knows by the
 /// stream's identifier and the essence's number.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
     : public Common::Databases::Sqlite::KeylessTable<TrackChannelTable, TrackChannelEncapsulated,
                                                      TrackChannelEncapsulated> {

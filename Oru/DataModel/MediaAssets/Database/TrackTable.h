@@ -19,9 +19,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// Tracks, with their channels. Several assets may share a track.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
     : public Common::Databases::Sqlite::DeclaredTable<TrackTable, Track, Track> {
  public:

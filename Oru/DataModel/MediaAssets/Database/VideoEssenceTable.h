@@ -10,9 +10,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 /// The video part of essences.
-///
-/// Threads: one table object serves one caller at a time; different table objects of one database may be used
-/// from different threads at once.
 class ORU_DATAMODEL_DATABASE_EXPORT VideoEssenceTable : public EssenceKindTable<VideoEssenceTable> {
  public:
   /// @param essenceTable  the table of all kinds, which must outlive this one

@@ -25,8 +25,6 @@ namespace Oru::DataModel::MediaAssets {
 ///     page 12, bank 1, row not set, camera '!'      "(12)1-(33)" "0/(12)1-(33)" "dap://0/12/1/-/33"
 ///
 /// The parsers are strict: each id has one text of each form, and nothing else is read.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT DapId {
  public:
   /// The bounds of the grid, both included:

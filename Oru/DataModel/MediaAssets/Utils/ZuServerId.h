@@ -15,8 +15,6 @@ namespace Oru::DataModel::MediaAssets {
 ///
 /// The operations with numbers are compiled into each library that uses them, so that a program needn't link
 /// this one for them.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class ORU_DATAMODEL_EXPORT ZuServerId {
  public:
   /// No server.

@@ -18,8 +18,6 @@ namespace Oru::TimePoints {
 ///
 /// A new builder is at 1900-01-01 00:00:00:00, 50 samples a second, without drop and without a date.
 /// `Year` and `Date` give the time code a date; `Month` and `Day` alone don't.
-///
-/// Threads: a value belongs to one thread at a time; distinct values are independent.
 class TimeCodeBuilder {
  public:
   TimeCodeBuilder() = default;

@@ -16,8 +16,6 @@ namespace Oru::TimePoints {
 /// | 90 minutes and 20 ms | `01:30:00.020000000` |
 /// | one nanosecond backwards | `-00:00:00.000000001` |
 /// | `Duration::MaxValue()` | `2562047:47:16.854775807` |
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class ClockDurationFormatter : public DurationFormatter {
  public:
   std::string Format(const Duration& value) const override {

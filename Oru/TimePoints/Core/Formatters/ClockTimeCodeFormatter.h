@@ -19,12 +19,10 @@ namespace Oru::TimePoints {
 /// | 50/1 with a date | `2024-02-29 10:00:00:49` |
 /// | 120/1, clock only | `10:00:00:007` |
 ///
-/// `ClockTimeCodeParser` of the same rate reads back all that `TimeCodeBuilder` builds from a frame number that
-/// isn't negative. Beyond that, text says less than a count: a time code without a date that was
-/// carried past midnight shows the clock of its day, and a year outside 1900 to 2261 is shown though no
-/// parser takes it. Throws `std::out_of_range` as the fields of `TimeCode` do.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
+/// `ClockTimeCodeParser` of the same rate reads back all that `TimeCodeBuilder` builds from a frame number
+/// that isn't negative. Beyond that, text says less than a count: a time code without a date that was carried
+/// past midnight shows the clock of its day, and a year outside 1900 to 2261 is shown though no parser takes
+/// it. Throws `std::out_of_range` as the fields of `TimeCode` do.
 class ClockTimeCodeFormatter : public TimeCodeFormatter {
  public:
   std::string Format(const TimeCode& value) const override {

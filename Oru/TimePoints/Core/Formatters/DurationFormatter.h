@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class Duration;
 
 /// Writes a duration as text: the class to derive from, and what `Duration::ToString` takes.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class DurationFormatter : public ValueFormatter<Duration> {};
 
 }  // namespace Oru::TimePoints

@@ -8,8 +8,6 @@
 namespace Oru::TimePoints {
 
 /// Writes a rate as numerator and denominator, as they are: `50/1`, `30000/1001`, `100/2`, `-1/3`.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class FractionRateFormatter : public RateFormatter {
  public:
   std::string Format(const Rate& value) const override { return value.ToString(); }

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class Rate;
 
 /// Writes a rate as text: the class to derive from, and what `Rate::ToString` takes.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class RateFormatter : public ValueFormatter<Rate> {};
 
 }  // namespace Oru::TimePoints

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimeBoundary;
 
 /// Writes a time boundary as text: the class to derive from, and what `TimeBoundary::ToString` takes.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class TimeBoundaryFormatter : public ValueFormatter<TimeBoundary> {};
 
 }  // namespace Oru::TimePoints

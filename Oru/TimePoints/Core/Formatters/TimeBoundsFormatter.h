@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimeBounds;
 
 /// Writes a pair of time bounds as text: the class to derive from, and what `TimeBounds::ToString` takes.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class TimeBoundsFormatter : public ValueFormatter<TimeBounds> {};
 
 }  // namespace Oru::TimePoints

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimeCode;
 
 /// Writes a time code as text: the class to derive from, and what `TimeCode::ToString` takes.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class TimeCodeFormatter : public ValueFormatter<TimeCode> {};
 
 }  // namespace Oru::TimePoints

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimePoint;
 
 /// Writes a time point as text: the class to derive from, and what `TimePoint::ToString` takes.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class TimePointFormatter : public ValueFormatter<TimePoint> {};
 
 }  // namespace Oru::TimePoints

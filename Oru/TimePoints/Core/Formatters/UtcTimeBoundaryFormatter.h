@@ -16,8 +16,6 @@ namespace Oru::TimePoints {
 /// | moving | `2024-02-29T10:00:00.000000000Z moving` |
 /// | a default one | `unset` |
 /// | moving, with no instant yet | `unset moving` |
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class UtcTimeBoundaryFormatter : public TimeBoundaryFormatter {
  public:
   std::string Format(const TimeBoundary& value) const override {

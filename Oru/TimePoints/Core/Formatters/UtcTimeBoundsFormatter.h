@@ -10,8 +10,6 @@ namespace Oru::TimePoints {
 
 /// Writes bounds as the texts of `UtcTimeBoundaryFormatter` for in and out, with a slash between:
 /// `2024-02-29T10:00:00.000000000Z/2024-02-29T10:05:00.000000000Z moving`, `unset/unset`.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class UtcTimeBoundsFormatter : public TimeBoundsFormatter {
  public:
   std::string Format(const TimeBounds& value) const override {

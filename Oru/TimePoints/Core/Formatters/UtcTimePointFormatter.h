@@ -20,8 +20,6 @@ namespace Oru::TimePoints {
 /// | -1 | `1969-12-31T23:59:59.999999999Z` |
 /// | `TimePoint::MaxValue()` | `2262-04-11T23:47:16.854775807Z` |
 /// | `TimePoint::Empty()` | `1677-09-21T00:12:43.145224193Z` |
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 class UtcTimePointFormatter : public TimePointFormatter {
  public:
   std::string Format(const TimePoint& value) const override {

@@ -5,8 +5,6 @@
 namespace Oru::TimePoints {
 
 /// What the formatters of all time values share.
-///
-/// Threads: a formatter belongs to one thread at a time; distinct formatters are independent.
 template <class T>
 class ValueFormatter {
  public:

@@ -12,8 +12,6 @@ namespace Oru::TimePoints {
 /// Reads a duration from `[-]HH:MM:SS.nnnnnnnnn`, what `ClockDurationFormatter` writes. The hours have two
 /// digits or more; the fraction has one to nine digits, or is left out with its point: `00:00:01.5`,
 /// `-100:00:00`.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class ClockDurationParser : public DurationParser {
  public:
   Duration Parse(const std::string& text) override {

@@ -19,8 +19,6 @@ namespace Oru::TimePoints {
 ///     TimeCode::Parse("2024-02-29T10:00:00:00", parser);
 ///
 /// A text of the right form is refused where `TimeCodeBuilder` refuses the fields.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class ClockTimeCodeParser : public TimeCodeParser {
  public:
   /// @param sampleRate  the rate that the time codes are given

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class Duration;
 
 /// Reads a duration from text: the class to derive from, and what `Duration::Parse` takes.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class DurationParser : public ValueParser<Duration> {};
 
 }  // namespace Oru::TimePoints

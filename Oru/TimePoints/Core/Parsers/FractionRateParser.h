@@ -11,8 +11,6 @@ namespace Oru::TimePoints {
 
 /// Reads a rate from `numerator/denominator`, what `FractionRateFormatter` writes, or from a whole number
 /// alone: `30000/1001`, `50/1`, `50`. Nothing is reduced.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class FractionRateParser : public RateParser {
  public:
   Rate Parse(const std::string& text) override {

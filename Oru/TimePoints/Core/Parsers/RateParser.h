@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class Rate;
 
 /// Reads a rate from text: the class to derive from, and what `Rate::Parse` takes.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class RateParser : public ValueParser<Rate> {};
 
 }  // namespace Oru::TimePoints

@@ -12,8 +12,6 @@ namespace Oru::TimePoints {
 
 /// Walks through a text from beginning to end, piece by piece. A piece that isn't there, or isn't right,
 /// throws `std::invalid_argument` with the text, the form that was wanted, and what is wrong.
-///
-/// Threads: a reader belongs to one thread at a time; distinct readers are independent.
 class TextReader {
  public:
   /// `formDescription` says what the text should be: "a duration [-]HH:MM:SS.nnnnnnnnn".

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimeBoundary;
 
 /// Reads a time boundary from text: the class to derive from, and what `TimeBoundary::Parse` takes.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class TimeBoundaryParser : public ValueParser<TimeBoundary> {};
 
 }  // namespace Oru::TimePoints

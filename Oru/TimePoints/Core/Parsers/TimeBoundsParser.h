@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimeBounds;
 
 /// Reads a pair of time bounds from text: the class to derive from, and what `TimeBounds::Parse` takes.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class TimeBoundsParser : public ValueParser<TimeBounds> {};
 
 }  // namespace Oru::TimePoints

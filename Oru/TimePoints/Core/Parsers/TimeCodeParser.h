@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimeCode;
 
 /// Reads a time code from text: the class to derive from, and what `TimeCode::Parse` takes.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class TimeCodeParser : public ValueParser<TimeCode> {};
 
 }  // namespace Oru::TimePoints

@@ -7,8 +7,6 @@ namespace Oru::TimePoints {
 class TimePoint;
 
 /// Reads a time point from text: the class to derive from, and what `TimePoint::Parse` takes.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class TimePointParser : public ValueParser<TimePoint> {};
 
 }  // namespace Oru::TimePoints

@@ -10,8 +10,6 @@ namespace Oru::TimePoints {
 
 /// Reads a boundary from what `UtcTimeBoundaryFormatter` writes: an instant that `UtcTimePointParser` takes,
 /// or `unset`; ` moving` may follow.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class UtcTimeBoundaryParser : public TimeBoundaryParser {
  public:
   TimeBoundary Parse(const std::string& text) override {

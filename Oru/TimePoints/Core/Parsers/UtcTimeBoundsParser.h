@@ -11,8 +11,6 @@ namespace Oru::TimePoints {
 
 /// Reads bounds from what `UtcTimeBoundsFormatter` writes: in and out, each as `UtcTimeBoundaryParser` takes
 /// it, with a slash between.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class UtcTimeBoundsParser : public TimeBoundsParser {
  public:
   TimeBounds Parse(const std::string& text) override {

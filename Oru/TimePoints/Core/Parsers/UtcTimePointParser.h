@@ -14,8 +14,6 @@ namespace Oru::TimePoints {
 /// Reads a time point from `YYYY-MM-DDTHH:MM:SS.nnnnnnnnnZ`, what `UtcTimePointFormatter` writes. The
 /// fraction has one to nine digits, or is left out with its point: `2024-02-29T10:00:00Z`. Only UTC is taken,
 /// and no leap second.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 class UtcTimePointParser : public TimePointParser {
  public:
   TimePoint Parse(const std::string& text) override {

@@ -7,8 +7,6 @@
 namespace Oru::TimePoints {
 
 /// What the parsers of all time values share. A concrete parser writes `Parse`; the other two follow it.
-///
-/// Threads: a parser belongs to one thread at a time; distinct parsers are independent.
 template <class T>
 class ValueParser {
  public:

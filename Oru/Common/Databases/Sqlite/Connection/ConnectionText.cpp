@@ -20,7 +20,7 @@ int HexDigit(char c) {
   return -1;
 }
 
-// As https://sqlite.org/uri.html tells: %HH stands for a byte, and an unfinished escape for itself.
+// See https://sqlite.org/uri.html: %HH is a byte, and an unfinished escape is itself.
 std::string PercentDecoded(std::string_view text) {
   std::string decoded;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -89,7 +89,7 @@ bool HasOption(std::string_view text) {
 // What is wrong with the whole of a text, empty for nothing.
 std::string FaultOf(const std::string& text) {
   const bool isUri = text.compare(0, 5, "file:") == 0;
-  // SQLite would take what stands before it for the whole name.
+  // SQLite would take what is before it for the whole name.
   const bool hasNul = text.find('\0') != std::string::npos ||
                       (isUri && text.substr(0, text.find('#')).find("%00") != std::string::npos);
   if (hasNul) return "the connection text holds a NUL byte";

@@ -6,7 +6,7 @@
 namespace Oru::Common::Databases::Sqlite {
 
 /// What a connection text asks for: a path, or a `file:` URI that may carry options of this library beside
-/// those of SQLite. Internal to the access layer.
+/// those of SQLite.
 struct ConnectionText {
   /// Milliseconds that a statement waits for another connection's lock; option `_busy_timeout`.
   int busyTimeout = 5000;

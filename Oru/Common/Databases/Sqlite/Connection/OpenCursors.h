@@ -7,7 +7,7 @@ namespace Oru::Common::Databases::Sqlite {
 class CursorSqlite;
 
 /// The cursors that are open on one connection, so that closing it can close them first: a connection with a
-/// live statement doesn't close (https://sqlite.org/c3ref/close.html). Internal to the access layer.
+/// live statement doesn't close (https://sqlite.org/c3ref/close.html).
 ///
 /// Threads: may be used from several threads at once.
 class OpenCursors {

@@ -13,8 +13,7 @@ struct sqlite3;
 namespace Oru::Common::Databases::Sqlite {
 
 /// The open savepoints of one connection, the innermost last. The statements for each depth are prepared
-/// once, before its first savepoint begins: a rollback must not fail for want of memory. Internal to the
-/// access layer.
+/// once, before its first savepoint begins, so that a rollback can't fail for lack of memory.
 ///
 /// Threads: to be used with the connection locked.
 class Savepoints {
@@ -24,7 +23,7 @@ class Savepoints {
   /// Commits a savepoint and those within it.
   /// @return SQLite's result code; they are all still open unless that is SQLITE_OK
   int Release(std::size_t depth);
-  /// Goes back to the begin of a savepoint. It and those within it are no longer open then.
+  /// Goes back to the beginning of a savepoint. It and those within it are no longer open then.
   /// @param undone  set to how many rows were changed since, and not taken back before
   /// @return SQLite's result code
   int Rollback(sqlite3* handle, std::size_t depth, int64_t& undone);

@@ -8,9 +8,7 @@
 namespace Oru::Common::Databases::Sqlite {
 
 /// The names of a statement's columns or parameters, in their order. It learns in which order they are looked
-/// up, since that repeats with each row, and tries that first. Internal to the access layer.
-///
-/// Threads: a value belongs to one thread at a time.
+/// up, which is the same for each row, and tries that order first.
 class NameIndex {
  public:
   void Add(std::string name) {
@@ -26,7 +24,7 @@ class NameIndex {
   const std::string& operator[](std::size_t place) const { return mNames[place]; }
 
   /// The place of a name, from 0; of the first when several are the same, -1 when there is none.
-  /// @param last  the place behind the name that was found before, 0 at first; set to that behind this one
+  /// @param last  the place after the name that was found before, 0 at first; set to the place after this one
   int Find(const std::string& name, std::size_t& last) {
     const std::size_t place = mFollowers[last];
     if (place >= mNames.size() || mNames[place] != name) return Search(name, last);
@@ -39,7 +37,7 @@ class NameIndex {
   int Search(const std::string& name, std::size_t& last);
 
   std::vector<std::string> mNames;
-  // What was looked up behind each place, and at first.
+  // What was looked up after each place, and at first.
   std::vector<std::size_t> mFollowers = {0};
 };
 

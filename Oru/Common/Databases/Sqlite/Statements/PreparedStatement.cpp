@@ -10,23 +10,23 @@ namespace Oru::Common::Databases::Sqlite {
 
 namespace {
 
-// What a statement may hold on to for each parameter while it waits for its next use.
-constexpr std::size_t LongestKeptText = 256;
+// The longest text whose memory a statement reuses.
+constexpr std::size_t LongestReusedText = 256;
 
 }  // namespace
 
 std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, std::string_view text,
-                                                              bool isKept, std::string_view* rest) {
+                                                              bool isCached, std::string_view* rest) {
   sqlite3_stmt* statement = nullptr;
   const char* end = nullptr;
-  const unsigned int flags = isKept ? SQLITE_PREPARE_PERSISTENT : 0;
+  const unsigned int flags = isCached ? SQLITE_PREPARE_PERSISTENT : 0;
   const int bytes = text.size() > INT_MAX ? INT_MAX : static_cast<int>(text.size());
   const auto prepare = [&] {
     return sqlite3_prepare_v3(handle, text.data(), bytes, flags, &statement, &end);
   };
   // A statement that needs the full-text index may be the first to find that another connection has changed
-  // the schema. Taking up the index then reads the schema again in the midst of the statement, which knows
-  // none of its tables any more, and SQLite 3.40 gives up at the second such try. The next one finds them.
+  // the schema. Then SQLite 3.40 reads the schema again while it prepares the statement, which thereby loses
+  // its tables, and it gives up after the second try. The next call finds them.
   if ((prepare() & 0xFF) == SQLITE_SCHEMA) prepare();
   if (rest) *rest = end ? text.substr(static_cast<std::size_t>(end - text.data())) : std::string_view();
   if (!statement) return nullptr;
@@ -67,14 +67,14 @@ void PreparedStatement::NoticeNewPreparation() {
 
 int PreparedStatement::BindText(int number, const std::string& text) {
   const auto place = static_cast<std::size_t>(number) - 1;
-  // A number that isn't one of the parameters is SQLite's to refuse.
-  if (text.size() > LongestKeptText || place >= mParameters.Size()) {
+  // SQLite refuses a number that isn't one of the parameters.
+  if (text.size() > LongestReusedText || place >= mParameters.Size()) {
     return sqlite3_bind_text64(mStatement, number, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
   }
   if (mTexts.empty()) mTexts.resize(mParameters.Size());
-  std::string& kept = mTexts[place];
-  kept = text;
-  return sqlite3_bind_text64(mStatement, number, kept.data(), kept.size(), SQLITE_STATIC, SQLITE_UTF8);
+  std::string& copy = mTexts[place];
+  copy = text;
+  return sqlite3_bind_text64(mStatement, number, copy.data(), copy.size(), SQLITE_STATIC, SQLITE_UTF8);
 }
 
 int PreparedStatement::BindAll(const std::vector<StatementValue>& values) {
@@ -89,7 +89,7 @@ int PreparedStatement::BindAll(const std::vector<StatementValue>& values) {
       return sqlite3_bind_text64(mStatement, number, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8);
     }
     if constexpr (std::is_same_v<Value, std::vector<uint8_t>>) {
-      // SQLite takes a null pointer for NULL; no bytes are not nothing.
+      // A null pointer would bind NULL.
       const void* data = value.empty() ? static_cast<const void*>("") : value.data();
       return sqlite3_bind_blob64(mStatement, number, data, value.size(), SQLITE_STATIC);
     }

@@ -14,16 +14,14 @@ struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// One statement of SQLite, with what is known of its columns and parameters. Internal to the access layer.
-///
-/// Threads: a statement belongs to one thread at a time.
+/// One statement of SQLite, with what is known of its columns and parameters.
 class PreparedStatement {
  public:
-  /// Prepares the first statement of a text; null when SQLite refuses, its reason then standing in the
+  /// Prepares the first statement of a text; null when SQLite refuses, its reason then being in the
   /// handle, or when the text holds none.
-  /// @param isKept  whether the statement will be used many times
-  /// @param rest    set to what follows the statement in the text, unless null
-  static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, std::string_view text, bool isKept,
+  /// @param isCached  whether the statement will be used many times
+  /// @param rest      set to what follows the statement in the text, unless null
+  static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, std::string_view text, bool isCached,
                                                     std::string_view* rest = nullptr);
 
   PreparedStatement(const PreparedStatement&) = delete;
@@ -42,13 +40,12 @@ class PreparedStatement {
   /// The names of the parameters, without the prefix character; empty for those that have none.
   NameIndex& Parameters() { return mParameters; }
 
-  /// Reads the columns again if SQLite has prepared the statement anew, as it does by itself when the schema
-  /// has changed. To be called behind the first step of a run.
+  /// Reads the columns again if SQLite has prepared the statement again, as it does by itself when the schema
+  /// has changed. To be called after the first step of a run.
   void NoticeNewPreparation();
 
-  /// Binds a text, of which the statement keeps a copy. The copy takes the place of that parameter's last
-  /// one, so that a row written again and again needs no new memory. Only for a statement that is rewound and
-  /// waits for its values.
+  /// Binds a copy of a text. It replaces the parameter's last copy, so that the next row needs no new memory.
+  /// Only for a statement that is rewound.
   /// @param number  the parameter, from 1
   /// @return SQLite's result code
   int BindText(int number, const std::string& text);
@@ -63,7 +60,7 @@ class PreparedStatement {
   /// Rewinds and clears the bindings, to serve the next user.
   void Clear();
 
-  /// Where the statement cache keeps statements of this text; null for a statement that isn't kept.
+  /// Where the cache holds statements of this text; null for a statement that isn't cached.
   void* slot = nullptr;
 
  private:

@@ -52,7 +52,7 @@ std::string Literal(int64_t value) {
 std::string Literal(double value) {
   if (std::isnan(value)) return "NULL";
   if (std::isinf(value)) return value > 0 ? "9e999" : "-9e999";
-  // Not printf, which writes a comma where the program's locale does.
+  // Not printf, which follows the program's locale.
   char text[40];
   const char* end = std::to_chars(text, text + sizeof text, value, std::chars_format::general, 17).ptr;
   std::string literal(static_cast<const char*>(text), end);

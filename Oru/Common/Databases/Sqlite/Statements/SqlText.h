@@ -5,14 +5,14 @@
 #include <string_view>
 #include <vector>
 
-// How names and values are written into SQL text. Internal to the access layer.
+// How names and values are written into SQL text.
 namespace Oru::Common::Databases::Sqlite::SqlText {
 
 /// Gives the name back if it is one or more plain identifiers joined by dots.
-/// @throws ArgumentException otherwise: a name is never a place for anything else
+/// @throws ArgumentException otherwise
 const std::string& CheckedName(const std::string& name);
 
-/// One name between double quotes, quotes doubled, whatever it is made of.
+/// Any one name between double quotes, with its quotes doubled.
 std::string QuotedName(const std::string& name);
 
 std::string Literal(int64_t value);
@@ -23,7 +23,7 @@ std::string Literal(double value);
 std::string Literal(const std::string& value);
 std::string Literal(const std::vector<uint8_t>& bytes);
 
-/// A pattern for `LIKE ... ESCAPE '\'` in which the text stands for itself.
+/// A pattern for `LIKE ... ESCAPE '\'` that matches the text itself.
 std::string EscapedForLike(std::string_view text);
 
 }  // namespace Oru::Common::Databases::Sqlite::SqlText

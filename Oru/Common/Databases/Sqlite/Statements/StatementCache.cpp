@@ -39,7 +39,7 @@ StatementCache::~StatementCache() = default;
 std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, std::string_view text,
                                                         std::string_view* rest) {
   std::string_view tail;
-  std::unique_ptr<PreparedStatement> statement = TakeIdle(text);
+  std::unique_ptr<PreparedStatement> statement = TakeCached(text);
   if (!statement) {
     const bool isWorthKeeping = IsWorthKeeping(text);
     statement = PreparedStatement::Prepare(handle, text, isWorthKeeping, &tail);
@@ -50,17 +50,17 @@ std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, std::st
   return statement;
 }
 
-std::unique_ptr<PreparedStatement> StatementCache::TakeIdle(std::string_view text) {
+std::unique_ptr<PreparedStatement> StatementCache::TakeCached(std::string_view text) {
   const std::lock_guard<std::mutex> lock(mMutex);
   const auto found = mByText.find(text);
   if (found == mByText.end()) return nullptr;
   const Slots::iterator slot = found->second;
   mSlots.splice(mSlots.begin(), mSlots, slot);
-  if (slot->idle.empty()) return nullptr;
-  std::unique_ptr<PreparedStatement> statement = std::move(slot->idle.back());
-  slot->idle.pop_back();
+  if (slot->cached.empty()) return nullptr;
+  std::unique_ptr<PreparedStatement> statement = std::move(slot->cached.back());
+  slot->cached.pop_back();
   ++slot->outCount;
-  --mIdleCount;
+  --mCount;
   return statement;
 }
 
@@ -87,9 +87,9 @@ void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool i
   Slot& slot = *static_cast<Slot*>(statement->slot);
   --slot.outCount;
   if (isSound) {
-    slot.idle.push_back(std::move(statement));
-    ++mIdleCount;
-    while (mIdleCount > mCapacity)
+    slot.cached.push_back(std::move(statement));
+    ++mCount;
+    while (mCount > mCapacity)
       dropped.push_back(TakeLeastRecentlyUsed());
   } else {
     dropped.push_back(std::move(statement));
@@ -99,17 +99,17 @@ void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool i
 
 std::unique_ptr<PreparedStatement> StatementCache::TakeLeastRecentlyUsed() {
   auto slot = std::prev(mSlots.end());
-  while (slot->idle.empty())
+  while (slot->cached.empty())
     --slot;
-  std::unique_ptr<PreparedStatement> statement = std::move(slot->idle.back());
-  slot->idle.pop_back();
-  --mIdleCount;
+  std::unique_ptr<PreparedStatement> statement = std::move(slot->cached.back());
+  slot->cached.pop_back();
+  --mCount;
   EraseIfUnused(slot);
   return statement;
 }
 
 void StatementCache::EraseIfUnused(Slots::iterator slot) {
-  if (!slot->idle.empty() || slot->outCount > 0) return;
+  if (!slot->cached.empty() || slot->outCount > 0) return;
   mByText.erase(slot->text);
   mSlots.erase(slot);
 }
@@ -130,15 +130,15 @@ void StatementCache::Clear() {
   const std::lock_guard<std::mutex> lock(mMutex);
   for (auto slot = mSlots.begin(); slot != mSlots.end();) {
     const auto current = slot++;
-    dropped.push_back(std::exchange(current->idle, {}));
+    dropped.push_back(std::exchange(current->cached, {}));
     EraseIfUnused(current);
   }
-  mIdleCount = 0;
+  mCount = 0;
 }
 
-std::size_t StatementCache::IdleCount() const {
+std::size_t StatementCache::Count() const {
   const std::lock_guard<std::mutex> lock(mMutex);
-  return mIdleCount;
+  return mCount;
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

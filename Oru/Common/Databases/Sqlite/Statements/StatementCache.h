@@ -14,16 +14,16 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// The idle prepared statements of one connection, by their exact text: those used least recently go first
-/// when there are too many. A statement is taken out while it is used, so that nobody shares it, and comes
-/// back rewound and with its bindings cleared. Internal to the access layer.
+/// The cached statements of one connection, by their exact text. If there are too many, the least recently
+/// used are finalised first. A statement is taken out while it is used, so that it is never shared, and comes
+/// back rewound and with its bindings cleared.
 ///
 /// Threads: may be used from several threads at once.
 class StatementCache {
  public:
   /// Enough for all the texts that the tables of a data model database write, with room for the caller's own.
   static constexpr std::size_t DefaultCapacity = 256;
-  /// A longer text, in bytes, isn't kept: a list of thousands of keys isn't worth its memory.
+  /// A longer text, in bytes, isn't cached: a list of thousands of keys isn't worth its memory.
   static constexpr std::size_t LongestText = 16384;
 
   explicit StatementCache(std::size_t capacity = DefaultCapacity);
@@ -31,31 +31,31 @@ class StatementCache {
   StatementCache& operator=(const StatementCache&) = delete;
   ~StatementCache();
 
-  /// Gives a statement for the first statement of a text: an idle one or a new one. Null when SQLite refuses,
-  /// its reason then standing in the handle, or when the text holds none.
+  /// Gives a statement for the first statement of a text: a cached one or a new one. Null when SQLite
+  /// refuses, its reason then being in the handle, or when the text holds none.
   ///
-  /// What reads and writes rows is kept; what else there is (schema, settings, transactions) is prepared for
-  /// one use, and so is a text of several statements.
+  /// Statements that read or write rows are cached. Others (schema, settings, transactions) and texts of
+  /// several statements are prepared for one use.
   /// @param rest  set to what follows the statement in the text, unless null
   std::unique_ptr<PreparedStatement> Take(sqlite3* handle, std::string_view text,
                                           std::string_view* rest = nullptr);
 
-  /// Keeps a statement for its next use; finalises one that isn't of this cache, and one that `isSound` is
-  /// false for: a statement whose step failed is better prepared again.
+  /// Caches a statement for its next use. Finalises one that isn't of this cache, and one whose step failed.
+  /// @param isSound  whether no step failed
   void Return(std::unique_ptr<PreparedStatement> statement, bool isSound);
 
-  /// Prepares the rollback of a transaction that is about to begin: it must not fail for want of memory
-  /// later.
+  /// Prepares the rollback of a transaction that is about to begin, so that it can't fail later for lack of
+  /// memory.
   /// @return false when SQLite refuses
   bool PrepareRollback(sqlite3* handle);
-  /// Rolls back, by the kept statement if there is one.
+  /// Rolls back, by the prepared statement if there is one.
   /// @return false when SQLite fails at it
   bool Rollback(sqlite3* handle);
 
-  /// Finalises all idle statements.
+  /// Finalises all cached statements.
   void Clear();
 
-  std::size_t IdleCount() const;
+  std::size_t Count() const;
 
  private:
   using Statements = std::vector<std::unique_ptr<PreparedStatement>>;
@@ -71,27 +71,27 @@ class StatementCache {
   // All statements of one text. A slot stays while a statement of it is out, which knows it by its address.
   struct Slot {
     std::string text;
-    Statements idle;
+    Statements cached;
     std::size_t outCount = 0;
     std::list<Slot>::iterator self;
   };
   using Slots = std::list<Slot>;
 
-  std::unique_ptr<PreparedStatement> TakeIdle(std::string_view text);
+  std::unique_ptr<PreparedStatement> TakeCached(std::string_view text);
   void Register(PreparedStatement& statement, std::string_view text);
-  // There must be an idle one.
+  // There must be a cached one.
   std::unique_ptr<PreparedStatement> TakeLeastRecentlyUsed();
   void EraseIfUnused(Slots::iterator slot);
 
   std::unique_ptr<PreparedStatement> mRollback;
   const std::size_t mCapacity;
-  // Never held while a statement is prepared or finalised: that takes the connection's mutex, whose holder
-  // may be about to take a statement from here.
+  // Never held while a statement is prepared or finalised: that takes the connection's mutex, whose owner may
+  // be waiting for this one.
   mutable std::mutex mMutex;
   // Most recently used first.
   Slots mSlots;
   std::unordered_map<std::string_view, Slots::iterator, TextHash> mByText;
-  std::size_t mIdleCount = 0;
+  std::size_t mCount = 0;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -20,15 +20,14 @@ std::string FirstColumn(sqlite3_stmt* row) {
 
 // https://sqlite.org/pragma.html#pragma_foreign_key_check
 std::string ForeignKeyFinding(sqlite3_stmt* row) {
-  return "row " + Text(row, 1) + " of " + Text(row, 0) + " refers to a row of " + Text(row, 2) +
-         " that isn't there";
+  return "row " + Text(row, 1) + " of " + Text(row, 0) + " refers to a missing row of " + Text(row, 2);
 }
 
 }  // namespace
 
 int IntegrityCheck::Run() {
   int code = FindRows("PRAGMA main.integrity_check", FirstColumn, mFindings);
-  // What is sound is told by one row as well.
+  // SQLite reports a sound file by one row.
   if (!mFindings.empty() && mFindings.front() == "ok") mFindings.clear();
   if (code == SQLITE_OK) code = FindRows("PRAGMA main.foreign_key_check", ForeignKeyFinding, mFindings);
   // SQLite checks a full-text index by a statement that counts as a write.
@@ -61,7 +60,7 @@ int IntegrityCheck::CheckFullTextIndex(const std::string& table) {
   return code == SQLITE_OK ? SQLITE_OK : Judge("full-text index " + table + ": ");
 }
 
-// Tells damage, which is a finding, from what has nothing to do with the content of the file.
+// Damage is a finding; other failures have nothing to do with the content of the file.
 int IntegrityCheck::Judge(const std::string& prefix) {
   const int code = sqlite3_extended_errcode(mHandle);
   const int plainCode = code & 0xFF;

@@ -9,7 +9,7 @@ struct sqlite3_stmt;
 namespace Oru::Common::Databases::Sqlite {
 
 /// Looks for damage in the main file of a connection: its pages and indexes, its foreign keys, and each
-/// full-text index against the texts that it indexes. Internal to the access layer.
+/// full-text index against the texts that it indexes.
 ///
 /// Threads: to be used with the connection locked.
 class IntegrityCheck {

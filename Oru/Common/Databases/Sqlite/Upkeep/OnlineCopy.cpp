@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// At 4096 bytes a page, 1 MiB for which others wait.
+// Others wait for this many: 1 MiB at 4096 bytes a page.
 constexpr int FirstStep = 256;
 constexpr int LargestStep = 1 << 24;
 constexpr std::chrono::microseconds Pause(100);
@@ -30,7 +30,7 @@ std::string SystemText(const std::string& file) {
   return file + ": " + std::generic_category().message(errno);
 }
 
-// Not to be read by more users than the source is; a source in memory has no file to go by.
+// The copy gets the permissions of the source, if the source is a file.
 mode_t PermissionsLike(sqlite3* source) {
   struct stat status = {};
   const char* file = sqlite3_db_filename(source, "main");
@@ -38,7 +38,7 @@ mode_t PermissionsLike(sqlite3* source) {
   return isFile ? status.st_mode & 0666U : 0644U;
 }
 
-// As a new name survives a crash of the machine only once the folder is written too.
+// A new name survives a crash of the machine only if the folder is written too.
 void SyncFolderOf(const std::string& file) {
   const std::string folder = std::filesystem::path(file).parent_path().string();
   const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -47,8 +47,7 @@ void SyncFolderOf(const std::string& file) {
   close(descriptor);
 }
 
-// Never over a file that somebody else has put there meanwhile. File systems that can't promise that get the
-// plain form.
+// Never replaces a file that was made meanwhile, except on file systems that can't prevent it.
 bool RenameToNewName(const std::string& from, const std::string& to) {
   if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return true;
   return (errno == EINVAL || errno == ENOSYS) && std::rename(from.c_str(), to.c_str()) == 0;
@@ -60,11 +59,11 @@ OnlineCopy::Failure::Failure(int sqliteCode)
     : std::runtime_error(sqlite3_errstr(sqliteCode)), mCode(sqliteCode) {}
 
 std::string OnlineCopy::WhyNoTarget(const std::string& target) {
-  // What SQLite would take for something else than a path.
+  // SQLite takes these for something else than a path.
   const bool hasNul = target.find('\0') != std::string::npos;
   if (target.empty() || hasNul || target[0] == ':' || target.compare(0, 5, "file:") == 0)
     return "\"" + target + "\" is no path";
-  // A journal that somebody left behind would be rolled back into the copy at its first opening.
+  // SQLite would roll a left-over journal back into the copy at its first opening.
   for (const char* suffix : {"", "-journal", "-wal"}) {
     std::error_code error;
     if (std::filesystem::exists(std::filesystem::symlink_status(target + suffix, error)))
@@ -91,7 +90,7 @@ OnlineCopy::~OnlineCopy() {
 }
 
 void OnlineCopy::MakeFile() {
-  // A number for each that a crash has left behind.
+  // A crash may have left parts with lower numbers.
   for (int number = 1;; ++number) {
     mPart = mTarget + ".part" + std::to_string(number);
     const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
@@ -110,7 +109,7 @@ void OnlineCopy::OpenFile() {
   mCopy.reset(handle);
   if (code != SQLITE_OK) throw Failure(code);
   sqlite3_extended_result_codes(handle, 1);
-  // A copy that fails is thrown away, and needs no journal to go back by.
+  // A copy that fails is deleted, so it needs no journal.
   const int journal = sqlite3_exec(handle, "PRAGMA journal_mode = off", nullptr, nullptr, nullptr);
   if (journal != SQLITE_OK) throw Failure(journal);
 }
@@ -134,7 +133,7 @@ bool OnlineCopy::CopyPages(int busyTimeout, const Progress& progress) {
     }
     if (code != SQLITE_OK && code != SQLITE_DONE) throw Failure(code);
 
-    // Another connection that writes makes SQLite begin anew. Steps that grow each time come to an end.
+    // Another connection that writes makes SQLite begin again. Growing steps let the copy end.
     const int32_t left = sqlite3_backup_remaining(backup.get());
     if (left >= remaining) step = std::min(step * 2, LargestStep);
     remaining = left;

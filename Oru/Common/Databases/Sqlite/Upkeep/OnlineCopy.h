@@ -10,8 +10,8 @@ struct sqlite3;
 
 namespace Oru::Common::Databases::Sqlite {
 
-/// Copies a database that is in use into a file that isn't there yet. The pages go into a file of another
-/// name beside it, which takes the name once it is whole and safe on the disk. Internal to the access layer.
+/// Copies a database that is in use into a new file. The pages go into a file of another name in the same
+/// folder, which gets its name when it is complete and on the disk.
 ///
 /// Threads: a copy belongs to one thread; others may use the source meanwhile.
 class OnlineCopy {
@@ -30,8 +30,7 @@ class OnlineCopy {
     int mCode = 0;
   };
 
-  /// Why a file can't be the target of a copy, empty if it can: something is there already, or the text is
-  /// no path.
+  /// Why a file can't be the target of a copy, empty if it can: it already exists, or the text is no path.
   static std::string WhyNoTarget(const std::string& target);
 
   /// Makes the file beside the target.
@@ -49,7 +48,7 @@ class OnlineCopy {
   /// @throws Failure, and whatever `progress` throws
   bool CopyPages(int busyTimeout, const Progress& progress);
   /// Gives the file its name.
-  /// @throws Failure, also when there is a file of that name by now
+  /// @throws Failure, also when a file of that name exists by now
   void TakeName();
 
  private:

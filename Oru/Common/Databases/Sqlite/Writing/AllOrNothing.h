@@ -10,11 +10,11 @@
 namespace Oru::Common::Databases::Sqlite {
 
 /// Runs one write operation, and stores all that it writes or nothing. The operation has the connection to
-/// itself from begin to end. It is a transaction of its own, or a savepoint where its caller has begun one:
+/// itself from beginning to end. It is a transaction of its own, or a savepoint if its caller has begun a
+/// transaction:
 ///
 ///     return AllOrNothing(database, [&] { return WriteGroup(group); });
 ///
-/// Internal to the libraries.
 /// @param write  what it throws passes on, after what it wrote was rolled back
 /// @return what `write` gives, once that is stored
 /// @throws InvalidOperationException, with a log entry, within a `ReadGuard`, and when the file can't be

@@ -35,9 +35,9 @@ class StatementCacheTest : public testing::Test {
   static std::string Text(int number) { return "SELECT 'value " + std::to_string(number) + "'"; }
   // Whether a statement of the text lies idle, seen from the handle that a second taking gives.
   bool IsKept(const std::string& text) {
-    const std::size_t idle = cache.IdleCount();
+    const std::size_t idle = cache.Count();
     auto statement = Take(text);
-    const bool isKept = cache.IdleCount() < idle;
+    const bool isKept = cache.Count() < idle;
     cache.Return(std::move(statement), isKept);
     return isKept;
   }
@@ -68,7 +68,7 @@ TEST_F(StatementCacheTest, KeepsWhatReadsAndWritesRowsByItsExactText) {
 TEST_F(StatementCacheTest, DropsTheLeastRecentlyUsedBeyondItsBound) {
   for (const int number : {0, 1, 2, 0, 3})
     EXPECT_EQ(Run(Text(number)), "value " + std::to_string(number));
-  EXPECT_EQ(cache.IdleCount(), 3U);
+  EXPECT_EQ(cache.Count(), 3U);
   EXPECT_FALSE(IsKept(Text(1)));
   EXPECT_TRUE(IsKept(Text(0)) && IsKept(Text(2)) && IsKept(Text(3)));
 }
@@ -81,14 +81,14 @@ TEST_F(StatementCacheTest, NeverSharesAStatementAndClearsItForTheNextUser) {
   EXPECT_EQ(sqlite3_step(first->Handle()), SQLITE_ROW);
   cache.Return(std::move(first), true);
   cache.Return(std::move(second), true);
-  EXPECT_EQ(cache.IdleCount(), 2U);
+  EXPECT_EQ(cache.Count(), 2U);
   for (int i = 0; i < 3; ++i)
     EXPECT_EQ(Run(text), "nothing");
 }
 
 TEST_F(StatementCacheTest, DropsStatementsThatFailedAndRefusesThoseThatAreNotItsOwn) {
   cache.Return(Take(Text(1)), false);
-  EXPECT_EQ(cache.IdleCount(), 0U);
+  EXPECT_EQ(cache.Count(), 0U);
   EXPECT_EQ(Take("SELECT nosuch FROM T"), nullptr);
   EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
   cache.Return(PreparedStatement::Prepare(db.Handle(), "SELECT 1", false), true);
@@ -114,7 +114,7 @@ TEST_F(StatementCacheTest, ServesSeveralThreadsWithinItsBound) {
   work(3);
   first.join();
   second.join();
-  EXPECT_LE(cache.IdleCount(), 3U);
+  EXPECT_LE(cache.Count(), 3U);
   cache.Clear();
   EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
 }

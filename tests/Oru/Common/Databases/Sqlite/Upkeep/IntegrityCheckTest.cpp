@@ -52,7 +52,7 @@ TEST_F(IntegrityCheckTest, FindsNothingInASoundFile) {
 TEST_F(IntegrityCheckTest, NamesARowWhoseOwnerIsMissing) {
   Run("PRAGMA foreign_keys = off; DELETE FROM Owner WHERE key = 2; PRAGMA foreign_keys = on");
   EXPECT_TRUE(db.RebuildFullTextIndex("A b\"c"));
-  EXPECT_THAT(db.CheckIntegrity(), ElementsAre("row 2 of Part refers to a row of Owner that isn't there"));
+  EXPECT_THAT(db.CheckIntegrity(), ElementsAre("row 2 of Part refers to a missing row of Owner"));
 }
 
 TEST_F(IntegrityCheckTest, FindsAFullTextIndexThatLagsBehindAndRebuildsIt) {
