@@ -43,7 +43,7 @@ void SaveTogether(Jobs& jobs, std::vector<MediaAsset>& clips) {
 }
 
 // Identifiers all over a file of that many clips; others for another offset, so that no reader finds what the
-// one ahead of it has brought in.
+// one before it has brought in.
 std::vector<DataModel::MediaAssets::MediaAssetId> SomeIds(int size, int offset = 0) {
   constexpr int count = 1000;
   std::vector<DataModel::MediaAssets::MediaAssetId> ids;

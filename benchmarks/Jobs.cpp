@@ -50,7 +50,7 @@ struct Catalogue {
   }
 
   typename Site::Side& Jobs() { return site.Jobs(); }
-  // Deletes the clips behind the catalogue's own, by hand on either side: that isn't what is measured.
+  // Deletes the clips after the catalogue's own, by hand on either side: that isn't measured.
   void TidyUp() {
     ExecuteByHand("DELETE FROM MediaAsset WHERE key > " + std::to_string(lastKey));
     ExecuteByHand(

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int Stored = 500;
 
-// Both runs of a pair make the same objects and store the same clips ahead of what is counted.
+// Both runs of a pair make the same objects and store the same clips before what is counted.
 constexpr int MostClips = 1000;
 
 template <class Site>

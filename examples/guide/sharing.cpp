@@ -64,7 +64,7 @@ bool WaitForReaders() {
   return true;
 }
 
-// A file in WAL mode stands alone once its last connection is closed.
+// A file in WAL mode is one file again when its last connection is closed.
 bool Move() {
   DataModelDatabase database("file:old.db?_journal_mode=wal", nullptr);
   database.Open();

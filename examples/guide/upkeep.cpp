@@ -1,4 +1,4 @@
-// Copies a database while it is open, checks a file, and is told of changes.
+// Copies a database while it is open, checks a file, and listens to changes.
 #include "Oru/Common/Databases/ArgumentException.h"
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"

@@ -14,8 +14,8 @@ using DataModel::MediaAssets::AnglesMediaAssetGroup;
 using DataModel::MediaAssets::MediaAsset;
 using DataModel::MediaAssets::Database::DataModelDatabase;
 
-/// A clip with something in every table below an asset, about 50 rows. The version stands in all of its
-/// parts, so that a clip of which only some were stored is told from a whole one.
+/// A clip with something in every table below an asset, about 50 rows. The version is in all of its
+/// parts, so that a clip of which only some were stored differs from a whole one.
 MediaAsset MakeClip(const std::string& id, int version);
 
 /// A multi-angle group of stored clips, with an operator identity.
@@ -24,14 +24,14 @@ AnglesMediaAssetGroup MakeGroup(const std::string& id, int version, const std::v
 /// The version of a clip in the file, 0 without that clip, -1 when what is there isn't a whole version.
 int StoredVersion(DataModelDatabase& database, const std::string& id);
 
-/// What is wrong with a file, as SQLite's own checks tell it: the pages, the foreign keys and the full-text
+/// What is wrong with a file, as SQLite's own checks report it: the pages, the foreign keys and the full-text
 /// index against the assets; also a text that says so when it can't be opened. Empty when all is well.
 std::string Faults(const std::string& path);
 
 /// Every row of every table of a file, as text.
 std::string Dump(const std::string& path);
 
-/// Whether files of a rollback journal, a write-ahead log or shared memory stand beside the file.
+/// Whether files of a rollback journal, a write-ahead log or shared memory exist beside the file.
 bool HasSideFiles(const std::string& path);
 
 /// Removes a file and those beside it, and puts a copy of another file in its place.

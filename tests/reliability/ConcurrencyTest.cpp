@@ -134,7 +134,7 @@ TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
   }
 }
 
-// A transaction would be that of all the threads, and a deletion would clean up behind half-done saves:
+// A transaction would be that of all the threads, and a deletion would clean up after half-done saves:
 // neither is for threads that share a connection.
 TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughTablesOfTheirOwn) {
   TestSupport::CapturedLog log;

@@ -87,7 +87,7 @@ FaultJob::Attempt HasVersion(const char* id, int version) {
   return [id, version](DataModelDatabase& db) { return StoredVersion(db, id) == version; };
 }
 
-// A save without a transaction that failed behind the asset's own row has given the asset its key; the next
+// A save without a transaction that failed after the asset's own row has given the asset its key; the next
 // save is an update then, which writes no links. Deleting the clip and saving a clone makes it whole.
 bool IsSavedOrMended(DataModelDatabase& db) {
   if (StoredVersion(db, "new") == 1) return true;
@@ -221,7 +221,7 @@ std::string CopyOf(DataModelDatabase& db) {
   return std::string(sqlite3_db_filename(db.Handle(), "main")) + "-copy";
 }
 
-// Behind a failure there is no copy, and nothing of one.
+// After a failure there is no copy, and nothing of one.
 bool BacksUp(DataModelDatabase& db) {
   const std::string copy = CopyOf(db);
   std::filesystem::remove(copy);
@@ -340,7 +340,7 @@ int RunFaultLoop(const FaultJob& job, const FaultSource& source) {
     const int failed = source.failureCount();
     source.arm(0);
 
-    // An opening whose later scripts fail tells it in the log alone.
+    // An opening whose later scripts fail reports it only in the log.
     const bool isRefused = !outcome.empty() || (job.isOpening && !log.Text().empty());
     failures += failed;
     if (failed == 0) {
@@ -349,7 +349,7 @@ int RunFaultLoop(const FaultJob& job, const FaultSource& source) {
     if (isRefused) {
       EXPECT_TRUE(HasReason(log.Text())) << outcome << '\n' << log.Text();
     }
-    // On the same connection, or on a new one behind a look at the file as it was left.
+    // On the same connection, or on a new one after a look at the file as it was left.
     if (n % 2 == 1) {
       db.Close();
       if (!job.isOfNewFile) {

@@ -17,7 +17,7 @@ struct FaultJob {
   std::function<Attempt()> make;
   /// Whether what the attempt is to bring about is there.
   Attempt isDone;
-  /// Whether the old or the new state of the file must be whole behind a failure.
+  /// Whether the old or the new state of the file must be whole after a failure.
   bool isWhole = false;
   bool isOpening = false;
   /// Whether the file isn't there yet.

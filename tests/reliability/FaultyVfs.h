@@ -21,7 +21,7 @@ class FaultyVfs {
 
   /// Makes the layer known to SQLite; a second call does nothing.
   static void Register();
-  /// Begins to count anew.
+  /// Begins to count again.
   static void Arm(const Plan& plan);
   static void Disarm() { Arm({}); }
   /// How many operations have failed since the layer was armed.

@@ -19,7 +19,7 @@ namespace Oru::Reliability {
 using namespace Common::Databases;
 using namespace DataModel::MediaAssets;
 
-// A file of two whole clips that somebody else has changed.
+// A file of two whole clips that another program has changed.
 class ForeignFileTest : public testing::Test {
  protected:
   ForeignFileTest() {
@@ -28,7 +28,7 @@ class ForeignFileTest : public testing::Test {
     EXPECT_TRUE(assets.Save(first) && assets.Save(second));
   }
 
-  // Changes the file and opens it anew.
+  // Changes the file and opens it again.
   void Change(const std::string& sql) {
     ASSERT_TRUE(db.ExecuteStatement("PRAGMA foreign_keys = OFF; PRAGMA ignore_check_constraints = ON;" + sql))
         << log.Text();

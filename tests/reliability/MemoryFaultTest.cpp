@@ -29,7 +29,7 @@ void* Reallocate(void* memory, int size) {
   return IsRefused() ? nullptr : below.xRealloc(memory, size);
 }
 
-// SQLite takes its allocator ahead of its first use alone, and so ahead of main.
+// SQLite takes an allocator only before its first use, and so before main.
 const bool isConfigured = [] {
   if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &below) != SQLITE_OK) return false;
   sqlite3_mem_methods methods = below;

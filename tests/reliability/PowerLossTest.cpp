@@ -25,7 +25,7 @@ std::string ClipId(int number) {
   return "clip " + std::to_string(number);
 }
 
-// Saves and deletes clips in transactions for ever, and tells of each ahead of the commit and behind it: "+"
+// Saves and deletes clips in transactions for ever, and reports each before the commit and after it: "+"
 // or "-", the clip's number and the version that it has then.
 bool WriteForEver(const std::string& connection, int pipe, unsigned seed) {
   DataModelDatabase db(connection, nullptr);
@@ -34,7 +34,7 @@ bool WriteForEver(const std::string& connection, int pipe, unsigned seed) {
   for (int version = static_cast<int>(seed) * 1000;; ++version) {
     const int number = static_cast<int>(random() % ClipCount);
     const bool isDeletion = random() % 4 == 0;
-    const auto tell = [&](const char* what) {
+    const auto report = [&](const char* what) {
       const std::string line =
           what + (" " + std::to_string(number)) + " " + std::to_string(isDeletion ? 0 : version) + "\n";
       return write(pipe, line.data(), line.size()) == static_cast<ssize_t>(line.size());
@@ -43,9 +43,9 @@ bool WriteForEver(const std::string& connection, int pipe, unsigned seed) {
     MediaAsset clip = MakeClip(ClipId(number), version);
     auto& assets = db.GetMediaAssetTable();
     const int64_t key = assets.GetObjectIdFromIdentifier(clip.Id());
-    if (!(isDeletion ? assets.Delete(key) : assets.Save(clip)) || !tell("begun")) return false;
+    if (!(isDeletion ? assets.Delete(key) : assets.Save(clip)) || !report("begun")) return false;
     transaction.Commit();
-    if (!tell("done")) return false;
+    if (!report("done")) return false;
   }
 }
 
@@ -63,7 +63,7 @@ TEST_P(PowerLossTest, KeepsEveryReportedCommitAndNoHalfClip) {
   for (unsigned round = 1; round <= 100; ++round) {
     SCOPED_TRACE(round);
     ChildProcess child([&](int pipe) { return WriteForEver(connection, pipe, round); });
-    // Some are killed while they open the file, the others behind their first commit.
+    // Some are killed while they open the file, the others after their first commit.
     std::string reports, some = "none yet";
     while (round % 5 != 0 && reports.find("done") == std::string::npos && !some.empty())
       reports += some = child.HearSome();

@@ -18,7 +18,7 @@
 namespace Oru::TestSupport {
 
 /// Saves, deletes, links and unlinks clips that share resources and tracks, and groups over them, at random
-/// through one or more connections to a file; after each action the file must hold what `SharedClips` tells.
+/// through one or more connections to a file; after each action the file must hold what `SharedClips` says.
 class ClipActions {
  public:
   using Database = DataModel::MediaAssets::Database::DataModelDatabase;
@@ -186,7 +186,7 @@ class ClipActions {
                         "refMediaAsset, " +
                             newKey + " " + moving);
     } else if (kind == 4 && clips.tracks.emplace(from, "").second) {
-      // Under the lowest free key, behind which there are others.
+      // Under the lowest free key, after which there are others.
       Write("INSERT INTO Track(key, id) SELECT k + 1, '" + from +
             "' FROM (SELECT 0 AS k UNION ALL SELECT key FROM Track) WHERE k + 1 NOT IN (SELECT key "
             "FROM Track) ORDER BY k LIMIT 1");

@@ -39,7 +39,7 @@ inline std::shared_ptr<DataModel::MediaAssets::TrackChannelToRemove> Channel(con
 
 /// A resource with bounds, metadata and one stream, which has bounds, metadata and an essence of each kind:
 /// video, audio, data. The stream's identifier is that of the resource and "/stream".
-/// @param version  stands in one text of each part
+/// @param version  is in one text of each part
 inline std::shared_ptr<DataModel::MediaAssets::MediaResource> MakeResource(
     const std::string& id, const std::string& version = "first") {
   using namespace DataModel::MediaAssets;
@@ -66,7 +66,7 @@ inline std::shared_ptr<DataModel::MediaAssets::MediaResource> MakeResource(
 /// A clip that has rows in every table below an asset: an annotation, bounds, operator metadata with two
 /// keywords, metadata, the resource `MakeResource(id + "/resource")`, and a track `id + "/track"` over its
 /// video and audio.
-/// @param version  stands in the name and in one text of each part
+/// @param version  is in the name and in one text of each part
 inline DataModel::MediaAssets::MediaAsset MakeClip(const std::string& id,
                                                    const std::string& version = "first") {
   using namespace DataModel::MediaAssets;

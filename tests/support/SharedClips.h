@@ -22,7 +22,7 @@
 
 namespace Oru::TestSupport {
 
-/// What a file of clips that share resources and tracks must hold, told by identifiers alone: written beside
+/// What a file of clips that share resources and tracks must hold, by identifiers alone: written beside
 /// the tables, without their help, and compared with the file row by row.
 ///
 /// What hangs under a resource or an asset follows from the number at the end of its identifier.
@@ -145,7 +145,7 @@ struct SharedClips {
     return {rows.begin(), rows.end()};
   }
 
-  /// An asset as it is written; each call makes all its objects anew, so that only identifiers tie them.
+  /// An asset as it is written; each call makes all its objects again, so that only identifiers tie them.
   static DataModel::MediaAssets::MediaAsset Make(const std::string& id, const Asset& asset) {
     using namespace DataModel::MediaAssets;
     MediaAsset made{MediaAssetId(id)};

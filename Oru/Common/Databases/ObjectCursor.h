@@ -15,8 +15,7 @@ template <class T, class U>
 class ORU_COMMON_DATABASE_EXPORT ObjectCursor : public Cursor {
  public:
   ObjectCursor() = default;
-  /// A closed cursor.
-  /// @param lazy  passed to `ReadFromCursor` of the view; true if it is left out
+  /// A closed cursor. It passes `lazy` to `ReadFromCursor` of the view, or true without it.
   explicit ObjectCursor(bool lazy) : mLazy(lazy) {}
   explicit ObjectCursor(Database& attachedDatabase) : Cursor(attachedDatabase) {}
   ObjectCursor(Database& attachedDatabase, bool lazy) : Cursor(attachedDatabase), mLazy(lazy) {}

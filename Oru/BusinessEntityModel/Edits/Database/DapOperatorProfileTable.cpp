@@ -60,7 +60,7 @@ bool DapOperatorProfileTable::Delete(DapOperatorMetadataProfile& profile) {
 bool DapOperatorProfileTable::BindToCursor(Cursor& cursor, DapOperatorProfileEncapsulated& obj) {
   const DapOperatorMetadataProfile& profile = obj.profile;
   const bool hasRegen = profile.TimecodeRegen().HasValue();
-  // Without regeneration settings the columns of it take the values of default ones, which nobody reads.
+  // Without regeneration settings the columns of it take the values of default ones, which are never read.
   const DapOperatorTimecodeRegen regen =
       hasRegen ? profile.TimecodeRegen().Value() : DapOperatorTimecodeRegen();
   // A value that is refused ends its own group only.

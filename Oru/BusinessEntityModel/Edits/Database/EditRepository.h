@@ -47,10 +47,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditRepository {
   /// Stores an edit as it is, whatever the file held of it. Sequences that it no longer holds go. One that is
   /// stored and belongs to no edit is taken up. A sequence that changes its place gets a new object id.
   /// @throws DataModel::MediaAssets::Database::NotStoredException for an empty identifier, also of a
-  /// sequence;
-  ///         for one sequence twice, a sequence of another edit, a metadata profile without a table there,
-  ///         and an operator's profile that couldn't be read again: without a server, or with a negative
-  ///         count of its time code
+  ///         sequence; for one sequence twice, a sequence of another edit, a metadata profile without a table
+  ///         there, and an operator's profile that couldn't be read again: without a server, or with a
+  ///         negative count of its time code
   void Put(Edit& edit);
 
   /// Removes an edit, with its sequences.

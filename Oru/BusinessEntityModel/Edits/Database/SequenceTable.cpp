@@ -58,9 +58,9 @@ bool SequenceTable::Delete(const SequenceId& id) {
 
 bool SequenceTable::DeleteByServerId(DataModel::MediaAssets::ZuServerId serverId) {
   const std::string text =
-      "DELETE FROM Sequence WHERE Sequence.key IN (SELECT DISTINCT DapOperatorMetadataSequence.refSequence "
-      "FROM "
-      "DapOperatorMetadataSequence WHERE DapOperatorMetadataSequence.zuServerId=" +
+      "DELETE FROM Sequence WHERE Sequence.key IN "
+      "(SELECT DISTINCT DapOperatorMetadataSequence.refSequence FROM DapOperatorMetadataSequence "
+      "WHERE DapOperatorMetadataSequence.zuServerId=" +
       std::to_string(serverId.SerialNumber()) + ");";
   return AttachedDatabase().ExecuteStatement(text);
 }

@@ -30,8 +30,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
 
   /// Replaces the annotations of an asset, each of which gets a new object id.
   /// @return false, with a log entry, at the first annotation that is refused; the old ones are gone then,
-  /// and those
-  ///         ahead of it are written
+  ///         and those before it are written
   /// @throws std::bad_cast at a metadata profile that is neither generic nor the operator's; likewise
   bool Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk);
   /// Deletes the annotations of an asset, and their metadata with them.

@@ -26,8 +26,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
   using KeylessTable::ReadFromCursor;
 
   /// Stores keywords of a clip, empty ones included, by their places. Stored keywords aren't deleted first
-  /// and stand in the way of new ones: see `DeleteOnKey`.
-  /// @return false, with a log entry, at the first keyword that is refused; those ahead of it are written
+  /// and block new ones: see `DeleteOnKey`.
+  /// @return false, with a log entry, at the first keyword that is refused; those before it are written
   bool Write(std::vector<BusinessEntityModel::BaseTypes::Utf8String>& keywords, int64_t fk);
   /// Deletes the keywords of a clip.
   bool DeleteOnKey(int64_t fk);

@@ -71,7 +71,7 @@ DataModelDatabase::DataModelDatabase(const std::shared_ptr<std::ostream>& log)
     : DataModelDatabase(std::string(), log) {}
 
 DataModelDatabase::~DataModelDatabase() {
-  // Ahead of the tables, whose cached statements it closes.
+  // Before the tables, whose cached statements it closes.
   DatabaseSqlite::Close();
 }
 
@@ -105,7 +105,7 @@ void DataModelDatabase::Create() {
 
 void DataModelDatabase::MakeMissing() {
   // Another process may be making the same just now. So the lock comes first, then what the file has is read
-  // again: what IF NOT EXISTS makes a second time leaves a file that nobody can read.
+  // again: what IF NOT EXISTS makes a second time leaves a file that no program can read.
   RunOrThrow("BEGIN IMMEDIATE");
   RunOrThrow("PRAGMA writable_schema = RESET");
   properties.Create();
@@ -153,7 +153,7 @@ std::set<std::string> DataModelDatabase::MissingObjects() {
   return missing;
 }
 
-// Whether SQLite plans by the numbers that are meant for it, and not by those of somebody's ANALYZE, say.
+// Whether SQLite plans by the numbers that are meant for it, and not by those of an ANALYZE, for example.
 bool DataModelDatabase::HasStatistics() {
   try {
     return ReadColumn(*this, lackingStatistics).empty();

@@ -29,7 +29,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 ///
 /// This header alone has all the tables that the database gives.
 ///
-/// The connection text is told at `DatabaseSqlite`. Tables may be asked for before `Open`, and they work
+/// `DatabaseSqlite` describes the connection text. Tables may be asked for before `Open`, and they work
 /// while the database is open. They belong to the database.
 ///
 /// Threads: opening, closing and destroying a database belong to one thread, while no other uses it; all else
@@ -54,11 +54,10 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   /// and the numbers by which SQLite plans; sets the file's schema version to 2. All is done in one
   /// transaction, which waits for other writers once. `Open` does so by itself.
   /// @throws NotSupportedException, with SQLite's text, when the properties table can't be made. A later
-  /// script that
-  ///         fails leaves a log entry: a file that can only be read, say, can be read even so
+  ///         script that fails leaves a log entry: a file that can only be read, say, can be read even so
   void Create();
   using DatabaseSqlite::RebuildFullTextIndex;
-  /// Makes the index over names and descriptions of assets anew.
+  /// Makes the index over names and descriptions of assets again.
   /// @return false, with a log entry of SQLite's text, when it refuses; the index is then as it was
   bool RebuildFullTextIndex();
   /// For what a derived class has to prepare; does nothing here.

@@ -14,7 +14,7 @@ std::string LookupIndex(const std::string& name, const std::string& indexed) {
 
 }  // namespace
 
-// Columns stand in the tables in this order and with these declared types: both are part of the format of the
+// The tables have their columns in this order and with these declared types: both are part of the format of the
 // file. Foreign keys are switched on outside the transaction, where alone SQLite heeds it.
 const std::string DataModelDatabase::createStatements = R"sql(
 PRAGMA schema_version = 2;

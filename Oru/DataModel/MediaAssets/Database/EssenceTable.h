@@ -34,7 +34,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   using DeclaredTable::Save;
 
   /// Stores essences of any kinds under a stream. Stored essences that aren't in the array stay.
-  /// @return false, with a log entry, at the first essence that is refused; those ahead of it are written
+  /// @return false, with a log entry, at the first essence that is refused; those before it are written
   bool Write(const EssenceArray& essences, int64_t fk);
 
   /// Stores the row of all kinds and replaces the metadata. An object id of -1 is looked up by stream and

@@ -47,8 +47,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupRepository {
   /// What is stored follows from the class of the object: an `AnglesMediaAssetGroup` makes a plain group a
   /// multi-angle one, and its identity goes when the object has none.
   /// @throws NotStoredException for an empty identifier, an item whose asset isn't stored, a plain group
-  /// under
-  ///         the identifier of a multi-angle one, metadata other than the operator's identity of a
+  ///         under the identifier of a multi-angle one, metadata other than the operator's identity of a
   ///         multi-angle group, and a place of that off its range
   void Put(MediaAssetGroup& group);
   void Put(AnglesMediaAssetGroup& group);

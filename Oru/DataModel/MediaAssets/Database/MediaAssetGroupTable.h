@@ -38,8 +38,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   /// Stores a group and replaces its items, which get new object ids. An object id of -1 is looked up by the
   /// identifier. The metadata aren't stored here.
   /// @return false when a row is refused, with a log entry, or an item's asset isn't stored; the group's row
-  /// and the
-  ///         items ahead of that one are written then
+  ///         and the items before that one are written then
   bool Save(MediaAssetGroup& obj, bool lazy) override;
 
   /// Appends the items of a group that has its object id, as `AnglesMediaAssetGroupItem`, in the order of the

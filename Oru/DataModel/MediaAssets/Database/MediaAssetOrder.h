@@ -17,9 +17,8 @@ enum class MediaAssetOrder : int32_t {
   ModificationDate,
   /// The out mark minus the in mark. An asset without both comes first.
   Duration,
-  /// Server, page, bank, row, camera. Assets without an operator's profile come first; what isn't set follows
-  /// what
-  /// is.
+  /// Server, page, bank, row, camera. Assets without an operator's profile come first; what isn't set comes
+  /// last.
   Place,
   /// How well the typed text matches, the best first when ascending; by key when no text was typed.
   Relevance,

@@ -10,7 +10,7 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// Stands on one of the assets.
+/// A position at one of the assets.
 class MediaAssetRange::Walk {
  public:
   Walk(std::shared_ptr<MediaAssetReader> source, const MediaAssetSearch& search, MediaAssetParts readParts)

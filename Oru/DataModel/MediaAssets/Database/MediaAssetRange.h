@@ -60,8 +60,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRange {
 
   /// Begins a walk.
   /// @throws InvalidOperationException, with a log entry, when the database fails or is closed;
-  /// ArgumentException as
-  ///         `MediaAssetSearch::After`
+  ///         ArgumentException as `MediaAssetSearch::After`
   Iterator begin() const;
   Iterator end() const { return {}; }
 

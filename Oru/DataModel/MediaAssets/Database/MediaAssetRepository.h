@@ -65,8 +65,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
                                  MediaAssetParts parts = MediaAssetParts::All);
   /// The page that a search names, and how many assets it finds in all. One view of the file.
   /// @throws ArgumentException when the page follows an asset of which the order isn't known
-  /// (`MediaAssetSearch::After`);
-  ///         InvalidOperationException, with a log entry, when the file can't be read, as the two that follow
+  ///         (`MediaAssetSearch::After`); InvalidOperationException, with a log entry, when the file can't be
+  ///         read, as the two that follow
   MediaAssetPage Find(const MediaAssetSearch& search, MediaAssetParts parts = MediaAssetParts::Row);
   /// How many assets a search finds, without regard to `Limit` and `After`.
   int64_t Count(const MediaAssetSearch& search);
@@ -83,16 +83,15 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
   /// the order in which they were first stored, and a generic profile without entries doesn't come back.
   ///
   /// Resources and tracks are shared: what is written of them holds for all assets that use them. A reference
-  /// that only knows the identifier of a resource or a stream stands for the stored one. Resources and tracks
+  /// that only knows the identifier of a resource or a stream refers to the stored one. Resources and tracks
   /// that the asset had and nothing uses any more go. A resource is in use while an asset refers to it, or a
   /// channel of a track takes one of its streams. A channel stays with the number of its essence, and goes
   /// with it.
   /// @throws NotStoredException also for what a file couldn't give back: an empty identifier, one that is
-  /// there twice
-  ///         among resources, streams or tracks, a place off its range, a camera off A to L, a time code with
-  ///         a negative count, more keywords than can be read, a metadata profile of a class without a table,
-  ///         a channel that is there twice; and for a reference to a resource, a stream or an essence that
-  ///         isn't stored, or a stream that belongs to another resource
+  ///         there twice among resources, streams or tracks, a place off its range, a camera off A to L, a
+  ///         time code with a negative count, more keywords than can be read, a metadata profile of a class
+  ///         without a table, a channel that is there twice; and for a reference to a resource, a stream or
+  ///         an essence that isn't stored, or a stream that belongs to another resource
   void Put(MediaAsset& asset);
 
   /// Puts many assets, a few hundred a transaction (within the caller's transaction, a savepoint). One that
@@ -105,15 +104,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
   /// @param progress  called after each asset; see `PutProgress`. After false what was handled is committed
   /// @return the assets that were left out, with reasons, in the order of the range
   /// @throws what `progress` or the range throws, and InvalidOperationException. Earlier blocks stay; the
-  /// present
-  ///         one is rolled back, and its objects keep their old object ids
+  ///         present one is rolled back, and its objects keep their old object ids
   template <class Range>
   std::vector<NotStored> PutAll(Range&& assets, const PutProgress& progress = nullptr);
 
   /// Reads an asset whole, lets `change` change it, and puts it, while no other connection can write.
   /// @param change  may change the identifier too: that renames the asset, which keeps its key. What it
-  /// throws
-  ///                passes on, and nothing is stored
+  ///                throws passes on, and nothing is stored
   /// @return the asset as stored
   /// @throws NotStoredException as `Put`, for an identifier that isn't stored, and for a new one that is
   MediaAsset Change(const BusinessEntityModel::BaseTypes::Identifier& id,
@@ -121,8 +118,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetRepository {
 
   /// Stores a copy under an identifier of its own. Places in groups aren't copied; everything else is.
   /// @param resources  with `CopyResources::Own` each resource, stream and track `x` of the copy is `<to>/x`,
-  /// and
-  ///                   channels follow
+  ///                   and channels follow
   /// @return the copy
   /// @throws NotStoredException when `from` isn't stored, or `to` or another identifier of the copy is
   MediaAsset Copy(const BusinessEntityModel::BaseTypes::Identifier& from,

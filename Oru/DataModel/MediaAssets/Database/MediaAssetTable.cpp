@@ -187,9 +187,9 @@ bool MediaAssetTable::Delete(Query& query) {
 
 bool MediaAssetTable::DeleteByServerId(ZuServerId serverId) {
   const std::string text =
-      "DELETE FROM MediaAsset WHERE MediaAsset.key IN (SELECT DISTINCT DapOperatorMetadata.refMediaAsset "
-      "FROM "
-      "DapOperatorMetadata WHERE DapOperatorMetadata.zuServerId=" +
+      "DELETE FROM MediaAsset WHERE MediaAsset.key IN "
+      "(SELECT DISTINCT DapOperatorMetadata.refMediaAsset FROM DapOperatorMetadata "
+      "WHERE DapOperatorMetadata.zuServerId=" +
       std::to_string(serverId.SerialNumber()) + ");";
   return AttachedDatabase().ExecuteStatement(text) && CleanUpDependentData();
 }

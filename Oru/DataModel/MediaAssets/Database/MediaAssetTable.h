@@ -38,7 +38,7 @@ class UnusedRows;
 /// clears a collection first. They pass on the exceptions of cursors (InvalidOperationException,
 /// ObjectClosedException); what was added before stays.
 ///
-/// A row whose modification date lies ahead of its creation date can't be read: std::runtime_error ends the
+/// A row whose modification date is before its creation date can't be read: std::runtime_error ends the
 /// walk.
 ///
 /// Every row comes through `MediaAssetFts`, the full-text index over name and description, which
@@ -74,13 +74,12 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   /// (`CleanUpDependentData`). The form that takes an asset sets its object id to -1; the others touch no
   /// object in memory.
   /// @return false, with a log entry, when the database refuses; a failed clean-up leaves the assets deleted,
-  /// and the
-  ///         next deletion makes up for it
+  ///         and the next deletion makes up for it
   bool Delete(Common::Databases::Query& query) override;
   /// Deletes the assets that the operator keeps on one server.
   bool DeleteByServerId(ZuServerId serverId);
 
-  /// Delete what no asset uses: resources and tracks without a link, whoever stored them, and groups without
+  /// Delete what no asset uses: resources and tracks without a link, whatever stored them, and groups without
   /// items:
   bool DeleteUnusedMediaResources();
   bool DeleteUnusedTracks();
@@ -95,8 +94,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   /// The operator's profile with its keywords, a default one when none is stored. A profile that the asset
   /// already holds is filled.
   /// @throws std::bad_cast when the asset holds another class of profile under that name; std::out_of_range
-  /// for a
-  ///         stored time code with a negative count
+  ///         for a stored time code with a negative count
   void ReadDapOperatorMetadata(MediaAsset& mediaAsset);
   /// The keywords of the operator's profile, which is made when the asset holds none.
   void ReadDapOperatorKeyword(MediaAsset& mediaAsset);

@@ -36,7 +36,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   /// streams that it no longer holds stay.
   bool Save(MediaResource& obj, bool lazy) override;
   /// Stores the loaded resources of the references, passing over those that hold an identifier only.
-  /// @return false, with a log entry, at the first resource that is refused; those ahead of it are written
+  /// @return false, with a log entry, at the first resource that is refused; those before it are written
   bool Write(MediaResourceReferenceVector& references, bool lazy);
 
   /// Add what is stored to a resource that has its object id. None clears a collection first.
@@ -60,7 +60,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
 
   bool BindToCursor(Common::Databases::Cursor& cursor, MediaResource& object) override;
   /// Reads the row.
-  /// @throws std::runtime_error when its modification date lies ahead of its creation date
+  /// @throws std::runtime_error when its modification date is before its creation date
   void ReadFromCursor(const Common::Databases::Cursor& cursor, MediaResource& object, bool lazy) override;
   void SetObjectId(MediaResource& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(MediaResource& obj) const override { return obj.ObjectId(); }

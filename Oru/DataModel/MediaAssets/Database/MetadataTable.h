@@ -32,9 +32,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
   using KeylessTable::Save;
 
   /// Replaces the metadata of an owner by the entries of all generic profiles of the dictionary. A profile
-  /// without entries leaves nothing behind.
+  /// without entries leaves no row.
   /// @return false, with a log entry, at the first row that is refused; the old rows are gone then, and those
-  ///         ahead of it are written
+  ///         before it are written
   /// @throws std::bad_cast at a profile that is neither generic nor the operator's; likewise
   bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
   /// Replaces the metadata of an owner by the entries of one profile.

@@ -2,7 +2,7 @@
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 #include "Oru/TimePoints/Core/TimeCode.h"
 
-// A compiler that inlines an operation of a header leaves no code of it behind. Some of them this library
+// A compiler that inlines an operation of a header makes no code of it. Some of them this library
 // offers compiled, for programs that look for them in it: taking their addresses here makes a compiler keep
 // them. An explicit instantiation may name a private operation.
 

@@ -39,14 +39,14 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   bool Save(StreamEncapsulated& obj, bool lazy) override;
   /// Stores the loaded streams of the references under a resource, passing over those that hold an identifier
   /// only.
-  /// @return false, with a log entry, at the first stream that is refused; those ahead of it are written
+  /// @return false, with a log entry, at the first stream that is refused; those before it are written
   bool Write(StreamReferenceVector& references, int64_t fk, bool lazy);
 
   /// Add what is stored to a stream that has its object id. None clears a collection first.
   void ReadMetadata(Stream& stream);
   /// @throws std::runtime_error when the stream already holds one of the bounds
   void ReadTimebounds(Stream& stream);
-  /// The essences come in the order of their stored numbers and are numbered anew by their places.
+  /// The essences come in the order of their stored numbers and are numbered again by their places.
   void ReadEssences(Stream& stream);
   /// Append the essences of one kind of the stream with that key:
   void ReadVideosEssences(int64_t streamKey, std::vector<std::unique_ptr<Essence>>& essences);

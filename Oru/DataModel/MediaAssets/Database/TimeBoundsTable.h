@@ -30,7 +30,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   /// Replaces the bounds of an owner by those of the array. The array's own in and out boundary aren't among
   /// them.
   /// @return false, with a log entry, at the first row that is refused; the old rows are gone then, and those
-  ///         ahead of it are written
+  ///         before it are written
   bool Write(TimeBoundsArray& timeBounds, int64_t fk);
   /// Deletes the bounds of an owner.
   bool DeleteOnKey(int64_t key);
@@ -57,7 +57,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   };
   /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
-  /// The empty text, which stands for the key column that these tables don't have.
+  /// Empty, since these tables have no key column.
   static const std::string emptyString;
 };
 

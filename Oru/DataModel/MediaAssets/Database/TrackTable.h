@@ -30,7 +30,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   using DeclaredTable::Save;
 
   /// Stores all tracks.
-  /// @return false at the first track that fails; those ahead of it are written
+  /// @return false at the first track that fails; those before it are written
   bool Write(const BusinessEntityModel::BaseTypes::SortedVectorSharedPointer<Track>& tracks);
   /// Stores a track and replaces its channels, whose essences must be stored. An object id of -1 is looked up
   /// by the identifier.

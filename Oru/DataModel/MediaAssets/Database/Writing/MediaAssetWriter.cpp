@@ -229,7 +229,7 @@ bool MediaAssetWriter::WriteChannels(const Track& track, bool isNew) {
   return assets.GetTrackTable().GetTrackChannelTable().Write(channels, track.ObjectId(), true);
 }
 
-// Tells why the channels of a track couldn't be written.
+// Why the channels of a track couldn't be written.
 void MediaAssetWriter::RefuseChannels(const MediaAsset& asset, const Track& track) {
   const bool isValueRefused = database.HasRefusedValue();
   // Without the transaction, which SQLite may have rolled back at a fault of the disk, nothing would be

@@ -100,7 +100,7 @@ void ResourceWriter::WriteStream(const Writing& writing, Stream& stream, int64_t
   WriteEssences(writing, stream, isNew);
 }
 
-// A stream stays with a resource of which this asset doesn't tell what it holds: one that another asset is
+// A stream stays with a resource whose content this asset doesn't know: one that another asset is
 // linked to, or that is linked to by its identifier alone.
 bool ResourceWriter::MayTakeStreamFrom(const Writing& writing, int64_t resource) {
   if (Contains(writing.keys, resource)) return Contains(writing.heldKeys, resource);

@@ -29,8 +29,8 @@ class ResourceWriter {
   /// @param linked  the resources that the asset is linked to in the file, in ascending order
   /// @return the keys of all resources that the asset refers to, in ascending order
   /// @throws NotStoredException when the asset refers to a resource or a stream that isn't stored, or to a
-  /// stream
-  ///         of another resource; InvalidOperationException and ObjectClosedException when SQLite fails
+  ///         stream of another resource; InvalidOperationException and ObjectClosedException when SQLite
+  ///         fails
   std::vector<int64_t> Write(MediaAsset& asset, const std::vector<int64_t>& linked);
 
  private:

@@ -90,7 +90,7 @@ std::string UnusedRows::NotingScript() const {
 
 UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
   Changes changes;
-  // Ahead of all else: what another connection commits from here on shows the next time.
+  // Before all else: what another connection commits from here on shows the next time.
   // https://sqlite.org/pragma.html#pragma_data_version
   changes.dataVersion = dataVersion.FindKey(database);
   Sqlite::CursorSqlite cursor(database, "SELECT (SELECT ifnull(max(lastKey), -1) FROM temp." + known +

@@ -9,7 +9,7 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// Deletes the rows of one shared table that no link refers to any more, whoever unlinked them, at a cost
+/// Deletes the rows of one shared table that no link refers to any more, whatever unlinked them, at a cost
 /// that goes by what has changed since the last time and not by the size of the file.
 ///
 /// From the first time on, temporary triggers of the connection note each row that loses a link, and rows
