@@ -19,7 +19,7 @@ BaseTypes::FullyQualifiedName DapOperatorMetadataProfile::StaticFullyQualifiedNa
   return name;
 }
 
-DapOperatorMetadataProfile::DapOperatorMetadataProfile() = default;
+DapOperatorMetadataProfile::DapOperatorMetadataProfile() : OperatorProfile(MediaAssets::DapId::Unset) {}
 DapOperatorMetadataProfile::DapOperatorMetadataProfile(const DapOperatorMetadataProfile&) = default;
 DapOperatorMetadataProfile::DapOperatorMetadataProfile(DapOperatorMetadataProfile&&) noexcept = default;
 DapOperatorMetadataProfile& DapOperatorMetadataProfile::operator=(const DapOperatorMetadataProfile&) =
@@ -28,32 +28,17 @@ DapOperatorMetadataProfile& DapOperatorMetadataProfile::operator=(DapOperatorMet
     default;
 DapOperatorMetadataProfile::~DapOperatorMetadataProfile() = default;
 
-BaseTypes::FullyQualifiedName DapOperatorMetadataProfile::FullyQualifiedName() const {
-  return StaticFullyQualifiedName();
-}
-
-bool DapOperatorMetadataProfile::Equals(const BaseTypes::MetadataProfile& other) const {
-  const auto* profile = dynamic_cast<const DapOperatorMetadataProfile*>(&other);
-  return profile != nullptr && *this == *profile;
-}
-
-std::shared_ptr<BaseTypes::MetadataProfile> DapOperatorMetadataProfile::Clone() const {
-  return std::make_shared<DapOperatorMetadataProfile>(*this);
-}
-
 bool DapOperatorMetadataProfile::operator==(const DapOperatorMetadataProfile& other) const {
-  return serverId == other.serverId && page == other.page && bank == other.bank && row == other.row &&
-         camera == other.camera && umId == other.umId && varId == other.varId && rating == other.rating &&
-         archiveStatus == other.archiveStatus && userTimecodeType == other.userTimecodeType &&
-         primaryTimecode == other.primaryTimecode && userTimecode == other.userTimecode &&
-         todTimecode == other.todTimecode && icon == other.icon && color == other.color &&
-         fillAndKeyType == other.fillAndKeyType && fillAndKeyMediaAssetId == other.fillAndKeyMediaAssetId &&
-         keywords == other.keywords && isUserProtected == other.isUserProtected &&
-         isDapUiProtected == other.isDapUiProtected;
+  return HasSameCommonPart(other) && camera == other.camera && rating == other.rating &&
+         userTimecodeType == other.userTimecodeType && primaryTimecode == other.primaryTimecode &&
+         userTimecode == other.userTimecode && todTimecode == other.todTimecode && icon == other.icon &&
+         color == other.color && fillAndKeyType == other.fillAndKeyType &&
+         fillAndKeyMediaAssetId == other.fillAndKeyMediaAssetId && keywords == other.keywords &&
+         isUserProtected == other.isUserProtected && isDapUiProtected == other.isDapUiProtected;
 }
 
 MediaAssets::DapId DapOperatorMetadataProfile::DapId() const {
-  return MediaAssets::DapId(serverId, page, bank, row, camera);
+  return MediaAssets::DapId(ServerId(), Page(), Bank(), Row(), camera);
 }
 
 void DapOperatorMetadataProfile::Keywords(StringVector value) {

@@ -1,21 +1,17 @@
 #pragma once
 
 #include "Oru/BusinessEntityModel/BaseTypes/FullyQualifiedName.h"
-#include "Oru/BusinessEntityModel/BaseTypes/MetadataProfile.h"
-#include "Oru/BusinessEntityModel/BaseTypes/PersistentObject.h"
 #include "Oru/BusinessEntityModel/BaseTypes/Utf8String.h"
-#include "Oru/DataModel/MediaAssets/ArchiveStatus.h"
 #include "Oru/DataModel/MediaAssets/Export.h"
 #include "Oru/DataModel/MediaAssets/FillAndKeyType.h"
 #include "Oru/DataModel/MediaAssets/Identifiers.h"
+#include "Oru/DataModel/MediaAssets/OperatorProfile.h"
 #include "Oru/DataModel/MediaAssets/TimecodePrimary.h"
 #include "Oru/DataModel/MediaAssets/UserTimecodeType.h"
 #include "Oru/DataModel/MediaAssets/Utils/DapId.h"
-#include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
 #include "Oru/TimePoints/Core/TimeCode.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,8 +24,7 @@ using StringVector = std::vector<BaseTypes::Utf8String>;
 /// the asset's row.
 ///
 /// A copy keeps the object id, as `Clone` does.
-class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::MetadataProfile,
-                                                        public BaseTypes::PersistentObject {
+class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public OperatorProfile<DapOperatorMetadataProfile> {
  public:
   /// How many keywords an operator panel shows. A profile holds more if it is given more.
   static constexpr unsigned int Zu3MaxKeyword = 3;
@@ -46,45 +41,19 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
   DapOperatorMetadataProfile& operator=(DapOperatorMetadataProfile&&) noexcept;
   ~DapOperatorMetadataProfile() override;
 
-  BaseTypes::FullyQualifiedName FullyQualifiedName() const override;
-  /// Whether `other` is a profile of this class with the same content. Object ids don't count.
-  bool Equals(const BaseTypes::MetadataProfile& other) const override;
-  std::shared_ptr<BaseTypes::MetadataProfile> Clone() const override;
-
   /// `Equals`.
   bool operator==(const DapOperatorMetadataProfile& other) const;
-  bool operator!=(const DapOperatorMetadataProfile& other) const { return !(*this == other); }
 
   /// The clip's place, of `ServerId`, `Page`, `Bank`, `Row` and `Camera`.
   /// @throws std::invalid_argument if page, bank or row isn't between 0 and 255
   MediaAssets::DapId DapId() const;
 
-  /// The server that keeps it; an empty one for none.
-  const ZuServerId& ServerId() const noexcept { return serverId; }
-  void ServerId(const ZuServerId& value) noexcept { serverId = value; }
-  /// Page, bank and row take any number; `DapId::Unset` where they aren't set.
-  int Page() const noexcept { return page; }
-  void Page(int value) noexcept { page = value; }
-  /// As the page, any number.
-  int Bank() const noexcept { return bank; }
-  void Bank(int value) noexcept { bank = value; }
-  /// As the page, any number.
-  int Row() const noexcept { return row; }
-  void Row(int value) noexcept { row = value; }
   /// 0 for no camera.
   char Camera() const noexcept { return camera; }
   void Camera(char value) noexcept { camera = value; }
-  /// Identifiers that other systems know the material by, as given:
-  const std::string& UmId() const noexcept { return umId; }
-  void UmId(std::string value) noexcept { umId = std::move(value); }
-  const std::string& VarId() const noexcept { return varId; }
-  void VarId(std::string value) noexcept { varId = std::move(value); }
   /// Any number; 0 in a new profile.
   int32_t Rating() const noexcept { return rating; }
   void Rating(int32_t value) noexcept { rating = value; }
-  /// Whether it has been archived.
-  MediaAssets::ArchiveStatus ArchiveStatus() const noexcept { return archiveStatus; }
-  void ArchiveStatus(MediaAssets::ArchiveStatus value) noexcept { archiveStatus = value; }
   /// Where the user's time code comes from.
   MediaAssets::UserTimecodeType UserTimecodeType() const noexcept { return userTimecodeType; }
   void UserTimecodeType(MediaAssets::UserTimecodeType value) noexcept { userTimecodeType = value; }
@@ -136,15 +105,8 @@ class ORU_DATAMODEL_EXPORT DapOperatorMetadataProfile : public BaseTypes::Metada
   }
 
  private:
-  ZuServerId serverId;
-  int page = MediaAssets::DapId::Unset;
-  int bank = MediaAssets::DapId::Unset;
-  int row = MediaAssets::DapId::Unset;
   char camera = 0;
-  std::string umId;
-  std::string varId;
   int32_t rating = 0;
-  MediaAssets::ArchiveStatus archiveStatus = MediaAssets::ArchiveStatus::None;
   MediaAssets::UserTimecodeType userTimecodeType = MediaAssets::UserTimecodeType::HancVitc;
   TimecodePrimary primaryTimecode = TimecodePrimary::NotSet;
   TimePoints::TimeCode userTimecode;

@@ -1,6 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
 
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
+#include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 
 #include <memory>
 
@@ -11,15 +12,6 @@ namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
 using namespace BusinessEntityModel::BaseTypes;
-
-namespace {
-
-const FullyQualifiedName& OperatorProfileName() {
-  static const FullyQualifiedName name("oru.dapoperator");
-  return name;
-}
-
-}  // namespace
 
 const std::array<std::string, 4> MetadataTable::columnNames = {"foreignKey", "fullyQualifiedName", "name",
                                                                "value"};
@@ -34,8 +26,9 @@ MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db
 MetadataTable::~MetadataTable() = default;
 
 bool MetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk) {
+  static const FullyQualifiedName operatorName = DapOperatorMetadataProfile::StaticFullyQualifiedName();
   return DeleteOnKey(fk) && metadataDictionary.Iterate([&](MetadataProfile& profile) {
-    if (profile.FullyQualifiedName() == OperatorProfileName()) return true;
+    if (profile.FullyQualifiedName() == operatorName) return true;
     return WriteEntries(dynamic_cast<GenericMetadataProfile&>(profile), fk);
   });
 }
