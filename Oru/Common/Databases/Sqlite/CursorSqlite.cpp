@@ -358,7 +358,7 @@ int32_t CursorSqlite::GetBytes(int32_t index, uint8_t** out) const {
 }
 
 int CursorSqlite::ParameterNumber(const std::string& name) {
-  // Parameters without a name are nobody's to bind by name.
+  // A parameter without a name can't be bound by name.
   const bool isSought = mPrepared && !name.empty();
   const int number = isSought ? mPrepared->Parameters().Find(name, mLastParameter) + 1 : 0;
   if (number == 0 && mPrepared) GetDatabase().LogFailure("the statement has no parameter named " + name);
@@ -373,7 +373,7 @@ bool CursorSqlite::MayBind(int32_t number) {
 
 bool CursorSqlite::IsBound(int code) {
   if (code == SQLITE_OK) return true;
-  // On a closed cursor there is nobody to ask, nor anybody to tell.
+  // A closed cursor may have no database for the log.
   if (mPrepared) GetDatabase().LogFailure(sqlite3_errstr(code));
   return false;
 }

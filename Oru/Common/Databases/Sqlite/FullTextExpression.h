@@ -8,13 +8,13 @@ namespace Oru::Common::Databases::Sqlite {
 
 /// Makes expressions for `Query::Match` from what a person has typed.
 ///
-/// Any text will do: quotes, operators, wildcards, control characters, NUL bytes and broken UTF-8 mean
-/// nothing in it, and no expression made here is one that SQLite refuses. A text without a word matches
+/// A text may hold anything: quotes, operators, wildcards, control characters, NUL bytes and broken UTF-8
+/// have no meaning in it, and SQLite accepts every expression made here. A text without a word matches
 /// nothing.
 ///
-/// A word runs from blank to blank. What is found are words as the index divides them: by default runs of
-/// letters and digits, in either case and without regard to accents. So the word MATCH_CAM-1 finds "match",
-/// "cam" and "1" that stand one behind the other, whatever stands between them.
+/// A word runs from blank to blank. The index divides texts into words of its own: by default runs of letters
+/// and digits, in either case and without regard to accents. So the word MATCH_CAM-1 finds "match", "cam" and
+/// "1" one after the other, with any signs between them.
 ///
 /// Threads: all operations may be called from several threads at once.
 class ORU_COMMON_DATABASE_EXPORT FullTextExpression {
@@ -29,7 +29,7 @@ class ORU_COMMON_DATABASE_EXPORT FullTextExpression {
   static std::string AllWordsBegun(const std::string& text);
   /// Rows that hold at least one of the words.
   static std::string AnyWord(const std::string& text);
-  /// Rows that hold the words one behind the other in one column.
+  /// Rows that hold the words one after the other in one column.
   static std::string Phrase(const std::string& text);
 
   /// Looks for what another of these expressions finds in one column only.

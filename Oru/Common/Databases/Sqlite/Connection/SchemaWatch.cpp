@@ -23,9 +23,9 @@ std::string_view TextOf(sqlite3_stmt* row, int column) {
               : std::string_view();
 }
 
-bool Prepare(sqlite3* handle, std::unique_ptr<PreparedStatement>& kept, std::string_view text) {
-  if (!kept) kept = PreparedStatement::Prepare(handle, text, true);
-  return kept != nullptr;
+bool Prepare(sqlite3* handle, std::unique_ptr<PreparedStatement>& statement, std::string_view text) {
+  if (!statement) statement = PreparedStatement::Prepare(handle, text, true);
+  return statement != nullptr;
 }
 
 /// Rewinds a statement at the end of the scope.
