@@ -35,7 +35,7 @@ const std::array<std::string, 15> DapOperatorProfileTable::columnNames = {"refSe
 
 DapOperatorProfileTable::DapOperatorProfileTable(Sqlite::DatabaseSqlite& db) : OwnerKeyTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefSequence]);
+  SetOwnerColumn(columnNames[Column::RefSequence]);
 }
 
 DapOperatorProfileTable::~DapOperatorProfileTable() = default;

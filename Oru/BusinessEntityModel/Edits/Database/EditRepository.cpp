@@ -142,7 +142,7 @@ void EditRepository::PlaceSequences(Edit& edit, int64_t editKey) {
   SequenceTable& table = mEdits.GetSequenceTable();
   std::set<int64_t> leaving;
   {
-    KeptStatement::Run run(mSequencesOfEdit, mDatabase, editKey);
+    PreparedStatement::Run run(mSequencesOfEdit, mDatabase, editKey);
     while (run.Step())
       leaving.insert(run.Row().GetInt64(0));
   }
@@ -165,7 +165,7 @@ void EditRepository::PlaceSequences(Edit& edit, int64_t editKey) {
 }
 
 void EditRepository::RequireFree(const Edit& edit, int64_t editKey, const SequenceId& id) {
-  KeptStatement::Run run(mEditOfSequence, mDatabase, id.Value(), editKey);
+  PreparedStatement::Run run(mEditOfSequence, mDatabase, id.Value(), editKey);
   if (run.Step()) {
     RefuseObject(edit.Id(), "sequence " + id.Value() + " belongs to edit " + run.Row().GetString(0));
   }

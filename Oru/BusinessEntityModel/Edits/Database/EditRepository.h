@@ -4,7 +4,7 @@
 #include "Oru/BusinessEntityModel/Edits/Edit.h"
 #include "Oru/BusinessEntityModel/Edits/Identifiers.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 
 #include <cstdint>
@@ -65,8 +65,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditRepository {
 
   Common::Databases::Sqlite::DatabaseSqlite& mDatabase;
   EditTable mEdits;
-  Common::Databases::Sqlite::KeptStatement mSequencesOfEdit;
-  Common::Databases::Sqlite::KeptStatement mEditOfSequence;
+  Common::Databases::Sqlite::PreparedStatement mSequencesOfEdit;
+  Common::Databases::Sqlite::PreparedStatement mEditOfSequence;
 };
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

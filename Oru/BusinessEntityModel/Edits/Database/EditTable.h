@@ -4,7 +4,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 #include "Oru/BusinessEntityModel/Edits/Edit.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
@@ -63,7 +63,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
  private:
   DataModel::MediaAssets::Database::MetadataTable metadataTable;
   SequenceTable sequenceTable;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

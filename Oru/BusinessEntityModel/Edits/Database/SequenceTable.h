@@ -5,7 +5,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceEncapsulated.h"
 #include "Oru/BusinessEntityModel/Edits/Sequence.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/MetadataTable.h"
@@ -101,7 +101,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
  private:
   DataModel::MediaAssets::Database::MetadataTable metadataTable;
   DapOperatorProfileTable dapOperatorProfileTable;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -63,8 +63,7 @@ void CursorSqlite::Prepare(const std::string& select) {
   }
   {
     const ConnectionLock lock(db);
-    std::unique_ptr<PreparedStatement> prepared =
-        db.Parts().connection.Statements().Take(db.Handle(), select);
+    std::unique_ptr<StatementHandle> prepared = db.Parts().connection.Statements().Take(db.Handle(), select);
     const int code = prepared ? prepared->BindAll(mValues) : sqlite3_errcode(db.Handle());
     if (!prepared || code != SQLITE_OK) {
       db.LogFailure(code == SQLITE_OK ? "the text holds no statement" : sqlite3_errmsg(db.Handle()));

@@ -17,7 +17,7 @@ namespace Oru::Common::Databases::Sqlite {
 class ConnectionLock;
 class DatabaseSqlite;
 class OpenCursors;
-class PreparedStatement;
+class StatementHandle;
 
 /// One prepared statement with its parameters and result columns.
 ///
@@ -159,7 +159,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   // What the parameters are bound to for as long as the statement is open, if it came with values.
   std::vector<StatementValue> mValues;
   std::vector<StatementValue> mCountValues;
-  std::unique_ptr<PreparedStatement> mPrepared;
+  std::unique_ptr<StatementHandle> mPrepared;
   Position mPosition = Position::BeforeRows;
   bool mHasFailed = false;
   // After which column and parameter the next one is looked up: see NameIndex.

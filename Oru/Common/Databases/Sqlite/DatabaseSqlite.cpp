@@ -9,8 +9,8 @@
 #include "Oru/Common/Databases/Sqlite/Connection/VfsLibrary.h"
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/Statements/SqlText.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 #include "Oru/Common/Databases/Sqlite/Upkeep/IntegrityCheck.h"
 #include "Oru/Common/Databases/Sqlite/Upkeep/OnlineCopy.h"
 
@@ -208,7 +208,7 @@ bool DatabaseSqlite::RunAll(std::string_view text) {
 // none.
 bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<StatementValue>& values) {
   std::string error;
-  std::unique_ptr<PreparedStatement> statement;
+  std::unique_ptr<StatementHandle> statement;
   {
     const ConnectionLock lock(*this);
     statement = mParts->connection.Statements().Take(mHandle, text, &text);
@@ -224,7 +224,7 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
 }
 
 // Runs a statement to its end; gives why that failed, empty for success.
-std::string DatabaseSqlite::RunToEnd(PreparedStatement& statement) {
+std::string DatabaseSqlite::RunToEnd(StatementHandle& statement) {
   const ConnectionLock lock(*this);
   const StatementDeadline::Scope scope(mParts->connection.Deadline());
   if (const char* refusal = mParts->transactions.Refusal(statement.IsReadOnly())) return refusal;

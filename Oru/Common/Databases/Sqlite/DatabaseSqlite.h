@@ -18,7 +18,7 @@ struct sqlite3;
 namespace Oru::Common::Databases::Sqlite {
 
 struct ConnectionParts;
-class PreparedStatement;
+class StatementHandle;
 
 /// A connection to one SQLite file.
 ///
@@ -226,7 +226,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   bool Configure(const char* pragma, const std::string& value);
   bool RunAll(std::string_view text);
   bool RunFirst(std::string_view& text, const std::vector<StatementValue>& values);
-  std::string RunToEnd(PreparedStatement& statement);
+  std::string RunToEnd(StatementHandle& statement);
 
   mutable std::mutex mLastFailureMutex;
   std::string mLastFailure;

@@ -2,7 +2,7 @@
 
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
 #include <cstddef>
@@ -33,7 +33,7 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   ///         operations here
   template <class Use>
   void ForEachOwned(int64_t ownerKey, Use use) {
-    KeptStatement::Run run(Owned().select, this->AttachedDatabase(), ownerKey);
+    PreparedStatement::Run run(Owned().select, this->AttachedDatabase(), ownerKey);
     for (T object{}; run.Step(); use(object))
       this->ReadFromCursor(run.Row(), object, true);
   }
@@ -53,20 +53,20 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
 
  protected:
   /// Says which column holds the key of a row's owner. For constructors, after `GenerateStatements`.
-  void OwnerStandsIn(const std::string& column) {
+  void SetOwnerColumn(const std::string& column) {
     QuerySqlite ofOwner;
     ofOwner.Equals(column, int64_t{});
     owned = std::make_unique<OwnedRows>(OwnedRows{
-        KeptStatement(this->StatementGenerator().SelectToRun(ofOwner).text),
-        KeptStatement("DELETE FROM " + GetTableName() + " WHERE " + column + " = ?"),
+        PreparedStatement(this->StatementGenerator().SelectToRun(ofOwner).text),
+        PreparedStatement("DELETE FROM " + GetTableName() + " WHERE " + column + " = ?"),
     });
   }
 
  private:
   // The statements for the rows of one owner, whose key is their parameter.
   struct OwnedRows {
-    KeptStatement select;
-    KeptStatement deletion;
+    PreparedStatement select;
+    PreparedStatement deletion;
   };
 
   OwnedRows& Owned() {

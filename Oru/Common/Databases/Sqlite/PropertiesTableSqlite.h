@@ -2,7 +2,7 @@
 
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/Property.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 
 #include <array>
@@ -51,7 +51,7 @@ class ORU_COMMON_DATABASE_EXPORT PropertiesTableSqlite : public TableSqlite<Prop
   static const std::array<std::string, 4> columnNames;
 
   const std::string tableName;
-  KeptStatement keyByName;
+  PreparedStatement keyByName;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

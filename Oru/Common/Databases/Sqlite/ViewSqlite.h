@@ -4,8 +4,8 @@
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/NotSupportedException.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
 #include "Oru/Common/Databases/Sqlite/ObjectCursorSqlite.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/RawCursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/ViewStatementGenerator.h"
 #include "Oru/Common/Databases/View.h"
@@ -100,8 +100,8 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   /// Reads the first row that a select of this view finds, run with its values.
   /// @return false, with `object` as it was, if it found none
   template <class... Values>
-  bool ReadFirst(KeptStatement& select, T& object, const Values&... values) {
-    KeptStatement::Run run(select, AttachedDatabase(), values...);
+  bool ReadFirst(PreparedStatement& select, T& object, const Values&... values) {
+    PreparedStatement::Run run(select, AttachedDatabase(), values...);
     if (!run.Step()) return false;
     this->ReadFromCursor(run.Row(), object, true);
     return true;
@@ -110,8 +110,8 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   /// @param make  gives an owning pointer to a new object
   /// @param use   is called with that pointer after each row
   template <class Make, class Use, class... Values>
-  void ForEachNew(KeptStatement& select, Make make, Use use, const Values&... values) {
-    KeptStatement::Run run(select, AttachedDatabase(), values...);
+  void ForEachNew(PreparedStatement& select, Make make, Use use, const Values&... values) {
+    PreparedStatement::Run run(select, AttachedDatabase(), values...);
     while (run.Step()) {
       auto object = make();
       this->ReadFromCursor(run.Row(), *object, true);

@@ -18,7 +18,7 @@ const std::array<std::string, 5> AnglesDapOperatorMetadataTable::columnNames = {
 AnglesDapOperatorMetadataTable::AnglesDapOperatorMetadataTable(Sqlite::DatabaseSqlite& db)
     : OwnerKeyTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefAngles]);
+  SetOwnerColumn(columnNames[Column::RefAngles]);
 }
 
 AnglesDapOperatorMetadataTable::~AnglesDapOperatorMetadataTable() = default;

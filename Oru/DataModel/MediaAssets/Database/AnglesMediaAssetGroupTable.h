@@ -2,7 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesDapOperatorMetadataTable.h"
@@ -75,7 +75,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
  private:
   AnglesDapOperatorMetadataTable dapOperatorProfileTable;
   MediaAssetGroupTable& mediaAssetGroupTable;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

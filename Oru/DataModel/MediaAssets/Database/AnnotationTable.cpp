@@ -18,7 +18,7 @@ const std::array<std::string, 8> AnnotationTable::columnNames = {
 
 AnnotationTable::AnnotationTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefMediaAsset]);
+  SetOwnerColumn(columnNames[Column::RefMediaAsset]);
   metadataTable = std::make_unique<MetadataTable>("MetadataAnnotation", db);
 }
 

@@ -17,7 +17,7 @@ const std::string AudioEssenceTable::fromClause =
 
 AudioEssenceTable::AudioEssenceTable(EssenceTable& table) : EssenceKindTable(table) {
   GenerateStatements();
-  OwnerStandsIn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
+  SetOwnerColumn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
 }
 
 AudioEssenceTable::~AudioEssenceTable() = default;

@@ -18,7 +18,7 @@ const std::array<std::string, 3> DapOperatorKeywordsTable::columnNames = {"refDa
 
 DapOperatorKeywordsTable::DapOperatorKeywordsTable(Sqlite::DatabaseSqlite& db) : KeylessTable(db) {
   GenerateStatementsWithoutUpdate();
-  OwnerStandsIn(columnNames[Column::RefDapOperatorMetadata]);
+  SetOwnerColumn(columnNames[Column::RefDapOperatorMetadata]);
 }
 
 DapOperatorKeywordsTable::~DapOperatorKeywordsTable() = default;

@@ -38,7 +38,7 @@ const std::array<std::string, 22> DapOperatorMetadataTable::columnNames = {"refM
 
 DapOperatorMetadataTable::DapOperatorMetadataTable(Sqlite::DatabaseSqlite& db) : OwnerKeyTable(db) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefMediaAsset]);
+  SetOwnerColumn(columnNames[Column::RefMediaAsset]);
   dapOperatorKeywordsTable = std::make_unique<DapOperatorKeywordsTable>(db);
 }
 

@@ -9,7 +9,7 @@ const std::string DataEssenceTable::fromClause =
 
 DataEssenceTable::DataEssenceTable(EssenceTable& table) : EssenceKindTable(table) {
   GenerateStatements();
-  OwnerStandsIn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
+  SetOwnerColumn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
 }
 
 DataEssenceTable::~DataEssenceTable() = default;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/EssenceEncapsulated.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
@@ -77,7 +77,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   // By `Essence::Type`.
   std::array<std::unique_ptr<KindTable>, 3> table;
   std::unique_ptr<MetadataTable> metadataTable;
-  Common::Databases::Sqlite::KeptStatement keyByNr;
+  Common::Databases::Sqlite::PreparedStatement keyByNr;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -29,12 +29,12 @@ MediaAssetGroupItemTable::MediaAssetGroupItemTable(MediaAssetTable& assets)
       mediaAssetTable(assets),
       lazyAsset(lazyMediaAssetQuery) {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefMediaAssetGroup]);
+  SetOwnerColumn(columnNames[Column::RefMediaAssetGroup]);
   anglesMediaAssetGroupItemTable = std::make_unique<AnglesMediaAssetGroupItemTable>(*this);
   Sqlite::QuerySqlite query;
   query.In("key", tableName, columnNames[Column::RefMediaAsset],
            Sqlite::QuerySqlite().Equals(columnNames[Column::Key], int64_t{}));
-  assetOfItem = Sqlite::KeptStatement(mediaAssetTable.StatementGenerator().SelectToRun(query).text);
+  assetOfItem = Sqlite::PreparedStatement(mediaAssetTable.StatementGenerator().SelectToRun(query).text);
 }
 
 MediaAssetGroupItemTable::~MediaAssetGroupItemTable() = default;
@@ -57,7 +57,7 @@ bool MediaAssetGroupItemTable::Write(const MediaAssetGroupItemArray& items, int6
 }
 
 void MediaAssetGroupItemTable::ReadMediaAssetLazy(MediaAssetGroupItem& groupItem) {
-  Sqlite::KeptStatement::Run run(lazyAsset, AttachedDatabase(), groupItem.ObjectId());
+  Sqlite::PreparedStatement::Run run(lazyAsset, AttachedDatabase(), groupItem.ObjectId());
   const Sqlite::CursorSqlite& cursor = run.Row();
   const Identifier id(run.Step() ? cursor.GetString(0) : std::string());
   groupItem.MediaAsset(MediaAssetReference(id));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/GroupItemEncapsulated.h"
@@ -65,8 +65,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
  private:
   MediaAssetTable& mediaAssetTable;
   std::unique_ptr<AnglesMediaAssetGroupItemTable> anglesMediaAssetGroupItemTable;
-  Common::Databases::Sqlite::KeptStatement assetOfItem;
-  Common::Databases::Sqlite::KeptStatement lazyAsset;
+  Common::Databases::Sqlite::PreparedStatement assetOfItem;
+  Common::Databases::Sqlite::PreparedStatement lazyAsset;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

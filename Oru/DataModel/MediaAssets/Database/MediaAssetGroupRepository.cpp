@@ -103,7 +103,7 @@ std::vector<MediaAssetGroup> MediaAssetGroupRepository::All() {
 }
 
 void MediaAssetGroupRepository::ReadItems(MediaAssetGroup& group, bool areAngles) {
-  KeptStatement::Run run(mItemsOfGroup, mDatabase, group.ObjectId());
+  PreparedStatement::Run run(mItemsOfGroup, mDatabase, group.ObjectId());
   const CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     MediaAssetReference asset(Identifier(cursor.GetString(1)));

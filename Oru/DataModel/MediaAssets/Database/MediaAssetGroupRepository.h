@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Identifiers.h"
@@ -65,7 +65,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupRepository {
   void RequireItemsStored(const MediaAssetGroup& group);
 
   DataModelDatabase& mDatabase;
-  Common::Databases::Sqlite::KeptStatement mItemsOfGroup;
+  Common::Databases::Sqlite::PreparedStatement mItemsOfGroup;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -33,7 +33,7 @@ MediaAssetGroupTable::MediaAssetGroupTable(MediaAssetTable& mediaAssetTable)
       .OrderByAsc(
           AnglesMediaAssetGroupItemTable::columnNames[AnglesMediaAssetGroupItemTable::Column::AngleIndex]);
   AnglesMediaAssetGroupItemTable& angles = mediaAssetGroupItemTable->GetAnglesMediaAssetGroupItemTable();
-  itemsOfGroup = Sqlite::KeptStatement(angles.StatementGenerator().SelectToRun(items).text);
+  itemsOfGroup = Sqlite::PreparedStatement(angles.StatementGenerator().SelectToRun(items).text);
 }
 
 MediaAssetGroupTable::~MediaAssetGroupTable() = default;

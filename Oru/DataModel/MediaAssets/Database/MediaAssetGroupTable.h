@@ -2,7 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
@@ -75,8 +75,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
  private:
   std::unique_ptr<AnglesMediaAssetGroupTable> anglesMediaAssetGroupTable;
   std::unique_ptr<MediaAssetGroupItemTable> mediaAssetGroupItemTable;
-  Common::Databases::Sqlite::KeptStatement itemsOfGroup;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  Common::Databases::Sqlite::PreparedStatement itemsOfGroup;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -21,11 +21,11 @@ namespace {
 
 // What selects the rows of a table that a link table ties to an asset, whose key is its parameter.
 template <class T>
-Sqlite::KeptStatement SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
-                                   const std::string& linkColumn) {
+Sqlite::PreparedStatement SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
+                                       const std::string& linkColumn) {
   Sqlite::QuerySqlite query;
   query.In("key", linkTable, linkColumn, Sqlite::QuerySqlite().Equals("refMediaAsset", int64_t{}));
-  return Sqlite::KeptStatement(table.StatementGenerator().SelectToRun(query).text);
+  return Sqlite::PreparedStatement(table.StatementGenerator().SelectToRun(query).text);
 }
 
 // Deletes the rows of a table that no link refers to.
@@ -281,7 +281,7 @@ void MediaAssetTable::ReadMediaResources(MediaAsset& mediaAsset) {
 }
 
 void MediaAssetTable::ReadMediaResourcesLazy(MediaAsset& mediaAsset) {
-  Sqlite::KeptStatement::Run run(lazyResources, AttachedDatabase(), mediaAsset.ObjectId());
+  Sqlite::PreparedStatement::Run run(lazyResources, AttachedDatabase(), mediaAsset.ObjectId());
   const Sqlite::CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     mediaAsset.MediaResources().Insert(SharedReference<MediaResource>(Identifier(cursor.GetString(0))));

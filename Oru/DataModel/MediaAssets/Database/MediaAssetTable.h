@@ -3,7 +3,7 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/MetadataProfileDictionary.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/AnnotationTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorMetadataTable.h"
@@ -214,13 +214,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   std::unique_ptr<TrackTable> trackTable;
   std::unique_ptr<RelationAssetTrackTable> relationAssetTrackTable;
   std::unique_ptr<MediaAssetGroupTable> mediaAssetGroupTable;
-  Common::Databases::Sqlite::KeptStatement linkedResources;
-  Common::Databases::Sqlite::KeptStatement linkedTracks;
-  Common::Databases::Sqlite::KeptStatement lazyResources;
+  Common::Databases::Sqlite::PreparedStatement linkedResources;
+  Common::Databases::Sqlite::PreparedStatement linkedTracks;
+  Common::Databases::Sqlite::PreparedStatement lazyResources;
   std::unique_ptr<UnusedRows> unusedMediaResources;
   std::unique_ptr<UnusedRows> unusedTracks;
   std::unique_ptr<UnusedRows> emptyAssetGroups;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

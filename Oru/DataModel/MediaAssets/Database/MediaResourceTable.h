@@ -2,7 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
@@ -84,7 +84,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   std::unique_ptr<StreamTable> streamTable;
   std::unique_ptr<TimeBoundsTable> timeBoundsTable;
   std::unique_ptr<MetadataTable> metadataTable;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -20,7 +20,7 @@ const std::string MetadataTable::emptyString;
 MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
   GenerateStatementsWithoutUpdate();
-  OwnerStandsIn(columnNames[Column::ForeignKey]);
+  SetOwnerColumn(columnNames[Column::ForeignKey]);
 }
 
 MetadataTable::~MetadataTable() = default;

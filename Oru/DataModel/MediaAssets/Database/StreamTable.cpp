@@ -45,7 +45,7 @@ const std::string StreamTable::objectIdFromIdentifierQuery = "SELECT key FROM St
 StreamTable::StreamTable(Sqlite::DatabaseSqlite& db)
     : DeclaredTable(db), keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefMediaResource]);
+  SetOwnerColumn(columnNames[Column::RefMediaResource]);
   essenceTable = std::make_unique<EssenceTable>(db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsStream", db);
   metadataTable = std::make_unique<MetadataTable>("MetadataStream", db);

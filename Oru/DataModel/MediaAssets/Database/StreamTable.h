@@ -2,7 +2,7 @@
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/EssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
@@ -90,7 +90,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   std::unique_ptr<EssenceTable> essenceTable;
   std::unique_ptr<TimeBoundsTable> timeBoundsTable;
   std::unique_ptr<MetadataTable> metadataTable;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

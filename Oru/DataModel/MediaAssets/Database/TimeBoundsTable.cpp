@@ -18,7 +18,7 @@ const std::string TimeBoundsTable::emptyString;
 TimeBoundsTable::TimeBoundsTable(const std::string& name, Sqlite::DatabaseSqlite& db)
     : KeylessTable(db), tableName(name) {
   GenerateStatementsWithoutUpdate();
-  OwnerStandsIn(columnNames[Column::ForeignKey]);
+  SetOwnerColumn(columnNames[Column::ForeignKey]);
 }
 
 TimeBoundsTable::~TimeBoundsTable() = default;

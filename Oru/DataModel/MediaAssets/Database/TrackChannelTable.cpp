@@ -17,7 +17,7 @@ TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db)
           "SELECT e.key as essenceKey FROM Essence e JOIN Stream s ON e.refStream = s.key"
           " WHERE e.nr = :nr and s.id = :id") {
   GenerateStatements();
-  OwnerStandsIn(columnNames[Column::RefTrack]);
+  SetOwnerColumn(columnNames[Column::RefTrack]);
   streamTable = std::make_unique<StreamTable>(db);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
@@ -53,7 +53,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
 
  private:
   std::unique_ptr<StreamTable> streamTable;
-  Common::Databases::Sqlite::KeptStatement essenceByStreamAndNr;
+  Common::Databases::Sqlite::PreparedStatement essenceByStreamAndNr;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -34,7 +34,7 @@ TrackTable::TrackTable(Sqlite::DatabaseSqlite& db)
   streamTable = std::make_unique<StreamTable>(db);
   Sqlite::QuerySqlite byId;
   byId.Equals(StreamTable::columnNames[StreamTable::Column::Id], std::string());
-  streamById = Sqlite::KeptStatement(streamTable->StatementGenerator().SelectToRun(byId).text);
+  streamById = Sqlite::PreparedStatement(streamTable->StatementGenerator().SelectToRun(byId).text);
 }
 
 TrackTable::~TrackTable() = default;
@@ -51,7 +51,7 @@ bool TrackTable::Save(Track& obj, bool lazy) {
 }
 
 void TrackTable::ReadTrackChannelLazy(Track& track) {
-  Sqlite::KeptStatement::Run run(lazyChannels, AttachedDatabase(), track.ObjectId());
+  Sqlite::PreparedStatement::Run run(lazyChannels, AttachedDatabase(), track.ObjectId());
   const Sqlite::CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     auto channel = std::make_shared<TrackChannelToRemove>();

@@ -3,7 +3,7 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/SortedVectorSharedPointer.h"
 #include "Oru/Common/Databases/Sqlite/DeclaredTable.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 #include "Oru/DataModel/MediaAssets/Database/Export.h"
 #include "Oru/DataModel/MediaAssets/Database/StreamTable.h"
@@ -68,9 +68,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
  private:
   std::unique_ptr<TrackChannelTable> trackChannelTable;
   std::unique_ptr<StreamTable> streamTable;
-  Common::Databases::Sqlite::KeptStatement streamById;
-  mutable Common::Databases::Sqlite::KeptStatement keyByIdentifier;
-  Common::Databases::Sqlite::KeptStatement lazyChannels;
+  Common::Databases::Sqlite::PreparedStatement streamById;
+  mutable Common::Databases::Sqlite::PreparedStatement keyByIdentifier;
+  Common::Databases::Sqlite::PreparedStatement lazyChannels;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

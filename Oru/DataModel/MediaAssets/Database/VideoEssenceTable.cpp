@@ -30,7 +30,7 @@ const std::string VideoEssenceTable::fromClause =
 
 VideoEssenceTable::VideoEssenceTable(EssenceTable& table) : EssenceKindTable(table) {
   GenerateStatements();
-  OwnerStandsIn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
+  SetOwnerColumn(EssenceTable::columnNames[EssenceTable::Column::RefStream]);
 }
 
 VideoEssenceTable::~VideoEssenceTable() = default;

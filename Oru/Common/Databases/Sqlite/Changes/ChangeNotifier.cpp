@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
 
 #include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <sqlite3.h>
 
@@ -200,7 +200,7 @@ bool ChangeNotifier::IsShadow(const std::string& table) {
   const HeldMutex mutex = Hold(mHandle);
   if (!mHandle) return false;
   if (!mShadowSelect) {
-    mShadowSelect = PreparedStatement::Prepare(
+    mShadowSelect = StatementHandle::Prepare(
         mHandle, "SELECT 1 FROM pragma_table_list(?) WHERE schema = 'main' AND type = 'shadow'", true);
   }
   // If SQLite fails (the file is locked, say), a table too many is better than one too few.

@@ -18,7 +18,7 @@ struct sqlite3_stmt;
 
 namespace Oru::Common::Databases::Sqlite {
 
-class PreparedStatement;
+class StatementHandle;
 
 /// Collects what statements change on a connection, and notifies the listeners of what was committed.
 ///
@@ -98,7 +98,7 @@ class ChangeNotifier {
   bool mIsNotifying = false;
 
   // Used only by the thread that notifies.
-  std::unique_ptr<PreparedStatement> mShadowSelect;
+  std::unique_ptr<StatementHandle> mShadowSelect;
   std::unordered_map<std::string, bool> mShadows;
 
   mutable std::mutex mMutex;

@@ -18,11 +18,11 @@ bool Savepoints::IsOwnRollback(const char* text) {
   return std::string_view(text).substr(0, RollbackText.size()) == RollbackText;
 }
 
-std::unique_ptr<PreparedStatement> Savepoints::Prepare(sqlite3* handle, const std::string& text) {
-  return PreparedStatement::Prepare(handle, text, true);
+std::unique_ptr<StatementHandle> Savepoints::Prepare(sqlite3* handle, const std::string& text) {
+  return StatementHandle::Prepare(handle, text, true);
 }
 
-int Savepoints::Run(const PreparedStatement& statement) {
+int Savepoints::Run(const StatementHandle& statement) {
   const int code = sqlite3_step(statement.Handle());
   sqlite3_reset(statement.Handle());
   return code == SQLITE_DONE ? SQLITE_OK : code;

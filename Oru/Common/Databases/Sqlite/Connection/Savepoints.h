@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -44,7 +44,7 @@ class Savepoints {
 
  private:
   struct Statements {
-    std::unique_ptr<PreparedStatement> begin, rollback, release;
+    std::unique_ptr<StatementHandle> begin, rollback, release;
   };
   struct Savepoint {
     uint64_t number;
@@ -52,8 +52,8 @@ class Savepoints {
     int64_t changesAtBegin;
   };
 
-  static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, const std::string& text);
-  static int Run(const PreparedStatement& statement);
+  static std::unique_ptr<StatementHandle> Prepare(sqlite3* handle, const std::string& text);
+  static int Run(const StatementHandle& statement);
 
   // By depth.
   std::vector<Statements> mStatements;

@@ -1,6 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/Connection/SchemaWatch.h"
 
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <sqlite3.h>
 
@@ -23,8 +23,8 @@ std::string_view TextOf(sqlite3_stmt* row, int column) {
               : std::string_view();
 }
 
-bool Prepare(sqlite3* handle, std::unique_ptr<PreparedStatement>& statement, std::string_view text) {
-  if (!statement) statement = PreparedStatement::Prepare(handle, text, true);
+bool Prepare(sqlite3* handle, std::unique_ptr<StatementHandle>& statement, std::string_view text) {
+  if (!statement) statement = StatementHandle::Prepare(handle, text, true);
   return statement != nullptr;
 }
 

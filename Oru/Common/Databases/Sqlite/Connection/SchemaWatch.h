@@ -9,7 +9,7 @@ struct sqlite3;
 
 namespace Oru::Common::Databases::Sqlite {
 
-class PreparedStatement;
+class StatementHandle;
 
 /// Notices what other connections commit to the file of a connection, and keeps what SQLite knows of the
 /// tables true. SQLite itself goes by the file's schema version alone, and each opening of a data model database
@@ -49,8 +49,8 @@ class SchemaWatch {
   sqlite3* mHandle;
   // A database in memory belongs to one connection.
   const bool mIsFile;
-  std::unique_ptr<PreparedStatement> mVersionSelect;
-  std::unique_ptr<PreparedStatement> mSchemaSelect;
+  std::unique_ptr<StatementHandle> mVersionSelect;
+  std::unique_ptr<StatementHandle> mSchemaSelect;
   // Those of the last look.
   std::optional<int64_t> mVersion;
   std::optional<std::size_t> mFingerprint;

@@ -176,7 +176,7 @@ const char* Transactions::WhyNoBackup() const {
   return isWriting ? "a transaction is open" : WhyNoCheck();
 }
 
-void Transactions::NoteCommand(const PreparedStatement& command, bool wasInTransaction) {
+void Transactions::NoteCommand(const StatementHandle& command, bool wasInTransaction) {
   const bool isInTransaction = mConnection.IsInTransaction();
   // A command that succeeds and leaves no transaction open is itself the end of the one there was.
   if (wasInTransaction && !isInTransaction) NoteEnd();

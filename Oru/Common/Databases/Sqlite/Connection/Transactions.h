@@ -8,7 +8,7 @@
 namespace Oru::Common::Databases::Sqlite {
 
 class Connection;
-class PreparedStatement;
+class StatementHandle;
 
 /// The state of the transactions of one connection: the one that `DatabaseSqlite` has begun, the readings of
 /// `ReadGuard`, and the savepoints. It decides which statement may run.
@@ -53,7 +53,7 @@ class Transactions {
   /// Why a backup must not begin now, null if it may.
   const char* WhyNoBackup() const;
   /// To be called after each command that succeeded: it may have ended the transaction itself, or changed tables.
-  void NoteCommand(const PreparedStatement& command, bool wasInTransaction);
+  void NoteCommand(const StatementHandle& command, bool wasInTransaction);
   /// Forgets a connection that is about to close.
   void Forget();
 

@@ -36,13 +36,13 @@ StatementCache::StatementCache(std::size_t capacity) : mCapacity(capacity) {}
 
 StatementCache::~StatementCache() = default;
 
-std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, std::string_view text,
-                                                        std::string_view* rest) {
+std::unique_ptr<StatementHandle> StatementCache::Take(sqlite3* handle, std::string_view text,
+                                                      std::string_view* rest) {
   std::string_view tail;
-  std::unique_ptr<PreparedStatement> statement = TakeCached(text);
+  std::unique_ptr<StatementHandle> statement = TakeCached(text);
   if (!statement) {
     const bool isWorthKeeping = IsWorthKeeping(text);
-    statement = PreparedStatement::Prepare(handle, text, isWorthKeeping, &tail);
+    statement = StatementHandle::Prepare(handle, text, isWorthKeeping, &tail);
     const bool isWhole = WithoutLeading(WithoutLeading(tail, Blanks), ";").empty();
     if (statement && isWorthKeeping && isWhole) Register(*statement, text);
   }
@@ -50,21 +50,21 @@ std::unique_ptr<PreparedStatement> StatementCache::Take(sqlite3* handle, std::st
   return statement;
 }
 
-std::unique_ptr<PreparedStatement> StatementCache::TakeCached(std::string_view text) {
+std::unique_ptr<StatementHandle> StatementCache::TakeCached(std::string_view text) {
   const std::lock_guard<std::mutex> lock(mMutex);
   const auto found = mByText.find(text);
   if (found == mByText.end()) return nullptr;
   const Slots::iterator slot = found->second;
   mSlots.splice(mSlots.begin(), mSlots, slot);
   if (slot->cached.empty()) return nullptr;
-  std::unique_ptr<PreparedStatement> statement = std::move(slot->cached.back());
+  std::unique_ptr<StatementHandle> statement = std::move(slot->cached.back());
   slot->cached.pop_back();
   ++slot->outCount;
   --mCount;
   return statement;
 }
 
-void StatementCache::Register(PreparedStatement& statement, std::string_view text) {
+void StatementCache::Register(StatementHandle& statement, std::string_view text) {
   const std::lock_guard<std::mutex> lock(mMutex);
   auto found = mByText.find(text);
   if (found == mByText.end()) {
@@ -78,7 +78,7 @@ void StatementCache::Register(PreparedStatement& statement, std::string_view tex
   statement.slot = &*found->second;
 }
 
-void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool isSound) {
+void StatementCache::Return(std::unique_ptr<StatementHandle> statement, bool isSound) {
   if (!statement->slot) return;
   if (isSound) statement->Clear();
 
@@ -97,11 +97,11 @@ void StatementCache::Return(std::unique_ptr<PreparedStatement> statement, bool i
   }
 }
 
-std::unique_ptr<PreparedStatement> StatementCache::TakeLeastRecentlyUsed() {
+std::unique_ptr<StatementHandle> StatementCache::TakeLeastRecentlyUsed() {
   auto slot = std::prev(mSlots.end());
   while (slot->cached.empty())
     --slot;
-  std::unique_ptr<PreparedStatement> statement = std::move(slot->cached.back());
+  std::unique_ptr<StatementHandle> statement = std::move(slot->cached.back());
   slot->cached.pop_back();
   --mCount;
   EraseIfUnused(slot);
@@ -115,7 +115,7 @@ void StatementCache::EraseIfUnused(Slots::iterator slot) {
 }
 
 bool StatementCache::PrepareRollback(sqlite3* handle) {
-  if (!mRollback) mRollback = PreparedStatement::Prepare(handle, "ROLLBACK", true);
+  if (!mRollback) mRollback = StatementHandle::Prepare(handle, "ROLLBACK", true);
   return mRollback != nullptr;
 }
 

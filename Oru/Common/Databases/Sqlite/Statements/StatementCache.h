@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <cstddef>
 #include <functional>
@@ -37,12 +37,12 @@ class StatementCache {
   /// Statements that read or write rows are cached. Others (schema, settings, transactions) and texts of
   /// several statements are prepared for one use.
   /// @param rest  set to what follows the statement in the text, unless null
-  std::unique_ptr<PreparedStatement> Take(sqlite3* handle, std::string_view text,
-                                          std::string_view* rest = nullptr);
+  std::unique_ptr<StatementHandle> Take(sqlite3* handle, std::string_view text,
+                                        std::string_view* rest = nullptr);
 
   /// Caches a statement for its next use. Finalises one that isn't of this cache, and one whose step failed.
   /// @param isSound  whether no step failed
-  void Return(std::unique_ptr<PreparedStatement> statement, bool isSound);
+  void Return(std::unique_ptr<StatementHandle> statement, bool isSound);
 
   /// Prepares the rollback of a transaction that is about to begin, so that it can't fail later for lack of
   /// memory.
@@ -58,7 +58,7 @@ class StatementCache {
   std::size_t Count() const;
 
  private:
-  using Statements = std::vector<std::unique_ptr<PreparedStatement>>;
+  using Statements = std::vector<std::unique_ptr<StatementHandle>>;
 
   // The statements of tables begin alike; they differ after their FROM.
   struct TextHash {
@@ -77,13 +77,13 @@ class StatementCache {
   };
   using Slots = std::list<Slot>;
 
-  std::unique_ptr<PreparedStatement> TakeCached(std::string_view text);
-  void Register(PreparedStatement& statement, std::string_view text);
+  std::unique_ptr<StatementHandle> TakeCached(std::string_view text);
+  void Register(StatementHandle& statement, std::string_view text);
   // There must be a cached one.
-  std::unique_ptr<PreparedStatement> TakeLeastRecentlyUsed();
+  std::unique_ptr<StatementHandle> TakeLeastRecentlyUsed();
   void EraseIfUnused(Slots::iterator slot);
 
-  std::unique_ptr<PreparedStatement> mRollback;
+  std::unique_ptr<StatementHandle> mRollback;
   const std::size_t mCapacity;
   // Never held while a statement is prepared or finalised: that takes the connection's mutex, whose owner may
   // be waiting for this one.

@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/Upkeep/IntegrityCheck.h"
 
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/Statements/SqlText.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <sqlite3.h>
 
@@ -44,7 +44,7 @@ int IntegrityCheck::Run() {
 
 int IntegrityCheck::FindRows(const std::string& select, Description describe,
                              std::vector<std::string>& rows) {
-  const auto statement = PreparedStatement::Prepare(mHandle, select, false);
+  const auto statement = StatementHandle::Prepare(mHandle, select, false);
   if (!statement) return Judge({});
   int code = SQLITE_OK;
   while ((code = sqlite3_step(statement->Handle())) == SQLITE_ROW)

@@ -372,7 +372,7 @@ void MediaAssetReader::ReadTracks(Assets& assets, const std::string& keys) {
 
 void MediaAssetReader::ReadChannels(ObjectsByKey<Track>& read) {
   if (read.IsEmpty()) return;
-  Sqlite::KeptStatement::Run run(channels, Database(), read.Keys());
+  Sqlite::PreparedStatement::Run run(channels, Database(), read.Keys());
   const Sqlite::CursorSqlite& cursor = run.Row();
   while (run.Step()) {
     auto channel = std::make_shared<TrackChannelToRemove>();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/DataModel/MediaAssets/Annotation.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetPage.h"
@@ -69,7 +69,7 @@ class MediaAssetReader {
   RowsOfOwners<MetadataRow> annotationMetadata;
   RowsOfOwners<MediaResource> resources;
   RowsOfOwners<Track> tracks;
-  Common::Databases::Sqlite::KeptStatement channels;
+  Common::Databases::Sqlite::PreparedStatement channels;
   MediaResourceReader resourceReader;
 };
 

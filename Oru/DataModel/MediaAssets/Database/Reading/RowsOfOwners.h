@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/ViewSqlite.h"
 
 #include <algorithm>
@@ -110,14 +110,14 @@ class RowsOfOwners {
   }
 
  private:
-  using Run = Common::Databases::Sqlite::KeptStatement::Run;
+  using Run = Common::Databases::Sqlite::PreparedStatement::Run;
 
   Common::Databases::Sqlite::DatabaseSqlite& Database() const {
     return static_cast<Common::Databases::Sqlite::DatabaseSqlite&>(view.GetDatabase());
   }
 
   View& view;
-  Common::Databases::Sqlite::KeptStatement select;
+  Common::Databases::Sqlite::PreparedStatement select;
   const std::string owner;
 };
 

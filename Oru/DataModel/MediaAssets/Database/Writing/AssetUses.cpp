@@ -39,8 +39,8 @@ AssetUses::AssetUses(Sqlite::DatabaseSqlite& usedDatabase)
           "DELETE FROM MediaAssetGroup WHERE key = ?1"
           " AND NOT EXISTS (SELECT 1 FROM MediaAssetGroupItem WHERE refMediaAssetGroup = ?1)") {}
 
-std::vector<int64_t> AssetUses::Find(Sqlite::KeptStatement& select, int64_t owner) {
-  Sqlite::KeptStatement::Run run(select, database, owner);
+std::vector<int64_t> AssetUses::Find(Sqlite::PreparedStatement& select, int64_t owner) {
+  Sqlite::PreparedStatement::Run run(select, database, owner);
   std::vector<int64_t> keys;
   while (run.Step())
     keys.push_back(run.Row().GetInt64(0));
@@ -87,9 +87,9 @@ void AssetUses::DeleteUnusedGroups(const std::vector<int64_t>& unused) {
   RunForEach(deleteUnusedGroup, unused);
 }
 
-void AssetUses::RunForEach(Sqlite::KeptStatement& statement, const std::vector<int64_t>& keys) {
+void AssetUses::RunForEach(Sqlite::PreparedStatement& statement, const std::vector<int64_t>& keys) {
   for (const int64_t key : keys)
-    Sqlite::KeptStatement::Run(statement, database, key).Step();
+    Sqlite::PreparedStatement::Run(statement, database, key).Step();
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 
 #include <cstdint>
 #include <vector>
@@ -39,20 +39,20 @@ class AssetUses {
   void DeleteUnusedGroups(const std::vector<int64_t>& groups);
 
  private:
-  std::vector<int64_t> Find(Common::Databases::Sqlite::KeptStatement& select, int64_t owner);
-  void RunForEach(Common::Databases::Sqlite::KeptStatement& statement, const std::vector<int64_t>& keys);
+  std::vector<int64_t> Find(Common::Databases::Sqlite::PreparedStatement& select, int64_t owner);
+  void RunForEach(Common::Databases::Sqlite::PreparedStatement& statement, const std::vector<int64_t>& keys);
 
   Common::Databases::Sqlite::DatabaseSqlite& database;
-  Common::Databases::Sqlite::KeptStatement linkedResources;
-  Common::Databases::Sqlite::KeptStatement trackedResources;
-  Common::Databases::Sqlite::KeptStatement resourcesOfTrack;
-  Common::Databases::Sqlite::KeptStatement streams;
-  Common::Databases::Sqlite::KeptStatement linkedTracks;
-  Common::Databases::Sqlite::KeptStatement groups;
-  Common::Databases::Sqlite::KeptStatement linkElsewhere;
-  Common::Databases::Sqlite::KeptStatement deleteUnusedTrack;
-  Common::Databases::Sqlite::KeptStatement deleteUnusedResource;
-  Common::Databases::Sqlite::KeptStatement deleteUnusedGroup;
+  Common::Databases::Sqlite::PreparedStatement linkedResources;
+  Common::Databases::Sqlite::PreparedStatement trackedResources;
+  Common::Databases::Sqlite::PreparedStatement resourcesOfTrack;
+  Common::Databases::Sqlite::PreparedStatement streams;
+  Common::Databases::Sqlite::PreparedStatement linkedTracks;
+  Common::Databases::Sqlite::PreparedStatement groups;
+  Common::Databases::Sqlite::PreparedStatement linkElsewhere;
+  Common::Databases::Sqlite::PreparedStatement deleteUnusedTrack;
+  Common::Databases::Sqlite::PreparedStatement deleteUnusedResource;
+  Common::Databases::Sqlite::PreparedStatement deleteUnusedGroup;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

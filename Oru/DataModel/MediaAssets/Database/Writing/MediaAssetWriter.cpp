@@ -119,8 +119,8 @@ void MediaAssetWriter::PutSharing(MediaAsset& asset, int64_t original) {
   RequireStorable(asset);
   WithoutClosedCursors([&] {
     WriteOwn(asset, -1);
-    Sqlite::KeptStatement::Run(shareResources, database, asset.ObjectId(), original).Step();
-    Sqlite::KeptStatement::Run(shareTracks, database, asset.ObjectId(), original).Step();
+    Sqlite::PreparedStatement::Run(shareResources, database, asset.ObjectId(), original).Step();
+    Sqlite::PreparedStatement::Run(shareTracks, database, asset.ObjectId(), original).Step();
   });
 }
 
@@ -128,7 +128,7 @@ void MediaAssetWriter::Remove(int64_t key) {
   WithoutClosedCursors([&] {
     const Keys resources = Union(uses.LinkedResources(key), uses.TrackedResources(key));
     const Keys tracks = uses.Tracks(key), groups = uses.Groups(key);
-    Sqlite::KeptStatement::Run(deleteAsset, database, key).Step();
+    Sqlite::PreparedStatement::Run(deleteAsset, database, key).Step();
     uses.DeleteUnusedTracks(tracks);
     uses.DeleteUnusedResources(resources);
     uses.DeleteUnusedGroups(groups);
@@ -211,7 +211,7 @@ bool MediaAssetWriter::WriteChannels(const Track& track, bool isNew) {
   using Place = std::tuple<std::string, int32_t, int64_t>;
   std::map<Place, std::size_t> stored;
   if (!isNew) {
-    Sqlite::KeptStatement::Run run(channelsOfTrack, database, track.ObjectId());
+    Sqlite::PreparedStatement::Run run(channelsOfTrack, database, track.ObjectId());
     for (const Sqlite::CursorSqlite& row = run.Row(); run.Step();)
       stored.emplace(Place(row.GetString(0), row.GetInt32(1), row.GetInt64(2)), stored.size());
   }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/AssetUses.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/ResourceWriter.h"
@@ -63,11 +63,11 @@ class MediaAssetWriter {
   MediaAssetTable& assets;
   AssetUses uses;
   ResourceWriter resourceWriter;
-  Common::Databases::Sqlite::KeptStatement shareResources;
-  Common::Databases::Sqlite::KeptStatement shareTracks;
-  Common::Databases::Sqlite::KeptStatement channelsOfTrack;
-  Common::Databases::Sqlite::KeptStatement deleteAsset;
-  Common::Databases::Sqlite::KeptStatement protection;
+  Common::Databases::Sqlite::PreparedStatement shareResources;
+  Common::Databases::Sqlite::PreparedStatement shareTracks;
+  Common::Databases::Sqlite::PreparedStatement channelsOfTrack;
+  Common::Databases::Sqlite::PreparedStatement deleteAsset;
+  Common::Databases::Sqlite::PreparedStatement protection;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

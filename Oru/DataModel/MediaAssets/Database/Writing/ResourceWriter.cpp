@@ -144,14 +144,14 @@ void ResourceWriter::WriteEssence(const Writing& writing, Essence& essence, int6
 }
 
 ResourceWriter::StoredStream ResourceWriter::FindStream(const Identifier& id) {
-  Sqlite::KeptStatement::Run run(streamById, database, id.Value());
+  Sqlite::PreparedStatement::Run run(streamById, database, id.Value());
   StoredStream found;
   if (run.Step()) found = {run.Row().GetInt64(0), run.Row().GetInt64(1)};
   return found;
 }
 
 std::map<int32_t, ResourceWriter::StoredEssence> ResourceWriter::FindEssences(int64_t stream) {
-  Sqlite::KeptStatement::Run run(essencesOfStream, database, stream);
+  Sqlite::PreparedStatement::Run run(essencesOfStream, database, stream);
   std::map<int32_t, StoredEssence> found;
   while (run.Step()) {
     const Sqlite::CursorSqlite& row = run.Row();
@@ -162,7 +162,7 @@ std::map<int32_t, ResourceWriter::StoredEssence> ResourceWriter::FindEssences(in
 }
 
 std::string ResourceWriter::ResourceName(int64_t key) {
-  Sqlite::KeptStatement::Run run(resourceByKey, database, key);
+  Sqlite::PreparedStatement::Run run(resourceByKey, database, key);
   return run.Step() ? run.Row().GetString(0) : std::string();
 }
 

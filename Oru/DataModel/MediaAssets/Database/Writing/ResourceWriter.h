@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/BusinessEntityModel/BaseTypes/PersistentObject.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/Database/EssenceEncapsulated.h"
@@ -73,9 +73,9 @@ class ResourceWriter {
   EssenceTable& essences;
   // By `Essence::Type`.
   std::array<KindTable*, 3> kinds;
-  Common::Databases::Sqlite::KeptStatement streamById;
-  Common::Databases::Sqlite::KeptStatement essencesOfStream;
-  Common::Databases::Sqlite::KeptStatement resourceByKey;
+  Common::Databases::Sqlite::PreparedStatement streamById;
+  Common::Databases::Sqlite::PreparedStatement essencesOfStream;
+  Common::Databases::Sqlite::PreparedStatement resourceByKey;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

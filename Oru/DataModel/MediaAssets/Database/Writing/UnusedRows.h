@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 
 #include <cstdint>
 #include <functional>
@@ -58,8 +58,8 @@ class UnusedRows {
   // Temporary tables: the keys of rows that have lost a link, and what was known the last time.
   const std::string notes;
   const std::string known;
-  Common::Databases::Sqlite::KeptStatement partCount;
-  Common::Databases::Sqlite::KeptStatement dataVersion;
+  Common::Databases::Sqlite::PreparedStatement partCount;
+  Common::Databases::Sqlite::PreparedStatement dataVersion;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

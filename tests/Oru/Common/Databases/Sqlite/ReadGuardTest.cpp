@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 
 #include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/KeptStatement.h"
+#include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
@@ -95,8 +95,8 @@ TEST_F(ReadGuardTest, WithoutItNoReadThatHasReturnedKeepsAnotherFromWriting) {
   Property property;
   QuerySqlite all;
   all.GreaterThan("key", 0);
-  KeptStatement later(table.GetSelectStatement() + " WHERE key > ?");
-  KeptStatement keyByText("SELECT key FROM Note WHERE text = ?");
+  PreparedStatement later(table.GetSelectStatement() + " WHERE key > ?");
+  PreparedStatement keyByText("SELECT key FROM Note WHERE text = ?");
   const std::pair<const char*, std::function<void()>> reads[] = {
       {"GetObject", [&] { EXPECT_TRUE(table.GetObject(1, note)); }},
       {"Exists", [&] { EXPECT_TRUE(table.Exists(1)); }},

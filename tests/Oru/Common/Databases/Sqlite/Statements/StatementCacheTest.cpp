@@ -21,7 +21,7 @@ class StatementCacheTest : public testing::Test {
     newestOfConnection = sqlite3_next_stmt(db.Handle(), nullptr);
   }
 
-  std::unique_ptr<PreparedStatement> Take(const std::string& text) { return cache.Take(db.Handle(), text); }
+  std::unique_ptr<StatementHandle> Take(const std::string& text) { return cache.Take(db.Handle(), text); }
   // The first column of the first row, with the statement going back to the cache.
   std::string Run(const std::string& text) {
     auto statement = Take(text);
@@ -91,7 +91,7 @@ TEST_F(StatementCacheTest, DropsStatementsThatFailedAndRefusesThoseThatAreNotIts
   EXPECT_EQ(cache.Count(), 0U);
   EXPECT_EQ(Take("SELECT nosuch FROM T"), nullptr);
   EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
-  cache.Return(PreparedStatement::Prepare(db.Handle(), "SELECT 1", false), true);
+  cache.Return(StatementHandle::Prepare(db.Handle(), "SELECT 1", false), true);
   EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
 }
 

@@ -21,7 +21,7 @@ class DatabaseSqlite;
 /// or a step fails; both with a log entry.
 ///
 /// Threads: may be run from several threads at once; each waits for the other's run.
-class ORU_COMMON_DATABASE_EXPORT KeptStatement {
+class ORU_COMMON_DATABASE_EXPORT PreparedStatement {
  public:
   /// One run: it holds the connection, and at its end it rewinds the statement. A run within a run of the
   /// same statement has a cursor of its own.
@@ -29,7 +29,8 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
    public:
     /// Locks the connection and binds the values to the parameters, in order.
     template <class... Values>
-    Run(KeptStatement& statement, DatabaseSqlite& db, const Values&... values) : Run(statement, db, Bare()) {
+    Run(PreparedStatement& statement, DatabaseSqlite& db, const Values&... values)
+        : Run(statement, db, Bare()) {
       int32_t number = 0;
       // A closed cursor is left to the step, which reports it.
       const bool isBound = !mCursor->IsOpened() || (mCursor->Bind(++number, values) && ...);
@@ -47,15 +48,15 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
    private:
     struct Bare {};
     // Complete before values are bound, so that a value that is refused rewinds the statement too.
-    Run(KeptStatement& statement, DatabaseSqlite& db, Bare);
+    Run(PreparedStatement& statement, DatabaseSqlite& db, Bare);
 
     ConnectionLock mLock;
-    KeptStatement& mStatement;
+    PreparedStatement& mStatement;
     std::unique_ptr<CursorSqlite> mCursor;
   };
 
   /// @param text  one statement; it is prepared at its first run
-  explicit KeptStatement(std::string text = {});
+  explicit PreparedStatement(std::string text = {});
 
   /// Runs a select for a key: the first column of its first row, -1 if it finds none.
   template <class... Values>
@@ -80,7 +81,7 @@ class ORU_COMMON_DATABASE_EXPORT KeptStatement {
  private:
   std::string mText;
   // While no run has it.
-  std::unique_ptr<CursorSqlite> mIdle;
+  std::unique_ptr<CursorSqlite> mCursor;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

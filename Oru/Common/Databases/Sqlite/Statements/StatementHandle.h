@@ -15,19 +15,19 @@ struct sqlite3_stmt;
 namespace Oru::Common::Databases::Sqlite {
 
 /// One statement of SQLite, with what is known of its columns and parameters.
-class PreparedStatement {
+class StatementHandle {
  public:
   /// Prepares the first statement of a text; null when SQLite refuses, its reason then being in the
   /// handle, or when the text holds none.
   /// @param isCached  whether the statement will be used many times
   /// @param rest      set to what follows the statement in the text, unless null
-  static std::unique_ptr<PreparedStatement> Prepare(sqlite3* handle, std::string_view text, bool isCached,
-                                                    std::string_view* rest = nullptr);
+  static std::unique_ptr<StatementHandle> Prepare(sqlite3* handle, std::string_view text, bool isCached,
+                                                  std::string_view* rest = nullptr);
 
-  PreparedStatement(const PreparedStatement&) = delete;
-  PreparedStatement& operator=(const PreparedStatement&) = delete;
+  StatementHandle(const StatementHandle&) = delete;
+  StatementHandle& operator=(const StatementHandle&) = delete;
   /// Finalises the statement. The connection must still be open.
-  ~PreparedStatement();
+  ~StatementHandle();
 
   sqlite3_stmt* Handle() const { return mStatement; }
   bool IsReadOnly() const { return mIsReadOnly; }
@@ -64,7 +64,7 @@ class PreparedStatement {
   void* slot = nullptr;
 
  private:
-  explicit PreparedStatement(sqlite3_stmt* statement);
+  explicit StatementHandle(sqlite3_stmt* statement);
 
   void ReadColumns();
 

@@ -1,4 +1,4 @@
-#include "Oru/Common/Databases/Sqlite/Statements/PreparedStatement.h"
+#include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <climits>
 #include <sqlite3.h>
@@ -15,8 +15,8 @@ constexpr std::size_t LongestReusedText = 256;
 
 }  // namespace
 
-std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, std::string_view text,
-                                                              bool isCached, std::string_view* rest) {
+std::unique_ptr<StatementHandle> StatementHandle::Prepare(sqlite3* handle, std::string_view text,
+                                                          bool isCached, std::string_view* rest) {
   sqlite3_stmt* statement = nullptr;
   const char* end = nullptr;
   const unsigned int flags = isCached ? SQLITE_PREPARE_PERSISTENT : 0;
@@ -30,10 +30,10 @@ std::unique_ptr<PreparedStatement> PreparedStatement::Prepare(sqlite3* handle, s
   if ((prepare() & 0xFF) == SQLITE_SCHEMA) prepare();
   if (rest) *rest = end ? text.substr(static_cast<std::size_t>(end - text.data())) : std::string_view();
   if (!statement) return nullptr;
-  return std::unique_ptr<PreparedStatement>(new PreparedStatement(statement));
+  return std::unique_ptr<StatementHandle>(new StatementHandle(statement));
 }
 
-PreparedStatement::PreparedStatement(sqlite3_stmt* statement)
+StatementHandle::StatementHandle(sqlite3_stmt* statement)
     : mStatement(statement), mIsReadOnly(sqlite3_stmt_readonly(statement) != 0) {
   ReadColumns();
   const int count = sqlite3_bind_parameter_count(mStatement);
@@ -43,11 +43,11 @@ PreparedStatement::PreparedStatement(sqlite3_stmt* statement)
   }
 }
 
-PreparedStatement::~PreparedStatement() {
+StatementHandle::~StatementHandle() {
   sqlite3_finalize(mStatement);
 }
 
-void PreparedStatement::ReadColumns() {
+void StatementHandle::ReadColumns() {
   const int count = sqlite3_column_count(mStatement);
   mColumns.Clear();
   for (int i = 0; i < count; ++i) {
@@ -56,7 +56,7 @@ void PreparedStatement::ReadColumns() {
   }
 }
 
-void PreparedStatement::NoticeNewPreparation() {
+void StatementHandle::NoticeNewPreparation() {
   if (mColumns.Size() == 0) return;
   // https://sqlite.org/c3ref/c_stmtstatus_counter.html
   const int preparations = sqlite3_stmt_status(mStatement, SQLITE_STMTSTATUS_REPREPARE, 0);
@@ -65,7 +65,7 @@ void PreparedStatement::NoticeNewPreparation() {
   ReadColumns();
 }
 
-int PreparedStatement::BindText(int number, const std::string& text) {
+int StatementHandle::BindText(int number, const std::string& text) {
   const auto place = static_cast<std::size_t>(number) - 1;
   // SQLite refuses a number that isn't one of the parameters.
   if (text.size() > LongestReusedText || place >= mParameters.Size()) {
@@ -77,7 +77,7 @@ int PreparedStatement::BindText(int number, const std::string& text) {
   return sqlite3_bind_text64(mStatement, number, copy.data(), copy.size(), SQLITE_STATIC, SQLITE_UTF8);
 }
 
-int PreparedStatement::BindAll(const std::vector<StatementValue>& values) {
+int StatementHandle::BindAll(const std::vector<StatementValue>& values) {
   int code = SQLITE_OK;
   int number = 0;
   const auto bind = [&](const auto& value) {
@@ -101,11 +101,11 @@ int PreparedStatement::BindAll(const std::vector<StatementValue>& values) {
   return code;
 }
 
-void PreparedStatement::Rewind() {
+void StatementHandle::Rewind() {
   sqlite3_reset(mStatement);
 }
 
-void PreparedStatement::Clear() {
+void StatementHandle::Clear() {
   sqlite3_reset(mStatement);
   if (mParameters.Size() > 0) sqlite3_clear_bindings(mStatement);
 }
