@@ -54,7 +54,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
   void SetObjectId(DapOperatorProfileEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(DapOperatorProfileEncapsulated& obj) const override { return obj.profile.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -76,7 +75,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
       TcRegenOutput
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 15> columnNames;
 
  protected:

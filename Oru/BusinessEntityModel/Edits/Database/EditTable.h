@@ -38,9 +38,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
   /// The key of the edit with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BaseTypes::Identifier& id) const;
 
-  /// The generic metadata of what this table stores.
   DataModel::MediaAssets::Database::MetadataTable& GetMetadataTable() { return metadataTable; }
-  /// The sequences of edits.
   SequenceTable& GetSequenceTable() { return sequenceTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, Edit& edit) override;
@@ -48,13 +46,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
   void SetObjectId(Edit& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(Edit& obj) const override { return obj.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Name, CreationDate, CreationOwner, ModificationDate, ModificationOwner };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 7> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

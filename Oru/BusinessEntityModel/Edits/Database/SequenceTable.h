@@ -63,9 +63,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   /// The key of the sequence with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BaseTypes::Identifier& id) const;
 
-  /// The generic metadata of what this table stores.
   DataModel::MediaAssets::Database::MetadataTable& GetMetadataTable() { return metadataTable; }
-  /// The operator's view of what this table stores.
   DapOperatorProfileTable& GetDapOperatorProfileTable() { return dapOperatorProfileTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, SequenceEncapsulated& obj) override;
@@ -73,7 +71,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   void SetObjectId(SequenceEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(SequenceEncapsulated& obj) const override { return obj.sequence.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -92,7 +89,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
       EditRef
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 12> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

@@ -42,13 +42,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
   void SetObjectId(AnglesDapMetadataEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(AnglesDapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefAngles, ZuServerId, DapIdPage, DapIdBank, DapIdRow };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
 };
 

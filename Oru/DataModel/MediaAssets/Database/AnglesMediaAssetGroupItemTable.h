@@ -41,13 +41,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupItemTable
   void SetObjectId(GroupItemEncapsulated&, int64_t) override {}
   int64_t GetObjectId(GroupItemEncapsulated& obj) const override { return obj.groupItem.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAssetGroupItem, AngleIndex, Name };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
   /// The join that a read selects from.
   static const std::string fromClause;

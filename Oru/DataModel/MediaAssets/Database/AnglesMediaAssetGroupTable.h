@@ -48,7 +48,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
   /// The key of the multi-angle group with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
-  /// The operator's view of what this table stores.
   AnglesDapOperatorMetadataTable& GetDapOperatorProfileTable() { return dapOperatorProfileTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, AnglesMediaAssetGroup& obj) override;
@@ -58,13 +57,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
   void SetObjectId(AnglesMediaAssetGroup&, int64_t) override {}
   int64_t GetObjectId(AnglesMediaAssetGroup& obj) const override { return obj.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAssetGroup };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 1> columnNames;
   /// The join that a read selects from.
   static const std::string fromClause;

@@ -39,7 +39,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   /// Stores an annotation and replaces its metadata.
   bool Save(AnnotationEncapsulated& obj, bool lazy) override;
 
-  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, AnnotationEncapsulated& obj) override;
@@ -48,7 +47,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   void SetObjectId(AnnotationEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(AnnotationEncapsulated& obj) const override { return obj.annotation.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -63,7 +61,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
       OutBoundaryMoving
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 8> columnNames;
 
  private:

@@ -23,7 +23,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<
   void ReadFromCursor(const Common::Databases::Cursor& cursor,
                       BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -38,7 +37,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<
       FourCC
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 8> columnNames;
   /// The join that a read selects from.
   static const std::string fromClause;

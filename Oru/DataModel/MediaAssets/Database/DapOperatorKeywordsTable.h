@@ -35,13 +35,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
   bool BindToCursor(Common::Databases::Cursor& cursor, KeywordEncapsulated& obj) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, KeywordEncapsulated& obj, bool lazy) override;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefDapOperatorMetadata, Nr, Keyword };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 };
 

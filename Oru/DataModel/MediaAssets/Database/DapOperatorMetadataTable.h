@@ -45,7 +45,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   /// nothing written.
   bool Save(DapMetadataEncapsulated& obj, bool lazy) override;
 
-  /// The keywords of the operator's view.
   DapOperatorKeywordsTable& GetDapOperatorKeywordsTable() { return *dapOperatorKeywordsTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, DapMetadataEncapsulated& obj) override;
@@ -57,7 +56,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   void SetObjectId(DapMetadataEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(DapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -86,7 +84,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
       FillAndKeyMediaAssetId
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 22> columnNames;
 
  protected:

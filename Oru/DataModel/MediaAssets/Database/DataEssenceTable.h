@@ -18,13 +18,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataEssenceTable : public EssenceKindTable<D
 
   using EssenceKindTable::ReadFromCursor;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefEssence };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 1> columnNames;
   /// The join that a read selects from.
   static const std::string fromClause;

@@ -47,9 +47,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   /// The key of the essence with that number in a stream, -1 when there is none.
   int64_t GetObjectIdFromEssenceNr(int64_t streamRef, int32_t number);
 
-  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
-  /// The essences of one kind:
   AudioEssenceTable& GetAudioEssenceTable();
   DataEssenceTable& GetDataEssenceTable();
   VideoEssenceTable& GetVideoEssenceTable();
@@ -61,13 +59,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   void SetObjectId(EssenceEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(EssenceEncapsulated& obj) const override { return obj.essence.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, RefStream, Nr, ChannelCount };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
 
  private:

@@ -42,7 +42,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
   /// Sets the identifier of that asset only; an empty one when the item isn't stored.
   void ReadMediaAssetLazy(MediaAssetGroupItem& groupItem);
 
-  /// The names of the angles, one an item.
   AnglesMediaAssetGroupItemTable& GetAnglesMediaAssetGroupItemTable() {
     return *anglesMediaAssetGroupItemTable;
   }
@@ -53,13 +52,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
   void SetObjectId(GroupItemEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(GroupItemEncapsulated& obj) const override { return obj.groupItem.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, RefMediaAssetGroup, RefMediaAsset };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 
  private:

@@ -50,9 +50,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   /// The key of the group with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
-  /// Multi-angle groups.
   AnglesMediaAssetGroupTable& GetAnglesMediaAssetGroupTable() { return *anglesMediaAssetGroupTable; }
-  /// Items of groups.
   MediaAssetGroupItemTable& GetMediaAssetGroupItemTable() { return *mediaAssetGroupItemTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, MediaAssetGroup& obj) override;
@@ -60,13 +58,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   void SetObjectId(MediaAssetGroup& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(MediaAssetGroup& obj) const override { return obj.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Type, Name };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

@@ -122,35 +122,21 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   /// The key of the asset with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
-  /// Resources, with their streams.
   MediaResourceTable& GetMediaResourceTable() { return *mediaResouceTable; }
-  /// Which asset refers to which resources.
   RelationMediasTable& GetRelationMediasTable() { return *relationMediasTable; }
-  /// The operator's view of assets.
   DapOperatorMetadataTable& GetDapOperatorMetadataTable() { return *dapOperatorMetadataTable; }
-  /// The keywords of the operator's view.
   DapOperatorKeywordsTable& GetDapOperatorKeywordsTable() {
     return dapOperatorMetadataTable->GetDapOperatorKeywordsTable();
   }
-  /// The time bounds of what this table stores.
   TimeBoundsTable& GetTimeBoundsTable() { return *timeBoundsTable; }
-  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
-  /// The annotations of assets.
   AnnotationTable& GetAnnotationTable() { return *annotationTable; }
-  /// Tracks, with their channels.
   TrackTable& GetTrackTable() { return *trackTable; }
-  /// Which asset refers to which tracks.
   RelationAssetTrackTable& GetRelationAssetTrackTable() { return *relationAssetTrackTable; }
-  /// Streams, with their essences.
   StreamTable& GetStreamTable() { return mediaResouceTable->GetStreamTable(); }
-  /// Streams, with their essences.
   EssenceTable& GetEssenceTable() { return GetStreamTable().GetEssenceTable(); }
-  /// Streams, with their essences.
   AudioEssenceTable& GetAudioEssenceTable() { return GetStreamTable().GetAudioEssenceTable(); }
-  /// Streams, with their essences.
   DataEssenceTable& GetDataEssenceTable() { return GetStreamTable().GetDataEssenceTable(); }
-  /// Streams, with their essences.
   VideoEssenceTable& GetVideoEssenceTable() { return GetStreamTable().GetVideoEssenceTable(); }
 
   const std::string& GetSelectColumnName(int32_t index) const override;
@@ -164,7 +150,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   void SetObjectId(MediaAsset& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(MediaAsset& obj) const override { return obj.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -184,7 +169,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
       CreationDate
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 13> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

@@ -51,11 +51,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   /// The key of the resource with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
-  /// The time bounds of what this table stores.
   TimeBoundsTable& GetTimeBoundsTable() { return *timeBoundsTable; }
-  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
-  /// Streams, with their essences.
   StreamTable& GetStreamTable() { return *streamTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, MediaResource& object) override;
@@ -65,13 +62,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   void SetObjectId(MediaResource& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(MediaResource& obj) const override { return obj.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Name, GeneralFormat, ModificationDate, CreationDate };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 6> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

@@ -61,7 +61,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
   struct Column {
     enum : std::size_t { ForeignKey, FullyQualifiedName, Name, Value };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
   /// The empty text.
   static const std::string emptyString;

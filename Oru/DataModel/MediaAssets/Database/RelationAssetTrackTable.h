@@ -27,13 +27,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrackTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, RelationAssetTrack& object,
                       bool lazy) override;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAsset, RefTrack };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 2> columnNames;
 };
 

@@ -25,13 +25,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationMediasTable
   bool BindToCursor(Common::Databases::Cursor& cursor, RelationMedias& object) override;
   void ReadFromCursor(const Common::Databases::Cursor& cursor, RelationMedias& object, bool lazy) override;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAsset, RefMediaResource };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 2> columnNames;
 };
 

@@ -56,13 +56,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   /// The key of the stream with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
-  /// The time bounds of what this table stores.
   TimeBoundsTable& GetTimeBoundsTable() { return *timeBoundsTable; }
-  /// The generic metadata of what this table stores.
   MetadataTable& GetMetadataTable() { return *metadataTable; }
-  /// What essences of all kinds have in common.
   EssenceTable& GetEssenceTable() { return *essenceTable; }
-  /// The essences of one kind:
   AudioEssenceTable& GetAudioEssenceTable() { return essenceTable->GetAudioEssenceTable(); }
   DataEssenceTable& GetDataEssenceTable() { return essenceTable->GetDataEssenceTable(); }
   VideoEssenceTable& GetVideoEssenceTable() { return essenceTable->GetVideoEssenceTable(); }
@@ -74,13 +70,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   void SetObjectId(StreamEncapsulated& obj, int64_t objectId) override;
   int64_t GetObjectId(StreamEncapsulated& obj) const override { return obj.stream.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, RefMediaResource, WrapperFormat };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 4> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

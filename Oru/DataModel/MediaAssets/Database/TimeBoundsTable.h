@@ -55,7 +55,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   struct Column {
     enum : std::size_t { ForeignKey, InBoundary, InBoundaryMoving, OutBoundary, OutBoundaryMoving };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 5> columnNames;
   /// Empty, since these tables have no key column.
   static const std::string emptyString;

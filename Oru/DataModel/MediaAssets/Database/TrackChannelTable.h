@@ -42,13 +42,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, TrackChannelEncapsulated& obj,
                       bool lazy) override;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefTrack, RefEssence, ChannelNr };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
 
  private:

@@ -45,7 +45,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   /// The key of the track with that identifier, -1 when there is none.
   int64_t GetObjectIdFromIdentifier(const BusinessEntityModel::BaseTypes::Identifier& id) const;
 
-  /// The channels of tracks.
   TrackChannelTable& GetTrackChannelTable() { return *trackChannelTable; }
 
   bool BindToCursor(Common::Databases::Cursor& cursor, Track& obj) override;
@@ -53,13 +52,11 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   void SetObjectId(Track& obj, int64_t objectId) override { obj.ObjectId(objectId); }
   int64_t GetObjectId(Track& obj) const override { return obj.ObjectId(); }
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Name };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 3> columnNames;
   /// Finds the key of the row with an identifier, which the statement that is run takes as a parameter after
   /// it.

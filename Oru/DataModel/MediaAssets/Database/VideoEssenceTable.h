@@ -22,7 +22,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT VideoEssenceTable : public EssenceKindTable<
   void ReadFromCursor(const Common::Databases::Cursor& cursor,
                       BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
 
-  /// The name of the stored table.
   static const std::string tableName;
   /// The places of the columns in `columnNames`.
   struct Column {
@@ -45,7 +44,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT VideoEssenceTable : public EssenceKindTable<
       Boxing
     };
   };
-  /// Its columns, in the order of the statements.
   static const std::array<std::string, 16> columnNames;
   /// The join that a read selects from.
   static const std::string fromClause;
