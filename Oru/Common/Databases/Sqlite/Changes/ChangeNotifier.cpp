@@ -1,6 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/Changes/ChangeNotifier.h"
 
-#include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
+#include "Oru/Common/Databases/Sqlite/Statements/Savepoints.h"
 #include "Oru/Common/Databases/Sqlite/Statements/StatementHandle.h"
 
 #include <sqlite3.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
+#include "Oru/Common/Databases/Sqlite/Statements/Savepoints.h"
 
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-#include "Oru/Common/Databases/Sqlite/Connection/Savepoints.h"
+#include "Oru/Common/Databases/Sqlite/Statements/Savepoints.h"
 
 #include <sqlite3.h>
 
