@@ -55,7 +55,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
   int64_t GetObjectId(DapOperatorProfileEncapsulated& obj) const override { return obj.profile.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t {
       RefSequence,

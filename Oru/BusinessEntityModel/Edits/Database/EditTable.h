@@ -47,7 +47,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT EditTable
   int64_t GetObjectId(Edit& obj) const override { return obj.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Name, CreationDate, CreationOwner, ModificationDate, ModificationOwner };
   };

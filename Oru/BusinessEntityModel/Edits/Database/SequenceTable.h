@@ -72,7 +72,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT SequenceTable
   int64_t GetObjectId(SequenceEncapsulated& obj) const override { return obj.sequence.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t {
       Key,

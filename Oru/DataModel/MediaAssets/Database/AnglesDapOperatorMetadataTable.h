@@ -43,7 +43,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesDapOperatorMetadataTable
   int64_t GetObjectId(AnglesDapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefAngles, ZuServerId, DapIdPage, DapIdBank, DapIdRow };
   };

@@ -42,7 +42,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupItemTable
   int64_t GetObjectId(GroupItemEncapsulated& obj) const override { return obj.groupItem.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAssetGroupItem, AngleIndex, Name };
   };

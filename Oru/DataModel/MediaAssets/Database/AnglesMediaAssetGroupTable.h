@@ -58,7 +58,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnglesMediaAssetGroupTable
   int64_t GetObjectId(AnglesMediaAssetGroup& obj) const override { return obj.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAssetGroup };
   };

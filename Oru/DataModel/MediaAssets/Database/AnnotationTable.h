@@ -48,7 +48,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   int64_t GetObjectId(AnnotationEncapsulated& obj) const override { return obj.annotation.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t {
       Key,

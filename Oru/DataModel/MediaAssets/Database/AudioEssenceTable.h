@@ -24,7 +24,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT AudioEssenceTable : public EssenceKindTable<
                       BusinessEntityModel::BaseTypes::PersistentObject& obj, bool lazy) override;
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t {
       RefEssence,

@@ -36,7 +36,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorKeywordsTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, KeywordEncapsulated& obj, bool lazy) override;
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefDapOperatorMetadata, Nr, Keyword };
   };

@@ -57,7 +57,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   int64_t GetObjectId(DapMetadataEncapsulated& obj) const override { return obj.metadata.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t {
       RefMediaAsset,

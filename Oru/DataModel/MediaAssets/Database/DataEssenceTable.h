@@ -19,7 +19,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataEssenceTable : public EssenceKindTable<D
   using EssenceKindTable::ReadFromCursor;
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefEssence };
   };

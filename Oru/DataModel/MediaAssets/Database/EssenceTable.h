@@ -60,7 +60,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   int64_t GetObjectId(EssenceEncapsulated& obj) const override { return obj.essence.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, RefStream, Nr, ChannelCount };
   };

@@ -53,7 +53,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupItemTable
   int64_t GetObjectId(GroupItemEncapsulated& obj) const override { return obj.groupItem.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, RefMediaAssetGroup, RefMediaAsset };
   };

@@ -59,7 +59,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
   int64_t GetObjectId(MediaAssetGroup& obj) const override { return obj.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Type, Name };
   };

@@ -151,7 +151,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   int64_t GetObjectId(MediaAsset& obj) const override { return obj.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t {
       Key,

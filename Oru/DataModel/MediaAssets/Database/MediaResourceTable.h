@@ -63,7 +63,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
   int64_t GetObjectId(MediaResource& obj) const override { return obj.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Name, GeneralFormat, ModificationDate, CreationDate };
   };

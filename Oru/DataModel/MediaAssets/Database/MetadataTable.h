@@ -57,7 +57,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
 
   /// The name of the stored table of this object.
   const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { ForeignKey, FullyQualifiedName, Name, Value };
   };

@@ -28,7 +28,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationAssetTrackTable
                       bool lazy) override;
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAsset, RefTrack };
   };

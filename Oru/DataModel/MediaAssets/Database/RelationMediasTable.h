@@ -26,7 +26,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT RelationMediasTable
   void ReadFromCursor(const Common::Databases::Cursor& cursor, RelationMedias& object, bool lazy) override;
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefMediaAsset, RefMediaResource };
   };

@@ -71,7 +71,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT StreamTable
   int64_t GetObjectId(StreamEncapsulated& obj) const override { return obj.stream.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, RefMediaResource, WrapperFormat };
   };

@@ -51,7 +51,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
 
   /// The name of the stored table of this object.
   const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { ForeignKey, InBoundary, InBoundaryMoving, OutBoundary, OutBoundaryMoving };
   };

@@ -43,7 +43,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
                       bool lazy) override;
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { RefTrack, RefEssence, ChannelNr };
   };

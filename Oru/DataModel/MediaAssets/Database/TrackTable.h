@@ -53,7 +53,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackTable
   int64_t GetObjectId(Track& obj) const override { return obj.ObjectId(); }
 
   static const std::string tableName;
-  /// The places of the columns in `columnNames`.
   struct Column {
     enum : std::size_t { Key, Id, Name };
   };
