@@ -35,6 +35,7 @@ class Library {
   void ReadDeep(int64_t key, MediaAsset& asset);
   void ReadLazy(int64_t key, MediaAsset& asset);
   int Walk();
+  int WalkPlain() { return Walk(); }
   std::vector<MediaAsset> Search(const std::string& text, int limit);
   std::vector<MediaAsset> Match(const std::string& word, int limit);
   std::vector<std::string> MatchNames(const std::string& word, int limit);

@@ -40,6 +40,8 @@ void RunOn(const std::string& job, int count) {
     } else if (job == "walk") {
       // All that are stored, each time.
       jobs.Walk();
+    } else if (job == "walk_plain") {
+      jobs.WalkPlain();
     } else {
       throw std::invalid_argument("no such job: " + job);
     }

@@ -87,6 +87,10 @@ Rival::Rival(sqlite3* connection)
       updateAsset(handle, UpdateOf("MediaAsset", assetWritten, "key")),
       selectAsset(handle, assetColumns + " WHERE MediaAsset.key = ?"),
       selectAllAssets(handle, assetColumns),
+      selectAllPlain(
+          handle,
+          "SELECT key, id, assetType, ancestor, parent, name, description, inBoundary, inBoundaryMoving, "
+          "outBoundary, outBoundaryMoving, modificationDate, creationDate FROM MediaAsset"),
       searchAssets(handle, assetColumns + " WHERE MediaAsset.name LIKE ? ESCAPE '\\' LIMIT ?"),
       matchAssets(handle, assetColumns + " WHERE MediaAssetFts MATCH ? ORDER BY MediaAssetFts.rank LIMIT ?"),
       deleteAsset(handle, "DELETE FROM MediaAsset WHERE key = ?"),

@@ -114,9 +114,17 @@ bool Rival::GetAsset(int64_t key, MediaAsset& asset) {
 }
 
 int Rival::Walk() {
+  return Walk(selectAllAssets);
+}
+
+int Rival::WalkPlain() {
+  return Walk(selectAllPlain);
+}
+
+int Rival::Walk(Statement& select) {
   int count = 0;
   MediaAsset asset;
-  for (Rows row(selectAllAssets); row.Next(); ++count)
+  for (Rows row(select); row.Next(); ++count)
     ReadAsset(row, asset);
   return count;
 }

@@ -32,8 +32,8 @@ int32_t Number(Enumeration value) {
 
 }  // namespace
 
-void Rival::BoundsTable::Write(int64_t owner, const TimeBoundsArray& bounds) {
-  remove.With(owner).Run();
+void Rival::BoundsTable::Write(int64_t owner, bool isNew, const TimeBoundsArray& bounds) {
+  if (!isNew) remove.With(owner).Run();
   for (const TimeBounds& each : bounds) {
     insert
         .With(owner, Nanoseconds(each.InBoundary()), Moving(each.InBoundary()),
@@ -42,8 +42,8 @@ void Rival::BoundsTable::Write(int64_t owner, const TimeBoundsArray& bounds) {
   }
 }
 
-void Rival::EntriesTable::Write(int64_t owner, const MetadataProfileDictionary& metadata) {
-  remove.With(owner).Run();
+void Rival::EntriesTable::Write(int64_t owner, bool isNew, const MetadataProfileDictionary& metadata) {
+  if (!isNew) remove.With(owner).Run();
   metadata.Iterate([&](const MetadataProfile& profile) {
     const auto* generic = dynamic_cast<const GenericMetadataProfile*>(&profile);
     if (!generic) return true;
@@ -58,10 +58,10 @@ void Rival::Save(MediaAsset& asset) {
   if (asset.ObjectId() == -1) asset.ObjectId(FindKey(asset.Id()));
   const bool isNew = asset.ObjectId() == -1;
   SaveAssetRow(asset);
-  WriteAnnotations(asset);
-  assetBounds.Write(asset.ObjectId(), asset.PhysicalTimebounds());
-  WriteOperator(asset);
-  assetEntries.Write(asset.ObjectId(), asset.Metadata());
+  WriteAnnotations(asset, isNew);
+  assetBounds.Write(asset.ObjectId(), isNew, asset.PhysicalTimebounds());
+  WriteOperator(asset, isNew);
+  assetEntries.Write(asset.ObjectId(), isNew, asset.Metadata());
   for (auto& resource : asset.MediaResources()) {
     if (resource) SaveResource(*resource);
   }
@@ -98,24 +98,25 @@ void Rival::SaveAssetRow(MediaAsset& asset) {
   }
 }
 
-void Rival::WriteAnnotations(MediaAsset& asset) {
-  deleteAnnotations.With(asset.ObjectId()).Run();
+void Rival::WriteAnnotations(MediaAsset& asset, bool isNew) {
+  if (!isNew) deleteAnnotations.With(asset.ObjectId()).Run();
   for (const auto& annotation : asset.Annotations()) {
     const TimeBoundary& in = annotation->TimeBounds().InBoundary();
     const TimeBoundary& out = annotation->TimeBounds().OutBoundary();
     annotation->ObjectId(
         Insert(insertAnnotation.With(asset.ObjectId(), Number(annotation->Type()), annotation->Data(),
                                      Nanoseconds(in), Moving(in), Nanoseconds(out), Moving(out))));
-    annotationEntries.Write(annotation->ObjectId(), annotation->Metadata());
+    annotationEntries.Write(annotation->ObjectId(), true, annotation->Metadata());
   }
 }
 
-void Rival::WriteOperator(MediaAsset& asset) {
+void Rival::WriteOperator(MediaAsset& asset, bool isNew) {
   const auto profile = asset.Metadata().Get<DapOperatorMetadataProfile>();
   if (!profile) return;
   const int64_t key = asset.ObjectId();
-  deleteKeywords.With(key).Run();
-  Statement& statement = Find(findOperator.With(key)) == -1 ? insertOperator : updateOperator;
+  if (!isNew) deleteKeywords.With(key).Run();
+  const bool isStored = !isNew && Find(findOperator.With(key)) != -1;
+  Statement& statement = isStored ? updateOperator : insertOperator;
   const DapId place = profile->DapId();
   const TimePoints::TimeCode& user = profile->UserTimecode();
   const TimePoints::TimeCode& tod = profile->TodTimecode();
@@ -147,8 +148,8 @@ void Rival::SaveResource(MediaResource& resource) {
     statement.Bind(6, resource.ObjectId());
     statement.Run();
   }
-  resourceBounds.Write(resource.ObjectId(), resource.Timebounds());
-  resourceEntries.Write(resource.ObjectId(), *resource.Metadata());
+  resourceBounds.Write(resource.ObjectId(), isNew, resource.Timebounds());
+  resourceEntries.Write(resource.ObjectId(), isNew, *resource.Metadata());
   for (StreamReference& stream : resource.Streams()) {
     if (stream) SaveStream(*stream, resource.ObjectId());
   }
@@ -165,14 +166,16 @@ void Rival::SaveStream(Stream& stream, int64_t resourceKey) {
     statement.Bind(4, stream.ObjectId());
     statement.Run();
   }
-  streamBounds.Write(stream.ObjectId(), stream.Timebounds());
-  streamEntries.Write(stream.ObjectId(), *stream.Metadata());
+  streamBounds.Write(stream.ObjectId(), isNew, stream.Timebounds());
+  streamEntries.Write(stream.ObjectId(), isNew, *stream.Metadata());
   for (const auto& essence : stream.Essences())
-    SaveEssence(*essence, stream.ObjectId());
+    SaveEssence(*essence, stream.ObjectId(), isNew);
 }
 
-void Rival::SaveEssence(Essence& essence, int64_t streamKey) {
-  if (essence.ObjectId() == -1) essence.ObjectId(Find(findEssence.With(streamKey, essence.Nr())));
+void Rival::SaveEssence(Essence& essence, int64_t streamKey, bool isStreamNew) {
+  if (essence.ObjectId() == -1 && !isStreamNew) {
+    essence.ObjectId(Find(findEssence.With(streamKey, essence.Nr())));
+  }
   const bool isNew = essence.ObjectId() == -1;
   Statement& statement = isNew ? insertEssence : updateEssence;
   statement.With(streamKey, essence.Nr(), essence.ChannelCount());
@@ -182,7 +185,7 @@ void Rival::SaveEssence(Essence& essence, int64_t streamKey) {
     statement.Bind(4, essence.ObjectId());
     statement.Run();
   }
-  essenceEntries.Write(essence.ObjectId(), *essence.Metadata());
+  essenceEntries.Write(essence.ObjectId(), isNew, *essence.Metadata());
   switch (essence.GetType()) {
     case Essence::Type::Video:
       SaveKind(static_cast<const VideoEssence&>(essence), isNew);
@@ -222,12 +225,13 @@ void Rival::SaveKind(const AudioEssence& audio, bool isNew) {
 
 void Rival::SaveTrack(Track& track) {
   if (track.ObjectId() == -1) track.ObjectId(Find(findTrack.With(track.Id().Value())));
-  if (track.ObjectId() == -1) {
+  const bool isNew = track.ObjectId() == -1;
+  if (isNew) {
     track.ObjectId(Insert(insertTrack.With(track.Id().Value(), track.Name())));
   } else {
     updateTrack.With(track.Id().Value(), track.Name(), track.ObjectId()).Run();
   }
-  deleteChannels.With(track.ObjectId()).Run();
+  if (!isNew) deleteChannels.With(track.ObjectId()).Run();
   for (const auto& channel : track.Channels()) {
     const int64_t essence =
         Find(findChannelEssence.With(channel->EssenceNr(), channel->Stream().Id().Value()));
@@ -283,7 +287,7 @@ void Rival::SaveSequence(Sequence& sequence) {
     statement.Run();
   }
   const int64_t key = sequence.ObjectId();
-  sequenceEntries.Write(key, sequence.Metadata());
+  sequenceEntries.Write(key, isNew, sequence.Metadata());
   using Profile = BusinessEntityModel::Edits::DapOperatorMetadataProfile;
   const auto profile = sequence.Metadata().Get<Profile>();
   if (!profile) return;

@@ -3,6 +3,7 @@
 #include "Once.h"
 #include "RepositoryJobs.h"
 #include "SameResults.h"
+#include "WaitJobs.h"
 
 #include <benchmark/benchmark.h>
 
@@ -22,10 +23,12 @@ using Options = std::map<std::string, std::string>;
 constexpr const char* Usage =
     "oru_benchmark [--benchmark_...]      the jobs, once the rival has proved honest\n"
     "oru_benchmark --check                only whether the rival is honest\n"
-    "oru_benchmark --once save|resave|deep|match|match_raw|walk --side library|rival --clips N\n"
+    "oru_benchmark --once save|resave|deep|match|match_raw|walk|walk_plain --side library|rival --clips N\n"
     "oru_benchmark --growth FOLDER --sizes N,N,... --bare-up-to N\n"
     "oru_benchmark --connections FOLDER\n"
-    "oru_benchmark --repository FOLDER --clips N\n";
+    "oru_benchmark --repository FOLDER --clips N\n"
+    "oru_benchmark --waits FOLDER --clips N\n"
+    "oru_benchmark --threads FOLDER [--tuned]\n";
 
 Options OptionsOf(int argc, char** argv) {
   Options options;
@@ -77,6 +80,14 @@ int main(int argc, char** argv) {
     }
     if (options.count("--repository") != 0) {
       Oru::Benchmarks::MeasureRepository(options["--repository"], std::stoi(options["--clips"]), std::cout);
+      return EXIT_SUCCESS;
+    }
+    if (options.count("--waits") != 0) {
+      Oru::Benchmarks::MeasureWaits(options["--waits"], std::stoi(options["--clips"]), std::cout);
+      return EXIT_SUCCESS;
+    }
+    if (options.count("--threads") != 0) {
+      Oru::Benchmarks::MeasureThreads(options["--threads"], options.count("--tuned") != 0, std::cout);
       return EXIT_SUCCESS;
     }
     Oru::Benchmarks::CheckSameResults();

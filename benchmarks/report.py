@@ -5,6 +5,8 @@ usage: report.py ratios JOBS.json RATIOS.json   medians of the jobs beside the c
        report.py growth GROWTH.json             cost of a clip by the number of clips
        report.py connections CONNECTIONS.json   cost of a clip by the options of the connection
        report.py repository REPOSITORY.json     puts beside saves, and pages beside SQL by hand
+       report.py waits WAITS.json               what a user waits for, in milliseconds, beside the ceilings
+       report.py threads PLAIN.json TUNED.json  deep reads by 1, 2 and 4 threads, without TuneForThreads and with it
        report.py instructions COUNTS.txt        lines of JOB SIDE FEW-INSTRUCTIONS MANY-INSTRUCTIONS CLIPS-BETWEEN
        report.py chart GROWTH.json CHART.svg    the growth as a picture
 """
@@ -22,6 +24,7 @@ CEILINGS = {
     "read_deep": 1.12,
     "read_lazy": 1.3,
     "walk_row": 1.05,
+    "walk_plain": 1.05,
     "match": 1.1,
     "match_raw": 1.1,
     "delete_one": 1.05,
@@ -35,6 +38,7 @@ INSTRUCTION_CEILINGS = {
     "match": 1.1,
     "match_raw": 1.1,
     "walk": 1.05,
+    "walk_plain": 1.05,
 }
 
 
@@ -95,6 +99,21 @@ def repository(path):
         is_fast = row["library"] <= row["most"]
         words = f"{row['most'] / 1000:>6.0f} ms  PASS" if is_fast else verdict(ratio, row["ceiling"])
         print(f"{row['job']:<30}{row['library']:>14.0f}{row['rival']:>12.0f}{ratio:>8.2f}{words}")
+
+
+def waits(path):
+    print(f"{'job':<45}{'ms':>9}{'ceiling':>9}")
+    for row in load(path):
+        print(f"{row['job']:<45}{row['ms']:>9.3f}{verdict(row['ms'], row['ceiling'])}")
+
+
+def threads(plain_path, tuned_path):
+    # What the threads take together of the time of one.
+    plain, tuned = ({row["threads"]: row["ms"] for row in load(path)} for path in (plain_path, tuned_path))
+    print(f"{'threads':<9}{'plain ms':>10}{'tuned ms':>10}{'tuned / one thread':>20}")
+    for count, milliseconds in tuned.items():
+        share = milliseconds / tuned[1]
+        print(f"{count:<9}{plain[count]:>10.0f}{milliseconds:>10.0f}{share:>20.2f}{verdict(share, 0.6 if count == 2 else 0)}")
 
 
 def instructions(path):
@@ -170,8 +189,7 @@ def chart(path, svg_path):
 
 
 COMMANDS = {"ratios": ratios, "growth": growth, "connections": connections, "repository": repository,
-            "instructions": instructions,
-            "chart": chart}
+            "instructions": instructions, "waits": waits, "threads": threads, "chart": chart}
 
 if __name__ == "__main__":
     if len(sys.argv) < 3 or sys.argv[1] not in COMMANDS:
