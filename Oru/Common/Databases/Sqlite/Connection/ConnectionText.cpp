@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -41,7 +43,8 @@ bool IsOneOf(const std::string& value, const std::array<std::string_view, N>& va
   return std::find(values.begin(), values.end(), value) != values.end();
 }
 
-bool TakeNumber(const std::string& value, int min, int& result) {
+template <class Number>
+bool TakeNumber(const std::string& value, Number min, Number& result) {
   const char* end = value.data() + value.size();
   const auto [stop, error] = std::from_chars(value.data(), end, result);
   return error == std::errc() && stop == end && result >= min;
@@ -58,6 +61,16 @@ bool Take(const std::string& name, const std::string& value, ConnectionText& res
   if (name == "_synchronous") {
     result.synchronous = value;
     return IsOneOf(value, SynchronousModes);
+  }
+  if (name == "_cache_size") {
+    result.cacheSize = value;
+    int32_t size = 0;
+    return TakeNumber(value, std::numeric_limits<int32_t>::min(), size);
+  }
+  if (name == "_mmap_size") {
+    result.mmapSize = value;
+    int64_t size = 0;
+    return TakeNumber(value, int64_t{0}, size);
   }
   return false;
 }

@@ -15,6 +15,9 @@ struct ConnectionText {
   /// The pragma values asked for, empty for SQLite's defaults; options `_journal_mode` and `_synchronous`.
   std::string journalMode;
   std::string synchronous;
+  /// Numbers as they are written; options `_cache_size` and `_mmap_size`.
+  std::string cacheSize;
+  std::string mmapSize;
   /// What is wrong with the text, naming the option; empty when nothing is.
   std::string fault;
 

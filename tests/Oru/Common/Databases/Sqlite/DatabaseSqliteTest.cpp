@@ -72,15 +72,34 @@ TEST_F(DatabaseSqliteTest, OptionsOfTheConnectionTextReachTheConnection) {
     EXPECT_EQ(Value(other, "PRAGMA synchronous"), synchronous) << options;
     EXPECT_EQ(Value(other, "PRAGMA foreign_keys"), "1") << options;
   }
+  DatabaseSqlite large("file:" + path + "?_cache_size=-4096&_mmap_size=1048576", log.Stream());
+  large.Open();
+  EXPECT_EQ(Value(large, "PRAGMA cache_size"), "-4096");
+  EXPECT_EQ(Value(large, "PRAGMA mmap_size"), "1048576");
   EXPECT_EQ(log.Text(), "");
 }
 
 TEST_F(DatabaseSqliteTest, BadOptionsAreRefusedByName) {
-  for (const std::string option :
-       {"_busy_timeout=", "_busy_timeout", "_busy_timeout=-1", "_busy_timeout=5s",
-        "_busy_timeout=99999999999", "_statement_timeout=0", "_statement_timeout=-5",
-        "_statement_timeout=", "_statement_timeout=1s", "_journal_mode=on",
-        "_journal_mode=", "_synchronous=2", "_synchronous=full;", "_timeout=5", "_=1"}) {
+  for (const std::string option : {"_busy_timeout=",
+                                   "_busy_timeout",
+                                   "_busy_timeout=-1",
+                                   "_busy_timeout=5s",
+                                   "_busy_timeout=99999999999",
+                                   "_statement_timeout=0",
+                                   "_statement_timeout=-5",
+                                   "_statement_timeout=",
+                                   "_statement_timeout=1s",
+                                   "_journal_mode=on",
+                                   "_journal_mode=",
+                                   "_synchronous=2",
+                                   "_synchronous=full;",
+                                   "_timeout=5",
+                                   "_=1",
+                                   "_cache_size=",
+                                   "_cache_size=2000M",
+                                   "_cache_size=2147483648",
+                                   "_mmap_size=-1",
+                                   "_mmap_size=1e6"}) {
     DatabaseSqlite other("file:" + directory.File("new.db") + "?mode=rwc&" + option, log.Stream());
     EXPECT_THROW(other.Open(), ArgumentException) << option;
     EXPECT_FALSE(other.IsOpen());
