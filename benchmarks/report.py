@@ -24,7 +24,6 @@ CEILINGS = {
     "read_deep": 1.12,
     "read_lazy": 1.3,
     "walk_row": 1.05,
-    "walk_plain": 1.05,
     "match": 1.1,
     "match_raw": 1.1,
     "delete_one": 1.05,

@@ -10,7 +10,7 @@
 namespace Oru::Common::Databases::Sqlite {
 
 ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
-    : mDatabase(database), mMutex(database.IsOpen() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
+    : mDatabase(database), mMutex(database.Handle() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
   if (!mMutex) return;
   sqlite3_mutex_enter(mMutex);
   mDatabase.Parts().connection.Listeners().LockBegins();

@@ -96,18 +96,19 @@ void CursorSqlite::LeaveRow() {
   mPrepared->Rewind();
 }
 
-void CursorSqlite::Rewind() {
-  if (mValues.empty()) {
-    mPrepared->Clear();
-  } else {
-    mPrepared->Rewind();
-  }
+void CursorSqlite::Reset() {
+  Rewind(&StatementHandle::Clear);
 }
 
-void CursorSqlite::Reset() {
+void CursorSqlite::ResetForSameValues() {
+  Rewind(&StatementHandle::Release);
+}
+
+void CursorSqlite::Rewind(void (StatementHandle::*forget)()) {
   if (!mPrepared) return;
   LeaveRow();
-  Rewind();
+  // The values that the statement came with stay.
+  (*mPrepared.*(mValues.empty() ? forget : &StatementHandle::Rewind))();
   mPosition = Position::BeforeRows;
   mLastParameter = 0;
 }
@@ -134,6 +135,7 @@ int CursorSqlite::StepOnce() {
   DatabaseSqlite& db = GetDatabase();
   const bool isCommand = mPrepared->IsCommand();
   const bool wasInTransaction = isCommand && db.IsInTransaction();
+  if (mPosition != Position::OnRow) mPrepared->ClearUnbound();
   const int code = sqlite3_step(mStatement);
   if (mPosition != Position::OnRow) {
     mPrepared->NoticeNewPreparation();
@@ -177,7 +179,12 @@ bool CursorSqlite::Step(const ConnectionLock&) {
 }
 
 void CursorSqlite::Run() {
-  if (Step()) ThrowStepFailure("a statement that should give no rows gave one");
+  if (!mPrepared) throw ObjectClosedException();
+  Run(ConnectionLock(GetDatabase()));
+}
+
+void CursorSqlite::Run(const ConnectionLock& held) {
+  if (Step(held)) ThrowStepFailure("a statement that should give no rows gave one");
 }
 
 int32_t CursorSqlite::GetColumnsCount() {
@@ -203,7 +210,7 @@ bool CursorSqlite::IsOnRow() const {
 }
 
 int CursorSqlite::ColumnOnRow(const std::string& name) const {
-  return IsOnRow() ? GetColumnIndex(name) : -1;
+  return mPrepared && IsOnRow() ? mPrepared->Columns().Find(name, mLastColumn) : -1;
 }
 
 bool CursorSqlite::IsColumnOnRow(int32_t index) const {
@@ -292,7 +299,7 @@ bool CursorSqlite::ReadText(int32_t index, std::string& out) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mStatement, index));
   const auto length = static_cast<std::size_t>(sqlite3_column_bytes(mStatement, index));
   if (text) {
-    out = std::string(text, length);
+    out.assign(text, length);
     return true;
   }
   // No text is NULL, or the want of memory to make it.
@@ -370,8 +377,11 @@ bool CursorSqlite::MayBind(int32_t number) {
   return mValues.empty() || IsBound(SQLITE_RANGE);
 }
 
-bool CursorSqlite::IsBound(int code) {
-  if (code == SQLITE_OK) return true;
+bool CursorSqlite::IsBound(int code, int32_t number, std::size_t length) {
+  if (code == SQLITE_OK) {
+    mPrepared->NoteBound(number, length);
+    return true;
+  }
   // A closed cursor may have no database for the log.
   if (mPrepared) GetDatabase().LogFailure(sqlite3_errstr(code));
   return false;
@@ -414,7 +424,7 @@ bool CursorSqlite::Bind(const std::string& name) {
 }
 
 bool CursorSqlite::Bind(int32_t number, int64_t value) {
-  return MayBind(number) && IsBound(sqlite3_bind_int64(mStatement, number, value));
+  return MayBind(number) && IsBound(sqlite3_bind_int64(mStatement, number, value), number);
 }
 
 bool CursorSqlite::Bind(int32_t number, uint64_t value) {
@@ -430,7 +440,7 @@ bool CursorSqlite::Bind(int32_t number, uint32_t value) {
 }
 
 bool CursorSqlite::Bind(int32_t number, double value) {
-  return MayBind(number) && IsBound(sqlite3_bind_double(mStatement, number, value));
+  return MayBind(number) && IsBound(sqlite3_bind_double(mStatement, number, value), number);
 }
 
 bool CursorSqlite::Bind(int32_t number, bool value) {
@@ -441,7 +451,7 @@ bool CursorSqlite::Bind(int32_t number, const std::string& value) {
   if (!MayBind(number)) return false;
   // A statement that has been stepped still looks at the values that it has, and takes no other.
   if (!mPrepared || mPosition != Position::BeforeRows) return IsBound(SQLITE_MISUSE);
-  return IsBound(mPrepared->BindText(number, value));
+  return IsBound(mPrepared->BindText(number, value), number, value.size());
 }
 
 bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {
@@ -449,11 +459,12 @@ bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {
   if (length < 0 || (!bytes && length > 0)) return IsBound(SQLITE_MISUSE);
   // SQLite takes a null pointer for NULL; no bytes are not nothing.
   const void* data = bytes ? static_cast<const void*>(bytes) : "";
-  return IsBound(sqlite3_bind_blob(mStatement, number, data, length, SQLITE_TRANSIENT));
+  return IsBound(sqlite3_bind_blob(mStatement, number, data, length, SQLITE_TRANSIENT), number,
+                 static_cast<std::size_t>(length));
 }
 
 bool CursorSqlite::Bind(int32_t number) {
-  return MayBind(number) && IsBound(sqlite3_bind_null(mStatement, number));
+  return MayBind(number) && IsBound(sqlite3_bind_null(mStatement, number), number);
 }
 
 int32_t CursorSqlite::GetTotalItemsCount() const {

@@ -108,6 +108,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   int32_t GetTotalItemsCount() const override;
   void Close() override;
   void Reset() override;
+  /// The same for a statement whose next run binds the same parameters. Those that it doesn't bind are NULL again at
+  /// its first `Step` or `Run`, and not before.
+  void ResetForSameValues();
   /// Replaces the statement.
   virtual void Reset(DatabaseSqlite& db, const std::string& select, const std::string& count);
   void Reset(DatabaseSqlite& db, StatementText select, StatementText count);
@@ -122,6 +125,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   /// Runs a statement that gives no rows.
   /// @throws as `Step`; InvalidOperationException also when a row comes
   void Run();
+  void Run(const ConnectionLock& held);
 
   /// The database of the cursor.
   /// @throws ArgumentException without one
@@ -141,7 +145,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   enum class Position : uint8_t { BeforeRows, OnRow, AfterRows, Failed };
 
   void Prepare(const std::string& select);
-  void Rewind();
+  void Rewind(void (StatementHandle::*forget)());
   int StepOnce();
   void LeaveRow();
   [[noreturn]] void ThrowStepFailure(const std::string& message);
@@ -153,7 +157,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool ReadText(int32_t index, std::string& out) const;
   int ParameterNumber(const std::string& name);
   bool MayBind(int32_t number);
-  bool IsBound(int code);
+  bool IsBound(int code, int32_t number = 0, std::size_t length = 0);
 
   std::string mCountStatement;
   // What the parameters are bound to for as long as the statement is open, if it came with values.

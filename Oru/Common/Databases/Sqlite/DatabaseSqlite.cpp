@@ -79,7 +79,8 @@ void DatabaseSqlite::Open() {
   // The first read fails if the file isn't a database.
   if (!BeginWatch() || !parts.Run("SELECT 1 FROM sqlite_master LIMIT 1") ||
       !Configure("journal_mode", connection.journalMode) ||
-      !Configure("synchronous", connection.synchronous) || !parts.Schema().HasChanged()) {
+      !Configure("synchronous", connection.synchronous) || !Configure("cache_size", connection.cacheSize) ||
+      !Configure("mmap_size", connection.mmapSize) || !parts.Schema().HasChanged()) {
     Fail(ErrorText());
   }
   if (ChangeNotifier* notifier = parts.Listeners().Notifier()) notifier->Attach(mHandle);

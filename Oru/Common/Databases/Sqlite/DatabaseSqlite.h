@@ -32,8 +32,10 @@ class StatementHandle;
 ///   - `_journal_mode`: `delete`, `truncate`, `persist`, `wal`, `memory` or `off`. The last two are for files
 ///     that can be made again: a crash or a kill within a transaction may damage the file, and with `off`
 ///     each rollback does, that of a guard left without `Commit` too;
-///   - `_synchronous`: `off`, `normal`, `full` or `extra`.
-/// The other two are SQLite's defaults if they are left out. With a VFS that isn't the default one, temporary
+///   - `_synchronous`: `off`, `normal`, `full` or `extra`;
+///   - `_cache_size`: how much of the file the connection keeps in memory: pages, or KiB as a negative number;
+///   - `_mmap_size`: how many bytes of the file, from its start, are read through a memory map; 0 for none.
+/// The others are SQLite's defaults if they are left out. With a VFS that isn't the default one, temporary
 /// tables and journals are in memory. Foreign keys are always enforced.
 ///
 /// `Close` closes every cursor that is still open. Cursors and tables may live on; tables work again after

@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/OwnerRow.h"
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
@@ -49,7 +50,9 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   bool ReadOwned(int64_t ownerKey, T& object) { return this->ReadFirst(Owned().select, object, ownerKey); }
   /// Deletes the rows of the owner with that key. That there are none is no failure.
   /// @return false, with a log entry, when the database refuses
-  bool DeleteOwned(int64_t ownerKey) { return Owned().deletion.Execute(this->AttachedDatabase(), ownerKey); }
+  bool DeleteOwned(int64_t ownerKey, OwnerRow owner = OwnerRow::Stored) {
+    return owner == OwnerRow::New || Owned().deletion.Execute(this->AttachedDatabase(), ownerKey);
+  }
 
  protected:
   /// Says which column holds the key of a row's owner. For constructors, after `GenerateStatements`.
@@ -119,9 +122,10 @@ class ORU_COMMON_DATABASE_EXPORT OwnerKeyTable : public DeclaredTable<Derived, T
   /// from whether it exists, not from the object id: an object that came from another owner's row must not
   /// overwrite that.
   /// @return false, with a log entry, when the database refuses
-  bool SaveUnder(int64_t ownerKey, U& obj, bool lazy) {
+  bool SaveUnder(int64_t ownerKey, U& obj, bool lazy, OwnerRow owner = OwnerRow::Stored) {
     try {
-      this->SetObjectId(obj, this->Exists(ownerKey) ? ownerKey : -1);
+      const bool isStored = owner == OwnerRow::Stored && this->Exists(ownerKey);
+      this->SetObjectId(obj, isStored ? ownerKey : -1);
     } catch (const InvalidOperationException&) {
       return false;
     }

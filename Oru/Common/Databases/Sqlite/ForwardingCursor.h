@@ -92,6 +92,8 @@ class ORU_COMMON_DATABASE_EXPORT ForwardingCursor : public Base {
   int32_t GetTotalItemsCount() const override { return cursorSqlite.GetTotalItemsCount(); }
   void Close() override { cursorSqlite.Close(); }
   void Reset() override { cursorSqlite.Reset(); }
+  /// See `CursorSqlite`.
+  void ResetForSameValues() { cursorSqlite.ResetForSameValues(); }
 
  protected:
   /// Without a statement.

@@ -91,6 +91,11 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ForwardingCursor<Ob
     ThrowUnlessUsable();
     cursorSqlite.Run();
   }
+  /// The same for a caller that has the connection locked.
+  void Save(U&, const ConnectionLock& held) {
+    ThrowUnlessUsable();
+    cursorSqlite.Run(held);
+  }
 
  protected:
   using Forwarding::cursorSqlite;

@@ -15,7 +15,7 @@ PreparedStatement::Run::Run(PreparedStatement& statement, DatabaseSqlite& db, Ba
 }
 
 PreparedStatement::Run::~Run() {
-  mCursor->Reset();
+  mCursor->ResetForSameValues();
   mStatement.mCursor = std::move(mCursor);
 }
 

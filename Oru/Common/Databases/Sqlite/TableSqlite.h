@@ -101,7 +101,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     if (!this->BindToCursor(*insertCursor, obj)) return false;
     const std::lock_guard<std::mutex> lock(db.mMutex);
     return Succeeds([&] {
-      insertCursor->Save(obj);
+      insertCursor->Save(obj, connection);
       if (mAutoIncrementedId) this->SetObjectId(obj, db.LastInsertRowId());
     });
   }
@@ -115,7 +115,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     const RewindAtEnd rewind(*updateCursor);
     return this->BindToCursor(*updateCursor, obj) &&
            updateCursor->Bind(this->GetObjectIdColumnName(), this->GetObjectId(obj)) &&
-           Succeeds([&] { updateCursor->Save(obj); });
+           Succeeds([&] { updateCursor->Save(obj, connection); });
   }
 
   /// Whether the database assigns the key.
@@ -155,13 +155,13 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
   // Leaves a cursor ready for the next row, however the run of this one ends.
   class RewindAtEnd {
    public:
-    explicit RewindAtEnd(Cursor& cursor) : mCursor(cursor) {}
+    explicit RewindAtEnd(ObjectCursorSqlite<T, U>& cursor) : mCursor(cursor) {}
     RewindAtEnd(const RewindAtEnd&) = delete;
     RewindAtEnd& operator=(const RewindAtEnd&) = delete;
-    ~RewindAtEnd() { mCursor.Reset(); }
+    ~RewindAtEnd() { mCursor.ResetForSameValues(); }
 
    private:
-    Cursor& mCursor;
+    ObjectCursorSqlite<T, U>& mCursor;
   };
 
   // A cursor that throws has logged why.

@@ -47,12 +47,12 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
 
   std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor(bool lazy) override {
     AttachedDatabase();
-    return std::make_unique<ObjectCursorSqlite<T, T>>(
-        *this, selectStatement, StatementGenerator().GenerateSelectCountStatement(), lazy);
+    return std::make_unique<ObjectCursorSqlite<T, T>>(*this, StatementGenerator().SelectToRun(),
+                                                      StatementGenerator().CountToRun(), lazy);
   }
   std::unique_ptr<RawCursor> OpenRawCursor() override {
-    return std::make_unique<RawCursorSqlite>(AttachedDatabase(), selectStatement,
-                                             StatementGenerator().GenerateSelectCountStatement());
+    return std::make_unique<RawCursorSqlite>(AttachedDatabase(), StatementGenerator().SelectToRun(),
+                                             StatementGenerator().CountToRun());
   }
   std::unique_ptr<ObjectCursor<T, T>> OpenObjectCursor(Query& query, bool lazy) override {
     AttachedDatabase();
@@ -64,11 +64,11 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
                                              StatementGenerator().CountToRun(query));
   }
   void OpenObjectCursor(ObjectCursor<T, T>& cursor, bool lazy) override {
-    Reattach(cursor, {selectStatement, {}}, {StatementGenerator().GenerateSelectCountStatement(), {}}, lazy);
+    Reattach(cursor, StatementGenerator().SelectToRun(), StatementGenerator().CountToRun(), lazy);
   }
   void OpenRawCursor(RawCursor& cursor) override {
-    static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(), selectStatement,
-                                                StatementGenerator().GenerateSelectCountStatement());
+    static_cast<RawCursorSqlite&>(cursor).Reset(AttachedDatabase(), StatementGenerator().SelectToRun(),
+                                                StatementGenerator().CountToRun());
   }
   void OpenObjectCursor(ObjectCursor<T, T>& cursor, Query& query, bool lazy) override {
     AttachedDatabase();
@@ -81,7 +81,7 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
 
   bool GetObject(int64_t objectID, T& destObj, bool lazy) override {
     AttachedDatabase();
-    std::string text(selectStatement);
+    std::string text(GetPlainSelectStatement());
     text.append(StatementGenerator().ConditionKeyword()).append(GetTableName()).append(".");
     AppendKeyCondition(text);
     ObjectCursorSqlite<T, T> cursor(*this, StatementText{std::move(text), {objectID}}, StatementText(), lazy);
@@ -136,6 +136,10 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   /// The texts that were generated:
   virtual const std::string& GetSelectStatement() const { return selectStatement; }
   virtual const std::string& GetCreateStatement() const { return createStatement; }
+  /// A text that runs in place of the select text where it finds the same at less cost, with the same columns:
+  /// without a query, and for those that `IsPlain` is true for. The select text itself in most views.
+  virtual const std::string& GetPlainSelectStatement() const { return GetSelectStatement(); }
+  virtual bool IsPlain(const QuerySqlite&) const { return true; }
   /// The generator of this view, made on demand.
   virtual ViewStatementGenerator<T>& StatementGenerator() {
     if (!statementGenerator) init();

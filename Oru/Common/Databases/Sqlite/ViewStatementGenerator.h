@@ -62,16 +62,19 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
     return Count(Filtered(view.GetSelectStatement(), query, QuerySqlite::Values::Literal)).text;
   }
 
-  /// What runs in place of these texts: the same with parameters, and the query's values beside them.
+  /// What runs in place of these texts: a select that finds the same, with parameters, and the query's values
+  /// beside it.
   /// @throws ArgumentException when the view has no select text
   StatementText SelectToRun(Query& query) const {
     if (view.GetSelectStatement().empty()) throw ArgumentException();
-    return Select(view.GetSelectStatement(), query, QuerySqlite::Values::Bound);
+    return Select(SelectFor(query), query, QuerySqlite::Values::Bound);
   }
-  /// The statement that runs in place of the count of a query, with its values.
+  StatementText SelectToRun() const { return {view.GetPlainSelectStatement(), {}}; }
+  /// The statement that runs in place of a count, with its values:
   StatementText CountToRun(Query& query) const {
-    return Count(Filtered(view.GetSelectStatement(), query, QuerySqlite::Values::Bound));
+    return Count(Filtered(SelectFor(query), query, QuerySqlite::Values::Bound));
   }
+  StatementText CountToRun() const { return Count(SelectToRun()); }
 
   /// The word that joins a further condition to the view's select text, with a blank on either side.
   const char* ConditionKeyword() const {
@@ -105,6 +108,11 @@ class ORU_COMMON_DATABASE_EXPORT ViewStatementGenerator {
   const ViewSqlite<T>& view;
 
  private:
+  const std::string& SelectFor(Query& query) const {
+    const bool isPlain = view.IsPlain(static_cast<const QuerySqlite&>(query));
+    return isPlain ? view.GetPlainSelectStatement() : view.GetSelectStatement();
+  }
+
   StatementText Filtered(const std::string& selectStatement, Query& query, QuerySqlite::Values form) const {
     StatementText statement;
     statement.text = selectStatement;

@@ -25,7 +25,12 @@ AnnotationTable::AnnotationTable(Sqlite::DatabaseSqlite& db) : DeclaredTable(db)
 AnnotationTable::~AnnotationTable() = default;
 
 bool AnnotationTable::Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk) {
-  return DeleteOnKey(fk) &&
+  return Write(annotations, fk, Sqlite::OwnerRow::Stored);
+}
+
+bool AnnotationTable::Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk,
+                            Sqlite::OwnerRow owner) {
+  return DeleteOwned(fk, owner) &&
          Sqlite::WriteEachObject(AttachedDatabase(), annotations, [&](Annotation& annotation) {
            AnnotationEncapsulated row(fk, annotation);
            // Its row is gone, so whatever key the object held names none.
@@ -39,8 +44,10 @@ bool AnnotationTable::DeleteOnKey(int64_t key) {
 }
 
 bool AnnotationTable::Save(AnnotationEncapsulated& obj, bool lazy) {
+  const bool isNew = GetObjectId(obj) == -1;
   return DeclaredTable::Save(obj, lazy) &&
-         metadataTable->Write(Changeable(obj.annotation).Metadata(), GetObjectId(obj));
+         metadataTable->Write(Changeable(obj.annotation).Metadata(), GetObjectId(obj),
+                              Sqlite::OwnerRowThatIs(isNew));
 }
 
 bool AnnotationTable::BindToCursor(Cursor& cursor, AnnotationEncapsulated& obj) {

@@ -33,6 +33,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT AnnotationTable
   ///         and those before it are written
   /// @throws std::bad_cast at a metadata profile that is neither generic nor the operator's; likewise
   bool Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk);
+  bool Write(std::vector<std::shared_ptr<Annotation>>& annotations, int64_t fk,
+             Common::Databases::Sqlite::OwnerRow owner);
   /// Deletes the annotations of an asset, and their metadata with them.
   bool DeleteOnKey(int64_t key);
 

@@ -45,15 +45,25 @@ DapOperatorMetadataTable::DapOperatorMetadataTable(Sqlite::DatabaseSqlite& db) :
 DapOperatorMetadataTable::~DapOperatorMetadataTable() = default;
 
 bool DapOperatorMetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk) {
+  return Write(metadataDictionary, fk, Sqlite::OwnerRow::Stored);
+}
+
+bool DapOperatorMetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk,
+                                     Sqlite::OwnerRow owner) {
   const auto profile = metadataDictionary.Get<DapOperatorMetadataProfile>();
   if (!profile) return true;
-  if (!dapOperatorKeywordsTable->DeleteOnKey(fk)) return false;
+  if (!dapOperatorKeywordsTable->DeleteOwned(fk, owner)) return false;
   DapMetadataEncapsulated row(fk, *profile);
-  return Save(row);
+  return SaveWithKeywords(row, true, owner);
 }
 
 bool DapOperatorMetadataTable::Save(DapMetadataEncapsulated& obj, bool lazy) {
-  if (!SaveUnder(obj.fk, obj, lazy)) return false;
+  return SaveWithKeywords(obj, lazy, Sqlite::OwnerRow::Stored);
+}
+
+bool DapOperatorMetadataTable::SaveWithKeywords(DapMetadataEncapsulated& obj, bool lazy,
+                                                Sqlite::OwnerRow owner) {
+  if (!SaveUnder(obj.fk, obj, lazy, owner)) return false;
   std::vector<Utf8String> keywords = obj.metadata.Keywords();
   return dapOperatorKeywordsTable->Write(keywords, obj.fk);
 }

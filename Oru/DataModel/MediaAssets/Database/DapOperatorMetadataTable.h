@@ -41,6 +41,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   /// @throws std::invalid_argument, as `DapOperatorMetadataProfile::DapId`, at a page, bank or row that isn't
   ///         between 0 and 255; the stored keywords are gone then
   bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
+  bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk,
+             Common::Databases::Sqlite::OwnerRow owner);
   /// Stores a profile, whose object id becomes the asset's key, and adds its keywords. Fails as `Write`, with
   /// nothing written.
   bool Save(DapMetadataEncapsulated& obj, bool lazy) override;
@@ -92,6 +94,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorMetadataTable
   static bool TimecodeDrop(int32_t format);
 
  private:
+  bool SaveWithKeywords(DapMetadataEncapsulated& obj, bool lazy, Common::Databases::Sqlite::OwnerRow owner);
+
   std::unique_ptr<DapOperatorKeywordsTable> dapOperatorKeywordsTable;
 };
 

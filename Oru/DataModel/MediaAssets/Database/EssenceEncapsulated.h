@@ -17,6 +17,8 @@ struct ORU_DATAMODEL_DATABASE_EXPORT EssenceEncapsulated {
   int64_t fk;
   /// What is stored. The table that stores it sets its object id.
   const Essence& essence;
+  /// Whether the caller knows that the stream has no essence of that number yet. It isn't looked up then.
+  bool isAbsent = false;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

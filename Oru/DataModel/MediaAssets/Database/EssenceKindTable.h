@@ -35,11 +35,13 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceKindTable
   bool Save(EssenceEncapsulated& obj, bool lazy) override {
     // Whether the kind's row must be inserted shows only before the save of the other gives the essence its
     // key.
-    if (GetObjectId(obj) == -1) {
+    if (GetObjectId(obj) == -1 && !obj.isAbsent) {
       SetObjectId(obj, essenceTable.GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
     }
     const bool isNew = GetObjectId(obj) == -1;
-    if (!essenceTable.Save(obj, lazy)) return false;
+    EssenceEncapsulated row = obj;
+    row.isAbsent = isNew;
+    if (!essenceTable.Save(row, lazy)) return false;
     return isNew ? this->Insert(obj, lazy) : this->Update(obj, lazy);
   }
 

@@ -38,17 +38,29 @@ EssenceTable::EssenceTable(Sqlite::DatabaseSqlite& db)
 EssenceTable::~EssenceTable() = default;
 
 bool EssenceTable::Write(const EssenceArray& essences, int64_t fk) {
+  return Write(essences, fk, Sqlite::OwnerRow::Stored);
+}
+
+bool EssenceTable::Write(const EssenceArray& essences, int64_t fk, Sqlite::OwnerRow stream) {
+  // Numbers that aren't the positions may stand twice. The second essence then takes the place of the first.
+  bool areAbsent = stream == Sqlite::OwnerRow::New;
+  int32_t position = 0;
   return Sqlite::WriteEach(essences, [&](const std::unique_ptr<Essence>& essence) {
     EssenceEncapsulated row(fk, *essence);
+    areAbsent = areAbsent && essence->Nr() == position++;
+    row.isAbsent = areAbsent;
     return table[Index(essence->GetType())]->Save(row);
   });
 }
 
 bool EssenceTable::Save(EssenceEncapsulated& obj, bool lazy) {
   return Sqlite::FalseWhenRefused([&] {
-    if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
+    if (GetObjectId(obj) == -1 && !obj.isAbsent) {
+      SetObjectId(obj, GetObjectIdFromEssenceNr(obj.fk, obj.essence.Nr()));
+    }
+    const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(GetObjectId(obj) == -1);
     return DeclaredTable::Save(obj, lazy) &&
-           metadataTable->Write(*Changeable(obj.essence).Metadata(), GetObjectId(obj));
+           metadataTable->Write(*Changeable(obj.essence).Metadata(), GetObjectId(obj), row);
   });
 }
 

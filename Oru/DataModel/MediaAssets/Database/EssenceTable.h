@@ -36,6 +36,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT EssenceTable
   /// Stores essences of any kinds under a stream. Stored essences that aren't in the array stay.
   /// @return false, with a log entry, at the first essence that is refused; those before it are written
   bool Write(const EssenceArray& essences, int64_t fk);
+  bool Write(const EssenceArray& essences, int64_t fk, Common::Databases::Sqlite::OwnerRow stream);
 
   /// Stores the row of all kinds and replaces the metadata. An object id of -1 is looked up by stream and
   /// number.

@@ -7,6 +7,10 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
 
+#include <algorithm>
+#include <cctype>
+#include <set>
+#include <string_view>
 #include <typeinfo>
 #include <utility>
 
@@ -39,6 +43,25 @@ bool DeleteUnused(UnusedRows& unusedRows, Table<T, U>& table, const std::string&
     unused.Not(used);
     return table.Delete(unused);
   });
+}
+
+void Replace(std::string& text, const std::string& part, const std::string& other) {
+  text.replace(text.find(part), part.size(), other);
+}
+
+// Whether a part of a query names a column of the full-text index, or in `ambiguous` what each side of the
+// join has a column of.
+bool NamesFullTextIndex(std::string part, const std::set<std::string_view>& ambiguous) {
+  std::transform(part.begin(), part.end(), part.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  if (part.find("fts") != std::string::npos) return true;
+  constexpr const char* nameCharacters = "abcdefghijklmnopqrstuvwxyz0123456789_.";
+  const std::string_view text = part;
+  for (std::size_t begin = 0, end = 0; (begin = text.find_first_of(nameCharacters, end)) != text.npos;) {
+    end = std::min(text.find_first_not_of(nameCharacters, begin), text.size());
+    if (ambiguous.count(text.substr(begin, end - begin)) != 0) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -103,6 +126,10 @@ MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db)
       lazyResources(lazyMediaResourceQuery + "?);"),
       keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
+  plainSelectStatement = selectStatement;
+  Replace(plainSelectStatement, selectColumnNames[13], "CAST(" + selectColumnNames[5] + " AS TEXT)");
+  Replace(plainSelectStatement, selectColumnNames[14], "CAST(" + selectColumnNames[6] + " AS TEXT)");
+  Replace(plainSelectStatement, fromClause, tableName);
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
   linkedResources = SelectLinked<MediaResource>(
       *mediaResouceTable, RelationMediasTable::tableName,
@@ -148,6 +175,15 @@ const std::string& MediaAssetTable::GetFromClause() const {
   return fromClause;
 }
 
+bool MediaAssetTable::IsPlain(const Sqlite::QuerySqlite& query) const {
+  // A name that the join refuses as ambiguous is refused by either text. In an order it is the selected column.
+  static const std::set<std::string_view> inCondition = {"name",  "description", "rank",
+                                                         "rowid", "oid",         "_rowid_"};
+  static const std::set<std::string_view> inOrder = {"rank", "rowid", "oid", "_rowid_"};
+  return !NamesFullTextIndex(query.GetFilterText(), inCondition) &&
+         !NamesFullTextIndex(query.GetOrderBySQL(), inOrder);
+}
+
 int64_t MediaAssetTable::GetObjectIdFromIdentifier(const Identifier& id) const {
   return keyByIdentifier.FindKey(AttachedDatabase(), id.Value());
 }
@@ -156,11 +192,12 @@ bool MediaAssetTable::Save(MediaAsset& obj, bool lazy) {
   return Sqlite::FalseWhenRefused([&] {
     if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
     const bool isNew = obj.ObjectId() == -1;
+    const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(isNew);
     // Nothing keeps a link from being stored twice, so links are written with the asset's row and never again.
-    return DeclaredTable::Save(obj, lazy) && annotationTable->Write(obj.Annotations(), obj.ObjectId()) &&
-           timeBoundsTable->Write(obj.PhysicalTimebounds(), obj.ObjectId()) &&
-           dapOperatorMetadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
-           metadataTable->Write(obj.Metadata(), obj.ObjectId()) &&
+    return DeclaredTable::Save(obj, lazy) && annotationTable->Write(obj.Annotations(), obj.ObjectId(), row) &&
+           timeBoundsTable->Write(obj.PhysicalTimebounds(), obj.ObjectId(), row) &&
+           dapOperatorMetadataTable->Write(obj.Metadata(), obj.ObjectId(), row) &&
+           metadataTable->Write(obj.Metadata(), obj.ObjectId(), row) &&
            mediaResouceTable->Write(obj.MediaResources(), lazy) && (!isNew || LinkMediaResources(obj)) &&
            trackTable->Write(obj.Tracks()) && (!isNew || LinkTracks(obj));
   });
@@ -181,7 +218,13 @@ bool MediaAssetTable::LinkTracks(MediaAsset& obj) {
   });
 }
 
+void MediaAssetTable::WatchDependentData() {
+  for (const auto* rows : {&unusedMediaResources, &unusedTracks, &emptyAssetGroups})
+    (*rows)->Watch();
+}
+
 bool MediaAssetTable::Delete(Query& query) {
+  WatchDependentData();
   return DeclaredTable::Delete(query) && CleanUpDependentData();
 }
 
@@ -191,6 +234,7 @@ bool MediaAssetTable::DeleteByServerId(ZuServerId serverId) {
       "(SELECT DISTINCT DapOperatorMetadata.refMediaAsset FROM DapOperatorMetadata "
       "WHERE DapOperatorMetadata.zuServerId=" +
       std::to_string(serverId.SerialNumber()) + ");";
+  WatchDependentData();
   return AttachedDatabase().ExecuteStatement(text) && CleanUpDependentData();
 }
 

@@ -143,6 +143,9 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   const std::string& GetSelectColumnAlias(int32_t index) const override;
   int32_t GetSelectColumnsCount() const override;
   const std::string& GetFromClause() const override;
+  /// The same columns without a look into the full-text index, which marks nothing where nothing is matched.
+  const std::string& GetPlainSelectStatement() const override { return plainSelectStatement; }
+  bool IsPlain(const Common::Databases::Sqlite::QuerySqlite& query) const override;
   bool BindToCursor(Common::Databases::Cursor& cursor, MediaAsset& obj) override;
   /// Reads the row. References that are stored replace those of the asset; absent ones leave them as they
   /// are.
@@ -182,12 +185,14 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetTable
   static const std::string lazyMediaResourceQuery;
 
  private:
+  void WatchDependentData();
   bool LinkMediaResources(MediaAsset& obj);
   bool LinkTracks(MediaAsset& obj);
   std::shared_ptr<DapOperatorMetadataProfile> OperatorProfile(MediaAsset& mediaAsset) const;
   template <class ReadChannels>
   void ReadTracks(MediaAsset& mediaAsset, ReadChannels readChannels);
 
+  std::string plainSelectStatement;
   std::unique_ptr<MediaResourceTable> mediaResouceTable;
   std::unique_ptr<RelationMediasTable> relationMediasTable;
   std::unique_ptr<DapOperatorMetadataTable> dapOperatorMetadataTable;

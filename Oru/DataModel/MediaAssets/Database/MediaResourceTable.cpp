@@ -32,8 +32,9 @@ MediaResourceTable::~MediaResourceTable() = default;
 bool MediaResourceTable::Save(MediaResource& obj, bool lazy) {
   return Sqlite::FalseWhenRefused([&] {
     if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
-    return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(obj.Timebounds(), obj.ObjectId()) &&
-           metadataTable->Write(*obj.Metadata(), obj.ObjectId()) &&
+    const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(obj.ObjectId() == -1);
+    return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(obj.Timebounds(), obj.ObjectId(), row) &&
+           metadataTable->Write(*obj.Metadata(), obj.ObjectId(), row) &&
            streamTable->Write(obj.Streams(), obj.ObjectId(), lazy);
   });
 }

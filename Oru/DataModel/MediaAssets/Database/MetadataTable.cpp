@@ -26,8 +26,12 @@ MetadataTable::MetadataTable(const std::string& name, Sqlite::DatabaseSqlite& db
 MetadataTable::~MetadataTable() = default;
 
 bool MetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk) {
+  return Write(metadataDictionary, fk, Sqlite::OwnerRow::Stored);
+}
+
+bool MetadataTable::Write(MetadataProfileDictionary& metadataDictionary, int64_t fk, Sqlite::OwnerRow owner) {
   static const FullyQualifiedName operatorName = DapOperatorMetadataProfile::StaticFullyQualifiedName();
-  return DeleteOnKey(fk) && metadataDictionary.Iterate([&](MetadataProfile& profile) {
+  return DeleteOwned(fk, owner) && metadataDictionary.Iterate([&](MetadataProfile& profile) {
     if (profile.FullyQualifiedName() == operatorName) return true;
     return WriteEntries(dynamic_cast<GenericMetadataProfile&>(profile), fk);
   });

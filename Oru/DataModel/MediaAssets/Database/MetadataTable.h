@@ -37,6 +37,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT MetadataTable
   ///         before it are written
   /// @throws std::bad_cast at a profile that is neither generic nor the operator's; likewise
   bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk);
+  bool Write(BusinessEntityModel::BaseTypes::MetadataProfileDictionary& metadataDictionary, int64_t fk,
+             Common::Databases::Sqlite::OwnerRow owner);
   /// Replaces the metadata of an owner by the entries of one profile.
   bool Write(BusinessEntityModel::BaseTypes::GenericMetadataProfile& metadata, int64_t fk);
   /// Deletes the metadata of an owner.

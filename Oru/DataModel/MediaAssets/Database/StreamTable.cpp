@@ -57,9 +57,11 @@ bool StreamTable::Save(StreamEncapsulated& obj, bool lazy) {
   return Sqlite::FalseWhenRefused([&] {
     Stream& stream = Changeable(obj.stream);
     if (GetObjectId(obj) == -1) SetObjectId(obj, GetObjectIdFromIdentifier(stream.Id()));
-    return DeclaredTable::Save(obj, lazy) && timeBoundsTable->Write(stream.Timebounds(), stream.ObjectId()) &&
-           metadataTable->Write(*stream.Metadata(), stream.ObjectId()) &&
-           essenceTable->Write(stream.Essences(), stream.ObjectId());
+    const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(GetObjectId(obj) == -1);
+    return DeclaredTable::Save(obj, lazy) &&
+           timeBoundsTable->Write(stream.Timebounds(), stream.ObjectId(), row) &&
+           metadataTable->Write(*stream.Metadata(), stream.ObjectId(), row) &&
+           essenceTable->Write(stream.Essences(), stream.ObjectId(), row);
   });
 }
 

@@ -24,7 +24,11 @@ TimeBoundsTable::TimeBoundsTable(const std::string& name, Sqlite::DatabaseSqlite
 TimeBoundsTable::~TimeBoundsTable() = default;
 
 bool TimeBoundsTable::Write(TimeBoundsArray& timeBounds, int64_t fk) {
-  return DeleteOnKey(fk) && Sqlite::WriteEach(timeBounds, [&](const TimeBounds& bounds) {
+  return Write(timeBounds, fk, Sqlite::OwnerRow::Stored);
+}
+
+bool TimeBoundsTable::Write(TimeBoundsArray& timeBounds, int64_t fk, Sqlite::OwnerRow owner) {
+  return DeleteOwned(fk, owner) && Sqlite::WriteEach(timeBounds, [&](const TimeBounds& bounds) {
            TimeBoundsEncapsulated row(fk, bounds);
            return Save(row);
          });

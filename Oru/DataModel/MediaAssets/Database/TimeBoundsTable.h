@@ -32,6 +32,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT TimeBoundsTable
   /// @return false, with a log entry, at the first row that is refused; the old rows are gone then, and those
   ///         before it are written
   bool Write(TimeBoundsArray& timeBounds, int64_t fk);
+  bool Write(TimeBoundsArray& timeBounds, int64_t fk, Common::Databases::Sqlite::OwnerRow owner);
   /// Deletes the bounds of an owner.
   bool DeleteOnKey(int64_t key);
   /// Always false, with a log entry: the rows have no key.

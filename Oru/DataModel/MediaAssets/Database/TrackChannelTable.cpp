@@ -24,8 +24,13 @@ TrackChannelTable::TrackChannelTable(Sqlite::DatabaseSqlite& db)
 TrackChannelTable::~TrackChannelTable() = default;
 
 bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey,
-                              bool) {
-  return DeleteOwned(trackKey) &&
+                              bool lazy) {
+  return Write(channels, trackKey, lazy, Sqlite::OwnerRow::Stored);
+}
+
+bool TrackChannelTable::Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey,
+                              bool, Sqlite::OwnerRow track) {
+  return DeleteOwned(trackKey, track) &&
          Sqlite::WriteEachObject(AttachedDatabase(), channels, [&](TrackChannelToRemove& channel) {
            const std::string& streamId = channel.Stream().Id().Value();
            const int64_t essenceKey =

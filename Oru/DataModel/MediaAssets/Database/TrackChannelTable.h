@@ -34,6 +34,8 @@ class ORU_DATAMODEL_DATABASE_EXPORT TrackChannelTable
   /// @return false, with a log entry, at the first channel whose essence isn't stored or that is refused; the
   ///         old channels are gone then, and those before it are written
   bool Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey, bool lazy);
+  bool Write(std::vector<std::shared_ptr<TrackChannelToRemove>>& channels, int64_t trackKey, bool lazy,
+             Common::Databases::Sqlite::OwnerRow track);
 
   /// Inserts the channel.
   bool Save(TrackChannelEncapsulated& obj, bool lazy) override { return Insert(obj, lazy); }

@@ -46,7 +46,9 @@ bool TrackTable::Write(const SortedVectorSharedPointer<Track>& tracks) {
 bool TrackTable::Save(Track& obj, bool lazy) {
   return Sqlite::FalseWhenRefused([&] {
     if (obj.ObjectId() == -1) obj.ObjectId(GetObjectIdFromIdentifier(obj.Id()));
-    return DeclaredTable::Save(obj, lazy) && trackChannelTable->Write(obj.Channels(), obj.ObjectId(), lazy);
+    const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(obj.ObjectId() == -1);
+    return DeclaredTable::Save(obj, lazy) &&
+           trackChannelTable->Write(obj.Channels(), obj.ObjectId(), lazy, row);
   });
 }
 

@@ -8,13 +8,6 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-namespace {
-
-// The longest text whose memory a statement reuses.
-constexpr std::size_t LongestReusedText = 256;
-
-}  // namespace
-
 std::unique_ptr<StatementHandle> StatementHandle::Prepare(sqlite3* handle, std::string_view text,
                                                           bool isCached, std::string_view* rest) {
   sqlite3_stmt* statement = nullptr;
@@ -68,7 +61,7 @@ void StatementHandle::NoticeNewPreparation() {
 int StatementHandle::BindText(int number, const std::string& text) {
   const auto place = static_cast<std::size_t>(number) - 1;
   // SQLite refuses a number that isn't one of the parameters.
-  if (text.size() > LongestReusedText || place >= mParameters.Size()) {
+  if (text.size() > LongestKeptText || place >= mParameters.Size()) {
     return sqlite3_bind_text64(mStatement, number, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
   }
   if (mTexts.empty()) mTexts.resize(mParameters.Size());
@@ -105,9 +98,29 @@ void StatementHandle::Rewind() {
   sqlite3_reset(mStatement);
 }
 
+void StatementHandle::Release() {
+  if (mHoldsMuch || mParameters.Size() > MostNoted) {
+    Clear();
+    return;
+  }
+  sqlite3_reset(mStatement);
+  mStale |= mBound;
+  mBound = 0;
+}
+
+void StatementHandle::ClearStale() {
+  const int count = static_cast<int>(mParameters.Size());
+  for (int number = 1; number <= count; ++number) {
+    if ((mStale & ~mBound & BitOf(number)) != 0) sqlite3_bind_null(mStatement, number);
+  }
+}
+
 void StatementHandle::Clear() {
   sqlite3_reset(mStatement);
   if (mParameters.Size() > 0) sqlite3_clear_bindings(mStatement);
+  mBound = 0;
+  mStale = 0;
+  mHoldsMuch = false;
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -4,6 +4,7 @@
 #include "Oru/Common/Databases/Sqlite/Statements/NameIndex.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -55,8 +56,24 @@ class StatementHandle {
   /// @return SQLite's result code
   int BindAll(const std::vector<StatementValue>& values);
 
+  /// Keeps in mind that a parameter has its value for the next run.
+  /// @param length  how many bytes the statement holds on to for it
+  void NoteBound(int number, std::size_t length = 0) {
+    mBound |= BitOf(number);
+    if (length > LongestKeptText) mHoldsMuch = true;
+  }
+  /// Clears what the parameters still hold of a run before and haven't been given for this one. To be called
+  /// before the first step of a run.
+  void ClearUnbound() {
+    if ((mStale & ~mBound) != 0) ClearStale();
+    mStale = 0;
+  }
+
   /// Rewinds, and leaves the bindings.
   void Rewind();
+  /// Rewinds for the next run. The values of this one count no more, but are cleared only where the next run
+  /// gives no others: most statements get all their values each time.
+  void Release();
   /// Rewinds and clears the bindings, to serve the next user.
   void Clear();
 
@@ -64,15 +81,26 @@ class StatementHandle {
   void* slot = nullptr;
 
  private:
+  // What a statement may hold on to for each parameter while it waits for its next use.
+  static constexpr std::size_t LongestKeptText = 256;
+  // How many parameters the sets below have room for. A statement with more clears all of them each time.
+  static constexpr std::size_t MostNoted = 64;
+
   explicit StatementHandle(sqlite3_stmt* statement);
 
+  static uint64_t BitOf(int number) { return uint64_t{1} << (static_cast<unsigned>(number - 1) % MostNoted); }
   void ReadColumns();
+  void ClearStale();
 
   sqlite3_stmt* mStatement;
   bool mIsReadOnly;
   int mPreparations = 0;
   NameIndex mColumns;
   NameIndex mParameters;
+  // Sets of parameters: those bound since the statement was rewound, and those bound for the runs before.
+  uint64_t mBound = 0;
+  uint64_t mStale = 0;
+  bool mHoldsMuch = false;
   // The texts that are bound, by parameter.
   std::vector<std::string> mTexts;
 };

@@ -13,9 +13,9 @@ namespace Oru::DataModel::MediaAssets::Database {
 /// that goes by what has changed since the last time and not by the size of the file.
 ///
 /// From the first time on, temporary triggers of the connection note each row that loses a link, and rows
-/// that are new show by their keys. All is looked at again when another connection has changed the file
-/// meanwhile, or this one has made one of the tables new. The notes lie in temporary tables, so that a rollback
-/// takes them back together with what they tell of. Internal to the library.
+/// that are new show by their keys. All is looked at the first time, and again when another connection has
+/// changed the file meanwhile, or this one has made one of the tables new. The notes lie in temporary tables, so
+/// that a rollback takes them back together with what they tell of. Internal to the library.
 ///
 /// Threads: may be used from several threads at once.
 class UnusedRows {
@@ -25,6 +25,9 @@ class UnusedRows {
   /// @param linkColumn         the column that refers to the shared table
   UnusedRows(Common::Databases::Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable,
              std::string linkTable, std::string linkColumn);
+
+  /// Has the connection note from now on which rows lose a link, so that the first deletion knows its own.
+  void Watch();
 
   /// Deletes the rows without a link.
   /// @param deleteAll  deletes them by looking at all rows; gives false when the database refuses
@@ -48,7 +51,9 @@ class UnusedRows {
   bool BeginNoting();
   std::string NotingScript() const;
   Changes ChangesSinceLastTime();
-  bool DeleteAmong(const Changes& changes);
+  bool AreAllLinked();
+  // Among those that were noted and those with a key above one.
+  bool DeleteAmong(int64_t lastKnownKey);
   bool Forget(const Changes& changes);
 
   Common::Databases::Sqlite::DatabaseSqlite& database;

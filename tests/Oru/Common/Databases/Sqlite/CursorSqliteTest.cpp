@@ -125,6 +125,27 @@ TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
   readsNothing("k", 0);
 }
 
+TEST_F(CursorSqliteTest, WhatTheNextRunOfTheSameValuesDoesNotBindIsNull) {
+  const uint8_t bytes[] = {1};
+  for (const int last : {7, 70}) {
+    CursorSqlite cursor(db, "SELECT quote(?6) || ' ' || quote(?" + std::to_string(last) + ") AS s");
+    const auto expectForgets = [&](bool isBound) {
+      ASSERT_TRUE(isBound && cursor.Step());
+      cursor.ResetForSameValues();
+      ASSERT_TRUE(cursor.Bind(6, 2) && cursor.Step());
+      EXPECT_EQ(cursor.GetString("s"), "2 NULL") << last;
+      cursor.ResetForSameValues();
+      ASSERT_TRUE(cursor.Step());
+      EXPECT_EQ(cursor.GetString("s"), "NULL NULL") << last;
+      cursor.ResetForSameValues();
+    };
+    expectForgets(cursor.Bind(last, 1));
+    expectForgets(cursor.Bind(last, 0.5));
+    expectForgets(cursor.Bind(last, "text"));
+    expectForgets(cursor.Bind(last, std::string(1000, 'x')) && cursor.Bind(6, bytes, 1));
+  }
+}
+
 TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) {
   const std::string select =
       "SELECT typeof(:a) || '|' || quote(:a) || '|' || typeof(:b) || '|' || quote(:b) AS s";
@@ -134,16 +155,20 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
       EXPECT_TRUE(isBound && step());
       std::string text = cursor.GetString("s");
       cursor.Reset();
+      EXPECT_TRUE(step());
+      EXPECT_EQ(cursor.GetString("s"), "null|NULL|null|NULL") << "after " << text;
+      cursor.Reset();
       return text;
     };
     EXPECT_EQ(result(cursor.Bind(a, int64_t{-1}) && cursor.Bind(b, uint64_t{1} << 63)),
               "integer|-1|integer|-9223372036854775808");
-    EXPECT_EQ(result(true), "null|NULL|null|NULL");
     EXPECT_EQ(result(cursor.Bind(b, int32_t{-5}) && cursor.Bind(a, uint32_t{0xffffffff})),
               "integer|4294967295|integer|-5");
     EXPECT_EQ(result(cursor.Bind(a, true) && cursor.Bind(b, 0.5)), "integer|1|real|0.5");
     EXPECT_EQ(result(cursor.Bind(a, "it's") && cursor.Bind(b, std::string())), "text|'it''s'|text|''");
     EXPECT_EQ(result(cursor.Bind(a, bytes, 3) && cursor.Bind(b, nullptr, 0)), "blob|X'0100FE'|blob|X''");
+    EXPECT_EQ(result(cursor.Bind(b, std::string(1000, 'x'))),
+              "null|NULL|text|'" + std::string(1000, 'x') + "'");
     EXPECT_EQ(result(cursor.Bind(a, 1) && cursor.Bind(a) && cursor.Bind(b, 2.0)), "null|NULL|real|2.0");
   };
   CursorSqlite cursor(db, select);

@@ -86,6 +86,59 @@ TEST_F(MediaAssetTableTest, AnIdentifierMatchesItselfAndNothingElse) {
   }
 }
 
+TEST_F(MediaAssetTableTest, AnEssenceNumberThatStandsTwiceInANewStreamTakesItsRowOver) {
+  const auto resource = MakeResource("resource");
+  EssenceArray& twice = resource->Streams().front()->Essences();
+  twice[1].Nr(0);
+  ASSERT_TRUE(database.GetMediaResourceTable().Save(*resource));
+  EXPECT_EQ(twice[1].ObjectId(), twice[0].ObjectId());
+  EXPECT_NE(twice[2].ObjectId(), twice[0].ObjectId());
+}
+
+TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
+  for (const char* name : {"goal", "shifts", "", "5", "corner"}) {
+    MediaAsset clip = MakeClip(std::string("clip ") + name);
+    clip.Name(name);
+    Saved(clip);
+  }
+  ASSERT_TRUE(database.ExecuteStatement(
+      "UPDATE MediaAsset SET name = 5 WHERE name = '5'; UPDATE MediaAsset SET name = NULL WHERE name = ''"));
+  QuerySqlite ofResource;
+  ofResource.Equals("name", "resource");
+  std::vector<QuerySqlite> queries(12);
+  queries[1].Equals("MediaAsset.name", "goal").OrderByDesc("creationDate");
+  queries[2].Contains("MediaAsset.name", "fts").OrderByAsc("MediaAsset.key");
+  queries[3].Match("MediaAssetFts", "goal").OrderByAsc("MediaAssetFts.rank");
+  queries[4].Equals("nameFts", "goal");
+  queries[5].Equals("name", "goal");
+  queries[6].Equals("Description", "goal");
+  queries[7].OrderByAsc("name").Limit(3, 1);
+  queries[8].OrderByDesc("RANK");
+  queries[9].In("MediaAsset.key", "MediaResource", "key", ofResource);
+  queries[10].Equals("rowid", 1);
+  queries[11].OrderByAsc("rowid");
+  int opened = 0;
+  for (QuerySqlite& query : queries) {
+    const std::string text = assets.StatementGenerator().GenerateSelectStatement(query);
+    Common::Databases::Sqlite::CursorSqlite generated(
+        database, text, assets.StatementGenerator().GenerateSelectCountStatement(query));
+    const auto cursor = assets.OpenRawCursor(query);
+    ASSERT_EQ(cursor->IsOpened(), generated.IsOpened()) << text;
+    if (!cursor->IsOpened()) continue;
+    ++opened;
+    for (Common::Databases::Sqlite::RawReadSqlite row; cursor->Next(row);) {
+      ASSERT_TRUE(generated.Step()) << text;
+      for (const std::string& column : MediaAssetTable::selectColumnAliases) {
+        EXPECT_EQ(row.GetString(column), generated.GetString(column)) << column << " in " << text;
+        EXPECT_EQ(row.IsNull(column), generated.IsNull(column)) << column << " in " << text;
+      }
+    }
+    EXPECT_FALSE(generated.Step()) << text;
+    EXPECT_EQ(cursor->GetTotalItemsCount(), generated.GetTotalItemsCount()) << text;
+  }
+  EXPECT_EQ(opened, 8);
+}
+
 TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
   const int64_t key = SavedClip();
   MediaAsset asset = TestSupport::ReadDeep(database, key);
