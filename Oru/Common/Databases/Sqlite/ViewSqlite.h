@@ -139,6 +139,7 @@ class ORU_COMMON_DATABASE_EXPORT ViewSqlite : public virtual View<T> {
   /// A text that runs in place of the select text where it finds the same at less cost, with the same columns:
   /// without a query, and for those that `IsPlain` is true for. The select text itself in most views.
   virtual const std::string& GetPlainSelectStatement() const { return GetSelectStatement(); }
+  /// Whether the plain select finds the same for that query as the select text.
   virtual bool IsPlain(const QuerySqlite&) const { return true; }
   /// The generator of this view, made on demand.
   virtual ViewStatementGenerator<T>& StatementGenerator() {
