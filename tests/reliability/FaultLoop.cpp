@@ -23,6 +23,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <regex>
 
 namespace Oru::Reliability {
 
@@ -45,8 +46,16 @@ FaultJob::Attempt Opening() {
   };
 }
 
+// The last script of an opening has made each of its indexes.
 bool HoldsAll(DataModelDatabase& db) {
-  return TestSupport::Value(db, "SELECT count(*) FROM sqlite_schema WHERE name LIKE 'Lookup%'") == "17";
+  static const std::regex made("CREATE INDEX IF NOT EXISTS (\\w+)");
+  const std::string& script = DataModelDatabase::lookupIndexStatements;
+  return std::all_of(std::sregex_iterator(script.begin(), script.end(), made), std::sregex_iterator(),
+                     [&](const std::smatch& index) {
+                       const std::string name = index[1];
+                       return TestSupport::Value(db, "SELECT count(*) FROM sqlite_schema WHERE name = '" +
+                                                         name + "'") == "1";
+                     });
 }
 
 // All or nothing. The keys that a rolled-back save has left in its objects are void, so each attempt saves a
