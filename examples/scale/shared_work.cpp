@@ -73,7 +73,7 @@ void WriteTransaction(DataModelDatabase& database, const std::string& name, int 
   transaction.Commit();
 }
 
-// Repeats `job(round)` until the time is over. A round that was refused is tried again, with the database opened anew.
+// Repeats `job(round)` until the time is over. A round that was refused is tried again, with the database opened again.
 template <class Job>
 void Repeat(DataModelDatabase& database, const std::string& name, double seconds, Job job) {
   const auto begin = Clock::now();

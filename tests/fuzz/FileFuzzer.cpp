@@ -1,4 +1,4 @@
-// A file that somebody has damaged or changed may be refused, or read and written in part: by exceptions and
+// A damaged or changed file may be refused, or read and written in part: by exceptions and
 // log entries, without a crash, a hang or a look beyond its memory.
 //
 // The files are in memory, so that hundreds of inputs run in a second.
@@ -187,7 +187,7 @@ class SoundFile {
 
   const ColumnName& Column(unsigned number) const { return mColumns[number % mColumns.size()]; }
 
-  // The content of the file behind changes of its rows and tables, which are taken back.
+  // The content of the file after changes of its rows and tables. The changes are taken back.
   template <class Change>
   std::string Changed(const Change& change) const {
     Run(mHandle.get(), "BEGIN");
@@ -331,7 +331,7 @@ bool AreOfRowsAlone(const std::vector<Change>& changes) {
 }
 
 std::string Damaged(const std::vector<Change>& changes) {
-  // The rows first: behind damaged bytes SQLite would refuse to change any.
+  // The rows first: after its bytes are damaged SQLite may refuse to change any.
   std::string content = Sound().Changed([&](sqlite3* handle) {
     for (const Change& change : changes) {
       if (change.WhichKind() == Change::Value) SetValue(handle, change);

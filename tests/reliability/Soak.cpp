@@ -305,7 +305,7 @@ bool RunProcess(Board& board, int process, const std::string& path, const std::s
   return faults.empty();
 }
 
-// One of the places for a process, and whoever fills it now.
+// One of the places for a process, and the process that fills it now.
 struct Place {
   pid_t pid = -1;
   Clock::time_point begin, lastStep;

@@ -57,7 +57,7 @@ CommandLine::CommandLine()
   mApp.add_option("-f,--file", mFile, "The catalogue, a path or a SQLite URI; catalogue.db without it")
       ->type_name("FILE");
   mApp.require_subcommand(1);
-  // For packages, and for whoever has none: they belong to no group, and so help doesn't show them.
+  // For packages. They belong to no group, and so help doesn't show them.
   const auto prints = [this](const std::string& name, std::string (*text)(const CLI::App&)) {
     const auto print = [this, text] {
       std::cout << text(mApp);

@@ -23,7 +23,7 @@ Oru::DataModel::MediaAssets::VideoCodingFormat VideoCodecOf(const VideoReport& v
 Oru::DataModel::MediaAssets::AudioCodingFormat AudioCodecOf(const AudioReport& audio);
 Oru::DataModel::MediaAssets::BitRateMode BitRateModeOf(const std::string& mode);
 Oru::DataModel::MediaAssets::ChromaSubSampling ChromaSubSamplingOf(const std::string& subsampling);
-/// By the matrix coefficients, or where those aren't told by the primaries.
+/// By the matrix coefficients, or by the primaries where those are unknown.
 Oru::DataModel::MediaAssets::ColorSpace ColorSpaceOf(const VideoReport& video);
 Oru::DataModel::MediaAssets::ScanMode ScanModeOf(const std::string& scanType);
 /// From "16:9" or "2.35:1", in lowest terms; 1:1 for anything else.

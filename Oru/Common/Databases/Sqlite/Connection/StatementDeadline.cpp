@@ -28,7 +28,7 @@ void StatementDeadline::Attach(sqlite3* handle, std::optional<int> statementTime
   }
   mStatementTimeout = std::chrono::milliseconds(*statementTimeout);
   sqlite3_progress_handler(handle, InstructionsBetweenLooks, IsOver, this);
-  // SQLite's own wait for a lock asks nobody.
+  // SQLite's own wait for a lock calls no handler of ours.
   sqlite3_busy_handler(handle, WaitForLock, this);
 }
 

@@ -56,7 +56,7 @@ MediaAssetSearch FederatedSearch::Of(std::size_t file) const {
   if (asked.count >= 0)
     asked.count = search.offset > HighestKey - search.count ? HighestKey : search.count + search.offset;
   if (!fileBefore) return asked;
-  // Of what is equal in the order, the files before that of the asset have all behind them, those after it nothing.
+  // Of what is equal in the order, the files before that of the asset have nothing left, those after it all.
   asked.after = MediaAssetSearch::Position{};
   asked.after->key = file == *fileBefore ? keyBefore : file < *fileBefore ? HighestKey : LowestKey;
   asked.after->value = valueBefore;

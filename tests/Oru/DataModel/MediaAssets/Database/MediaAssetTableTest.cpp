@@ -178,7 +178,7 @@ TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAlsoAfterASaveThatBoundIt) {
   const std::string references = "SELECT group_concat(quote(ancestor) || quote(parent)) FROM MediaAsset";
   ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
   EXPECT_EQ(Value(references), "'grandparent''parent',NULLNULL");
-  // The same by update, each behind the other.
+  // The same by update, one after the other.
   ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
   EXPECT_EQ(Value(references), "'grandparent''parent',NULLNULL");
   child.Parent({});
