@@ -97,18 +97,24 @@ void CursorSqlite::LeaveRow() {
 }
 
 void CursorSqlite::Reset() {
-  Rewind(&StatementHandle::Clear);
+  Rewind(false);
 }
 
 void CursorSqlite::ResetForSameValues() {
-  Rewind(&StatementHandle::Release);
+  Rewind(true);
 }
 
-void CursorSqlite::Rewind(void (StatementHandle::*forget)()) {
+void CursorSqlite::Rewind(bool isForSameParameters) {
   if (!mPrepared) return;
   LeaveRow();
   // The values that the statement came with stay.
-  (*mPrepared.*(mValues.empty() ? forget : &StatementHandle::Rewind))();
+  if (!mValues.empty()) {
+    mPrepared->Rewind();
+  } else if (isForSameParameters) {
+    mPrepared->Release();
+  } else {
+    mPrepared->Clear();
+  }
   mPosition = Position::BeforeRows;
   mLastParameter = 0;
 }

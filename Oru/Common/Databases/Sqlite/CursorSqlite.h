@@ -145,7 +145,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   enum class Position : uint8_t { BeforeRows, OnRow, AfterRows, Failed };
 
   void Prepare(const std::string& select);
-  void Rewind(void (StatementHandle::*forget)());
+  void Rewind(bool isForSameParameters);
   int StepOnce();
   void LeaveRow();
   [[noreturn]] void ThrowStepFailure(const std::string& message);
