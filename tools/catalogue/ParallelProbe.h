@@ -15,8 +15,8 @@
 
 namespace Catalogue {
 
-/// Reads media files side by side, and hands out what they say in their order. It is some files ahead of its caller, and
-/// not more, so that a folder of any size fits into memory.
+/// Reads media files side by side, and hands out what they say in their order. It reads only a few files before its
+/// caller asks for them, so that a folder of any size fits into memory.
 class ParallelProbe {
  public:
   struct Result {
