@@ -86,6 +86,7 @@ void CursorSqlite::Close() {
   // While the cursor is among the open ones, its database is alive.
   mOpenCursors->Remove(*this);
   mStatement = nullptr;
+  mNumbers.assign(mNumbers.size(), 0);
   GetDatabase().Parts().connection.Statements().Return(std::move(mPrepared), !mHasFailed);
 }
 
@@ -369,7 +370,22 @@ int32_t CursorSqlite::GetBytes(int32_t index, uint8_t** out) const {
   return length;
 }
 
+void CursorSqlite::UseConstantNames(const std::string* names, std::size_t count) {
+  mNames = names;
+  mNumbers.assign(count, 0);
+}
+
 int CursorSqlite::ParameterNumber(const std::string& name) {
+  // A name elsewhere gives a place above all others.
+  const std::size_t distance = reinterpret_cast<uintptr_t>(&name) - reinterpret_cast<uintptr_t>(mNames);
+  const std::size_t place = distance / sizeof(std::string);
+  if (place >= mNumbers.size()) return FindParameter(name);
+  int& number = mNumbers[place];
+  if (number == 0) number = FindParameter(name);
+  return number;
+}
+
+int CursorSqlite::FindParameter(const std::string& name) {
   // A parameter without a name can't be bound by name.
   const bool isSought = mPrepared && !name.empty();
   const int number = isSought ? mPrepared->Parameters().Find(name, mLastParameter) + 1 : 0;
@@ -380,14 +396,16 @@ int CursorSqlite::ParameterNumber(const std::string& name) {
 // The values that the statement came with stay.
 bool CursorSqlite::MayBind(int32_t number) {
   if (number <= 0) return false;
-  return mValues.empty() || IsBound(SQLITE_RANGE);
+  return mValues.empty() || IsRefused(SQLITE_RANGE);
 }
 
 bool CursorSqlite::IsBound(int code, int32_t number, std::size_t length) {
-  if (code == SQLITE_OK) {
-    mPrepared->NoteBound(number, length);
-    return true;
-  }
+  if (code != SQLITE_OK) return IsRefused(code);
+  mPrepared->NoteBound(number, length);
+  return true;
+}
+
+bool CursorSqlite::IsRefused(int code) {
   // A closed cursor may have no database for the log.
   if (mPrepared) GetDatabase().LogFailure(sqlite3_errstr(code));
   return false;
@@ -456,13 +474,13 @@ bool CursorSqlite::Bind(int32_t number, bool value) {
 bool CursorSqlite::Bind(int32_t number, const std::string& value) {
   if (!MayBind(number)) return false;
   // A statement that has been stepped still looks at the values that it has, and takes no other.
-  if (!mPrepared || mPosition != Position::BeforeRows) return IsBound(SQLITE_MISUSE);
+  if (!mPrepared || mPosition != Position::BeforeRows) return IsRefused(SQLITE_MISUSE);
   return IsBound(mPrepared->BindText(number, value), number, value.size());
 }
 
 bool CursorSqlite::Bind(int32_t number, const uint8_t* bytes, int32_t length) {
   if (!MayBind(number)) return false;
-  if (length < 0 || (!bytes && length > 0)) return IsBound(SQLITE_MISUSE);
+  if (length < 0 || (!bytes && length > 0)) return IsRefused(SQLITE_MISUSE);
   // SQLite takes a null pointer for NULL; no bytes are not nothing.
   const void* data = bytes ? static_cast<const void*>(bytes) : "";
   return IsBound(sqlite3_bind_blob(mStatement, number, data, length, SQLITE_TRANSIENT), number,

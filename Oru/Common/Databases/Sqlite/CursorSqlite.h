@@ -105,6 +105,12 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool Bind(int32_t number, const uint8_t* bytes, int32_t length);
   bool Bind(int32_t number);
 
+  /// Gives the cursor names that its parameters are bound by, and that stay what and where they are for as long as
+  /// the cursor is used, as the columns of a table do. A binding by one of them is found by its place among them,
+  /// with no text compared.
+  /// @param names  the first of `count` names
+  void UseConstantNames(const std::string* names, std::size_t count);
+
   int32_t GetTotalItemsCount() const override;
   void Close() override;
   void Reset() override;
@@ -156,8 +162,10 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool Read(int32_t column, T& out) const;
   bool ReadText(int32_t index, std::string& out) const;
   int ParameterNumber(const std::string& name);
+  int FindParameter(const std::string& name);
   bool MayBind(int32_t number);
-  bool IsBound(int code, int32_t number = 0, std::size_t length = 0);
+  bool IsBound(int code, int32_t number, std::size_t length = 0);
+  bool IsRefused(int code);
 
   std::string mCountStatement;
   // What the parameters are bound to for as long as the statement is open, if it came with values.
@@ -169,6 +177,9 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   // After which column and parameter the next one is looked up: see NameIndex.
   mutable std::size_t mLastColumn = 0;
   std::size_t mLastParameter = 0;
+  // The constant names, and the parameters of those that have been bound: 0 for one that hasn't.
+  const std::string* mNames = nullptr;
+  std::vector<int> mNumbers;
   // The neighbours among the open cursors of the connection.
   OpenCursors* mOpenCursors = nullptr;
   CursorSqlite* mPrevious = nullptr;

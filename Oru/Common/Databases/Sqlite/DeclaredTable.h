@@ -55,6 +55,10 @@ class ORU_COMMON_DATABASE_EXPORT DeclaredTable : public TableSqlite<T, U> {
   }
 
  protected:
+  const std::string* ConstantColumnNames(std::size_t& count) const override {
+    count = Derived::columnNames.size();
+    return Derived::columnNames.data();
+  }
   /// Says which column holds the key of a row's owner. For constructors, after `GenerateStatements`.
   void SetOwnerColumn(const std::string& column) {
     QuerySqlite ofOwner;

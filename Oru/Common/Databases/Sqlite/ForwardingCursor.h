@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -88,6 +89,11 @@ class ORU_COMMON_DATABASE_EXPORT ForwardingCursor : public Base {
     return cursorSqlite.Bind(number, bytes, length);
   }
   bool Bind(int32_t number) { return cursorSqlite.Bind(number); }
+
+  /// See `CursorSqlite`.
+  void UseConstantNames(const std::string* names, std::size_t count) {
+    cursorSqlite.UseConstantNames(names, count);
+  }
 
   int32_t GetTotalItemsCount() const override { return cursorSqlite.GetTotalItemsCount(); }
   void Close() override { cursorSqlite.Close(); }

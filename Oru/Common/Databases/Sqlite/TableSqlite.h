@@ -7,6 +7,7 @@
 #include "Oru/Common/Databases/Sqlite/ViewSqlite.h"
 #include "Oru/Common/Databases/Table.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <memory>
@@ -95,6 +96,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     if (!insertCursor || !insertCursor->IsOpened()) {
       insertCursor = std::make_unique<ObjectCursorSqlite<T, U>>(db, insertStatement);
       insertCursor->AttachToTable(*this);
+      UseColumnNames(*insertCursor);
     }
     const ConnectionLock connection(db);
     const RewindAtEnd rewind(*insertCursor);
@@ -110,7 +112,8 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
   virtual bool Update(U& obj, bool) {
     const ConnectionLock connection(this->AttachedDatabase());
     if (!updateCursor || !updateCursor->IsOpened()) {
-      updateCursor = std::make_unique<ObjectCursorSqlite<T, U>>(*this, updateStatement);
+      updateCursor = std::make_unique<ObjectCursorSqlite<T, U>>(*this, UpdateToRun());
+      UseColumnNames(*updateCursor);
     }
     const RewindAtEnd rewind(*updateCursor);
     return this->BindToCursor(*updateCursor, obj) &&
@@ -142,6 +145,14 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
     insertStatement = StatementGenerator().GenerateInsertStatement();
   }
 
+  /// The names of the columns, where they stay what and where they are for as long as the table lives; none
+  /// otherwise.
+  /// @param count  set to their number
+  virtual const std::string* ConstantColumnNames(std::size_t& count) const {
+    count = 0;
+    return nullptr;
+  }
+
   /// False for a key that is given and not assigned by the database.
   bool mAutoIncrementedId = true;
   /// Texts, and their prepared cursors:
@@ -163,6 +174,27 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
    private:
     ObjectCursorSqlite<T, U>& mCursor;
   };
+
+  void UseColumnNames(ObjectCursorSqlite<T, U>& cursor) const {
+    std::size_t count = 0;
+    const std::string* names = ConstantColumnNames(count);
+    cursor.UseConstantNames(names, count);
+  }
+
+  // The text that updates a row, without a key that is set to the value that it is found by: SQLite would write
+  // the row's index entries and look for other rows of that key again.
+  std::string UpdateToRun() const {
+    const std::string& key = this->GetObjectIdColumnName();
+    const std::string setsKey = " SET " + key + " = :" + key + ", ";
+    const std::string findsKey = " WHERE " + key + " = :" + key;
+    const std::size_t begin = updateStatement.find(setsKey);
+    const std::size_t condition = updateStatement.rfind(findsKey);
+    const bool isByKey = begin != std::string::npos && condition != std::string::npos &&
+                         condition + findsKey.size() == updateStatement.size();
+    if (!isByKey) return updateStatement;
+    std::string text = updateStatement;
+    return text.replace(begin, setsKey.size(), " SET ");
+  }
 
   // A cursor that throws has logged why.
   template <class Run>

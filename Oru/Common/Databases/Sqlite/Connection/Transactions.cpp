@@ -148,13 +148,13 @@ bool Transactions::IsLost() const {
 
 const char* Transactions::Refusal(bool isReadOnly) {
   mConnection.Recovery().Recover(mConnection.Handle());
-  // A statement of the caller's may have ended the reading.
-  if (!mConnection.IsInTransaction()) mIsReading = false;
-  if (!isReadOnly) {
-    if (IsLost()) return LostTransactionText;
-    // What a reading writes would be lost, after it was reported, if its end can't commit.
-    if (mIsReading) return ReadingText;
+  if (!mConnection.IsInTransaction()) {
+    if (mIsBegun && !isReadOnly) return LostTransactionText;
+    // A statement of the caller's may have ended the reading.
+    mIsReading = false;
   }
+  // What a reading writes would be lost, after it was reported, if its end can't commit.
+  if (mIsReading && !isReadOnly) return ReadingText;
   return IsSchemaTrue(isReadOnly) ? nullptr : sqlite3_errmsg(mConnection.Handle());
 }
 

@@ -3,6 +3,7 @@
 #include <climits>
 #include <sqlite3.h>
 
+#include <cstring>
 #include <type_traits>
 #include <variant>
 
@@ -66,8 +67,9 @@ int StatementHandle::BindText(int number, const std::string& text) {
   }
   if (mTexts.empty()) mTexts.resize(mParameters.Size());
   std::string& copy = mTexts[place];
-  copy = text;
-  return sqlite3_bind_text64(mStatement, number, copy.data(), copy.size(), SQLITE_STATIC, SQLITE_UTF8);
+  if (copy.empty()) copy.resize(LongestKeptText);
+  std::memcpy(copy.data(), text.data(), text.size());
+  return sqlite3_bind_text64(mStatement, number, copy.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8);
 }
 
 int StatementHandle::BindAll(const std::vector<StatementValue>& values) {

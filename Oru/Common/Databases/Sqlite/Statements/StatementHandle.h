@@ -101,7 +101,7 @@ class StatementHandle {
   uint64_t mBound = 0;
   uint64_t mStale = 0;
   bool mHoldsMuch = false;
-  // The texts that are bound, by parameter.
+  // Room for the text of each parameter; empty for those that were bound to none.
   std::vector<std::string> mTexts;
 };
 
