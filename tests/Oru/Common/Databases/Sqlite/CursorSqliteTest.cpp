@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <functional>
 #include <limits>
 #include <optional>
 
@@ -180,6 +181,15 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
   expectBinds(objects, "a", "b", [&] { return objects.Next(row); });
   expectBinds(objects, 1, 2, [&] { return objects.Next(row); });
   expectBinds(rows, "a", "b", [&] { return rows.Next(row); });
+  // By names that stay, of which the last stands for none of the parameters; for a second statement they stand for
+  // others.
+  const std::string names[] = {"b", "a", "c"};
+  cursor.UseConstantNames(names, 3);
+  expectBinds(cursor, std::cref(names[1]), std::cref(names[0]), [&] { return cursor.Step(); });
+  EXPECT_FALSE(cursor.Bind(names[2], 1));
+  cursor.Reset(db, "SELECT quote(:c) || quote(:b) AS s", "");
+  EXPECT_TRUE(cursor.Bind(names[2], 3) && cursor.Bind(names[0], 2) && cursor.Step());
+  EXPECT_EQ(cursor.GetString("s"), "32");
 }
 
 TEST_F(CursorSqliteTest, WithoutAStatementItIsClosedAndSaysWhy) {
