@@ -1,7 +1,6 @@
 #include "reliability/Clips.h"
 
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
 
 #include "support/AssetReading.h"
@@ -74,11 +73,7 @@ MediaAsset MakeClip(const std::string& id, int version) {
 }
 
 AnglesMediaAssetGroup MakeGroup(const std::string& id, int version, const std::vector<std::string>& clips) {
-  AnglesMediaAssetGroup group(MediaAssetGroupId(id), Utf8String("v" + std::to_string(version)));
-  for (const std::string& clip : clips) {
-    group.Items().push_back(std::make_shared<AnglesMediaAssetGroupItem>(
-        Utf8String("v" + std::to_string(version)), MediaAssetReference(MediaAssetId(clip))));
-  }
+  AnglesMediaAssetGroup group = TestSupport::MakeGroup(id, clips, "v" + std::to_string(version));
   const auto profile = std::make_shared<AnglesDapOperatorMetadataProfile>();
   profile->ServerId(ZuServerId(10 * version));
   group.Metadata().Set(profile);

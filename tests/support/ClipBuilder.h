@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
 #include "Oru/DataModel/MediaAssets/MediaAsset.h"
@@ -11,6 +13,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace Oru::TestSupport {
 
@@ -93,6 +96,20 @@ inline DataModel::MediaAssets::MediaAsset MakeClip(const std::string& id,
   }
   clip.Tracks().Insert(track);
   return clip;
+}
+
+/// A multi-angle group of clips, by their identifiers.
+/// @param version  the name of the group and of each angle
+inline DataModel::MediaAssets::AnglesMediaAssetGroup MakeGroup(const std::string& id,
+                                                               const std::vector<std::string>& clips,
+                                                               const std::string& version = "first") {
+  using namespace DataModel::MediaAssets;
+  AnglesMediaAssetGroup group(MediaAssetGroupId(id), version);
+  for (const std::string& clip : clips) {
+    group.Items().push_back(
+        std::make_shared<AnglesMediaAssetGroupItem>(version, MediaAssetReference(MediaAssetId(clip))));
+  }
+  return group;
 }
 
 }  // namespace Oru::TestSupport

@@ -8,6 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Oru::TestSupport {
 
@@ -28,6 +30,37 @@ class RandomAssets : public RandomValues {
     return asset;
   }
 
+  /// An asset of few values, of which some aren't set, so that assets tie in every order.
+  DataModel::MediaAssets::MediaAsset Similar() {
+    using namespace DataModel::MediaAssets;
+    const auto anyOf = [this](const std::vector<const char*>& texts) {
+      return std::string(texts[Below(texts.size())]);
+    };
+    const auto upTo = [this](std::size_t last) { return static_cast<int>(Below(last + 1)); };
+    MediaAsset asset{MediaAssetId("id" + std::to_string(Below(1000)) + Id())};
+    asset.Name(
+        anyOf({"Goal", "goalkeeper", "Corner", "", "a%b", "Zo\u00eb's interview", "goal and goal", "\xff"}));
+    asset.Description(anyOf({"", "the goal", "INTERVIEW"}));
+    asset.CreationDate(upTo(5));
+    asset.ModificationDate(asset.CreationDate() + upTo(2));
+    if (!Chance(4)) asset.InBoundary(TimePoints::TimePoint::FromNanoseconds(upTo(2)));
+    if (!Chance(4)) asset.OutBoundary(TimePoints::TimePoint::FromNanoseconds(upTo(3)));
+    if (!Chance(4)) {
+      const auto profile = std::make_shared<DapOperatorMetadataProfile>();
+      if (!Chance(3)) profile->ServerId(ZuServerId(10 * (1 + upTo(2))));
+      if (!Chance(3)) profile->Page(upTo(2));
+      if (!Chance(3)) profile->Bank(1 + upTo(2));
+      if (!Chance(3)) profile->Row(upTo(2));
+      if (!Chance(3)) profile->Camera(static_cast<char>('A' + upTo(2)));
+      profile->UserProtected(Chance(3));
+      profile->DapUIProtected(Chance(5));
+      if (Chance(2)) profile->Keyword(0, anyOf({"Replay", "replay", "slow"}));
+      asset.Metadata().Set(profile);
+    }
+    if (Chance(3)) asset.MediaResources().Insert(std::make_shared<MediaResource>(MediaResourceId("shared")));
+    return asset;
+  }
+
   /// Gives an asset new content as far as a save of a stored asset can carry it: its identifiers stay, and so
   /// do its resources, streams, essences and tracks, to which streams and essences may be added. All else
   /// comes, goes and changes.
@@ -43,11 +76,11 @@ class RandomAssets : public RandomValues {
   void Change(DataModel::MediaAssets::MediaResource& resource) {
     using namespace DataModel::MediaAssets;
     SetFields(resource, *this);
-    for (auto count = Below(3); count > 0; --count)
+    for (auto count = Below(3); count > 0 && resource.Streams().size() < 4; --count)
       resource.Adopt(std::make_unique<Stream>(StreamId(Id())));
     for (auto& stream : resource.Streams()) {
       SetFields(*stream, *this);
-      for (auto count = Below(4); count > 0; --count)
+      for (auto count = Below(4); count > 0 && stream->Essences().Size() < 5; --count)
         stream->Essences().Add(AnEssence());
       for (const auto& essence : stream->Essences()) {
         SetFields(*essence, *this);

@@ -47,25 +47,13 @@ class MediaAssetFederationTest : public testing::Test {
     }
   }
 
-  // Values from small ranges, so that there are ties within files and across them.
+  // With its file at the end of its identifier.
   MediaAsset AnyAsset(std::size_t file) {
-    const auto below = [this](int end) {
-      return static_cast<int>(random.Below(static_cast<std::size_t>(end)));
-    };
-    MediaAsset asset(MediaAssetId(std::to_string(below(1000)) + "." + std::to_string(++stored) + "@" +
-                                  std::to_string(file)));
-    asset.Name(std::vector<std::string>{"Goal", "goal and goal", "Corner", "", "\xff"}[random.Below(5)]);
-    asset.CreationDate(below(5));
-    asset.ModificationDate(asset.CreationDate() + below(3));
-    if (below(3) != 0) asset.InBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
-    if (below(3) != 0)
-      asset.OutBoundary(TimePoints::TimePoint::FromNanoseconds(below(2) == 0 ? 1 : random.Int64()));
-    if (below(3) != 0) {
-      auto profile = std::make_shared<DapOperatorMetadataProfile>();
-      if (below(3) != 0) profile->ServerId(ZuServerId(10 * (1 + below(2))));
-      if (below(2) != 0) profile->Page(below(2));
-      asset.Metadata().Set(profile);
-    }
+    MediaAsset asset = random.Similar();
+    asset.Id(MediaAssetId(asset.Id().Value() + "@" + std::to_string(file)));
+    asset.MediaResources().Clear();
+    if (random.Chance(3)) asset.InBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
+    if (random.Chance(3)) asset.OutBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
     return asset;
   }
 
@@ -84,7 +72,6 @@ class MediaAssetFederationTest : public testing::Test {
   }
 
   TestSupport::RandomAssets random{7};
-  int stored = 0;
   TestSupport::TemporaryDirectory directory;
   std::vector<std::string> connections;
   // All assets in one file, in the order of the files and of the keys in each.

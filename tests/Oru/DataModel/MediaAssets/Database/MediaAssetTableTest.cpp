@@ -1,6 +1,8 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 
 #include "support/AssetReading.h"
@@ -21,6 +23,7 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
+using namespace BusinessEntityModel::BaseTypes;
 using Common::Databases::Sqlite::QuerySqlite;
 using TestSupport::Channel;
 using TestSupport::MakeClip;
@@ -28,22 +31,21 @@ using TestSupport::MakeResource;
 
 namespace {
 
-std::vector<std::string> OddIdentifiers() {
-  std::vector<std::string> all = {"id",      "key",           "s.id", "ID", ":id",    "clip",    "clip ",
-                                  "O'Brien", "' OR 1 = 1 --", "''",   "%",  "\u00e9", "e\u0301", "\xff\xfe"};
-  const std::string withNul("clip\0a", 6);
-  for (const std::string& text : {withNul, withNul.substr(0, 5), withNul.substr(4, 1)})
-    all.push_back(text);
-  for (const char* end : {"", "'"})
-    all.push_back(std::string(1 << 20, '\'') + end);
-  return all;
-}
-
 const char* const doublesMessage =
     "Oru::DataModel::MediaAssets::SortedVector::Insert: item already present in the collection";
 
+class ForeignProfile : public MetadataProfile {
+ public:
+  BusinessEntityModel::BaseTypes::FullyQualifiedName FullyQualifiedName() const override {
+    return "m.foreign";
+  }
+  bool Equals(const MetadataProfile& other) const override { return &other == this; }
+  std::shared_ptr<MetadataProfile> Clone() const override { return std::make_shared<ForeignProfile>(); }
+};
+
 }  // namespace
 
+// The table of assets, and those of what belongs to assets and groups.
 class MediaAssetTableTest : public TestSupport::OpenDatabase {
  protected:
   int64_t Saved(MediaAsset& asset) {
@@ -54,45 +56,29 @@ class MediaAssetTableTest : public TestSupport::OpenDatabase {
     MediaAsset clip = MakeClip("clip");
     return Saved(clip);
   }
+  void ExpectOneEntry(const std::string& text) {
+    EXPECT_TRUE(log.Lines().size() == 1 && log.Contains(text)) << log.Text();
+    log.Clear();
+  }
+
+  MediaResourceTable& resources = database.GetMediaResourceTable();
+  TrackTable& tracks = database.GetTrackTable();
+  MediaAssetGroupTable& groups = database.GetMediaAssetGroupTable();
 };
 
 TEST_F(MediaAssetTableTest, AnIdentifierMatchesItselfAndNothingElse) {
+  const std::string withNul("clip\0a", 6);
   std::map<std::string, int64_t> keys;
-  auto& tracks = database.GetTrackTable();
-  for (const std::string& id : OddIdentifiers()) {
-    SCOPED_TRACE(id.substr(0, 30));
+  for (const std::string& id :
+       {std::string("id"), std::string("ID"), std::string(":id"), std::string("clip"), std::string("clip "),
+        withNul, withNul.substr(0, 5), withNul.substr(4, 1), std::string("' OR 1 = 1 --"), std::string("%"),
+        std::string("\u00e9"), std::string("e\u0301"), std::string("\xff\xfe"), std::string(1 << 20, '\'')}) {
     EXPECT_EQ(assets.GetObjectIdFromIdentifier(id), -1);
     MediaAsset clip{MediaAssetId(id)};
-    const auto resource = MakeResource(id);
-    resource->Streams().front()->Id(id);
-    resource->Streams().front().UpdateIdentifier();
-    Track track{TrackId(id)};
-    track.Channels().push_back(Channel(id, 2, 5));
-    // Nobody has stored the stream yet: the track's row is written, the channel isn't.
-    EXPECT_FALSE(tracks.Save(track));
-    clip.MediaResources().Insert(resource);
-    clip.Tracks().Insert(std::make_shared<Track>(track));
     keys[id] = Saved(clip);
-    EXPECT_EQ(std::stoll(Value("SELECT max(refEssence) FROM TrackChannel")),
-              resource->Streams().front()->Essences()[2].ObjectId());
   }
-  for (const auto& [id, key] : keys) {
-    SCOPED_TRACE(id.substr(0, 30));
-    EXPECT_EQ(assets.GetObjectIdFromIdentifier(id), key);
-    EXPECT_EQ(database.GetMediaResourceTable().GetObjectIdFromIdentifier(id), key);
-    EXPECT_EQ(database.GetStreamTable().GetObjectIdFromIdentifier(id), key);
-    EXPECT_EQ(tracks.GetObjectIdFromIdentifier(id), key);
-    EXPECT_EQ(TestSupport::ReadDeep(database, key).Id().Value(), id);
-  }
-}
-
-TEST_F(MediaAssetTableTest, AnEssenceNumberThatStandsTwiceInANewStreamTakesItsRowOver) {
-  const auto resource = MakeResource("resource");
-  EssenceArray& twice = resource->Streams().front()->Essences();
-  twice[1].Nr(0);
-  ASSERT_TRUE(database.GetMediaResourceTable().Save(*resource));
-  EXPECT_EQ(twice[1].ObjectId(), twice[0].ObjectId());
-  EXPECT_NE(twice[2].ObjectId(), twice[0].ObjectId());
+  for (const auto& [id, key] : keys)
+    EXPECT_EQ(assets.GetObjectIdFromIdentifier(id), key) << id.substr(0, 30);
 }
 
 TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
@@ -171,23 +157,135 @@ TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
   EXPECT_EQ(Count("DapOperatorKeywords"), 2);
 }
 
-TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAlsoAfterASaveThatBoundIt) {
+TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAndLeavesWhatAnObjectHolds) {
   MediaAsset child{MediaAssetId("child")}, orphan{MediaAssetId("orphan")};
   child.Ancestor(MediaAssetId("grandparent"));
-  child.Parent(MediaAssetId("parent"));
-  const std::string references = "SELECT group_concat(quote(ancestor) || quote(parent)) FROM MediaAsset";
-  ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
-  EXPECT_EQ(Value(references), "'grandparent''parent',NULLNULL");
-  // The same by update, one after the other.
-  ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
-  EXPECT_EQ(Value(references), "'grandparent''parent',NULLNULL");
   child.Parent({});
   ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
-  EXPECT_EQ(Value(references), "'grandparent'NULL,NULLNULL");
-
+  EXPECT_EQ(Value("SELECT group_concat(quote(ancestor) || quote(parent)) FROM MediaAsset"),
+            "'grandparent'NULL,NULLNULL");
   child.Parent(MediaAssetId("kept"));
   ASSERT_TRUE(assets.GetObject(child.ObjectId(), child));
-  EXPECT_EQ(child.Ancestor().Id().Value() + child.Parent().Id().Value(), "grandparentkept");
+  EXPECT_EQ(child.Parent().Id(), "kept");
+}
+
+TEST_F(MediaAssetTableTest, OnlyProfilesOfTheGenericClassAreWrittenEntryByEntry) {
+  MediaAsset clip = MakeClip("clip");
+  Saved(clip);
+  MetadataTable& table = assets.GetMetadataTable();
+  const std::string stored =
+      "SELECT group_concat(fullyQualifiedName || '/' || name || '=' || value, ' ') FROM MetadataMediaAsset";
+  MetadataProfileDictionary metadata;
+  MetadataTable::Fold(metadata, {"b", {"x", "1"}});
+  MetadataTable::Fold(metadata, {"a", {"w", ""}});
+  metadata.Set(std::make_shared<GenericMetadataProfile>("empty"));
+  metadata.Set(std::make_shared<DapOperatorMetadataProfile>());
+  EXPECT_TRUE(table.Write(metadata, clip.ObjectId()));
+  EXPECT_EQ(Value(stored), "a/w= b/x=1");
+  GenericMetadataProfile single("oru.dapoperator");
+  single.Set("k", "v");
+  EXPECT_TRUE(table.Write(single, clip.ObjectId()));
+  EXPECT_EQ(Value(stored), "oru.dapoperator/k=v");
+
+  MetadataTable::Fold(metadata, {"z", {"x", "2"}});
+  metadata.Set(std::make_shared<ForeignProfile>());
+  EXPECT_THROW(table.Write(metadata, clip.ObjectId()), std::bad_cast);
+  EXPECT_EQ(Value(stored), "a/w= b/x=1") << "those before it are written";
+  clip.Annotations().front()->Metadata().Set(std::make_shared<ForeignProfile>());
+  EXPECT_THROW(assets.Save(clip), std::bad_cast);
+  EXPECT_FALSE(assets.GetTimeBoundsTable().Delete(clip.ObjectId())) << "bounds have no key";
+  EXPECT_TRUE(log.Contains("TimeBoundsMediaAsset")) << log.Text();
+}
+
+TEST_F(MediaAssetTableTest, StreamsAndEssencesThatWereTakenOutInMemoryStay) {
+  const auto resource = MakeResource("a");
+  EssenceArray& essences = resource->Streams().front()->Essences();
+  essences[1].Nr(0);
+  ASSERT_TRUE(resources.Save(*resource));
+  EXPECT_EQ(essences[1].ObjectId(), essences[0].ObjectId())
+      << "a number that is there twice takes the row over";
+  EXPECT_NE(essences[2].ObjectId(), essences[0].ObjectId());
+  essences[1].Nr(1);
+  essences[1].ObjectId(-1);
+  essences.Erase(2);
+  EXPECT_TRUE(resources.Save(*resource));
+  EXPECT_EQ(Count("Essence"), 3);
+  // The audio essence takes the number of the video essence, whose row is in the way.
+  essences.Erase(0);
+  EXPECT_FALSE(resources.Save(*resource));
+  ExpectOneEntry("UNIQUE constraint failed: Essence.nr");
+  MediaResource bare{MediaResourceId("a")};
+  ASSERT_TRUE(resources.Save(bare));
+  EXPECT_EQ(Count("Stream") - Count("MetadataMediaResource"), 1);
+
+  // A stream moves to the resource that saves it.
+  MediaResource other(MediaResourceId("other"));
+  other.Adopt(std::make_unique<Stream>(StreamId("a/stream")));
+  ASSERT_TRUE(resources.Save(other));
+  EXPECT_EQ(other.Streams().front()->ObjectId(), resource->Streams().front()->ObjectId());
+  EXPECT_EQ(Count("Essence"), 3);
+  EXPECT_EQ(Count("Stream WHERE refMediaResource = " + std::to_string(other.ObjectId())), 1);
+}
+
+TEST_F(MediaAssetTableTest, ARefusedChannelLeavesThoseBeforeIt) {
+  ASSERT_TRUE(resources.Save(*MakeResource("r")));
+  Track track{TrackId("track"), "name"};
+  struct {
+    std::shared_ptr<TrackChannelToRemove> second;
+    const char* message;
+  } const cases[] = {
+      {Channel("unknown", 0, 0), "essence 0 of stream unknown, which a track refers to, isn't stored"},
+      {Channel("r/stream", 3, 0), "essence 3 of stream r/stream, which a track refers to, isn't stored"},
+      {Channel("r/stream", 1, -1), "CHECK constraint failed: channelNr >= 0"},
+      {Channel("r/stream", 0, 4), "UNIQUE constraint failed: TrackChannel.refTrack"}};
+  for (const auto& [second, message] : cases) {
+    track.Channels() = {Channel("r/stream", 0, 4), second, Channel("r/stream", 2, 0)};
+    EXPECT_FALSE(tracks.Save(track));
+    ExpectOneEntry(message);
+    EXPECT_EQ(Value("SELECT group_concat(refEssence || '.' || channelNr) FROM TrackChannel"), "1.4");
+  }
+  track.Channels() = {Channel("r/stream", 2, 2147483647), Channel("r/stream", 0, 0)};
+  ASSERT_TRUE(tracks.Save(track));
+  Track reading;
+  reading.ObjectId(track.ObjectId());
+  tracks.ReadTrackChannel(reading);
+  tracks.ReadTrackChannelLazy(reading);
+  const auto& channels = reading.Channels();
+  ASSERT_EQ(channels.size(), 4U) << "a second reading adds";
+  EXPECT_NE(channels[0]->Stream().Pointer(), channels[1]->Stream().Pointer());
+  EXPECT_TRUE(channels[0]->Stream()->Timebounds().Empty());
+  EXPECT_TRUE(!channels[2]->Stream() && channels[3]->Stream().Id() == "r/stream");
+}
+
+TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere) {
+  MediaAsset clip{MediaAssetId("a")};
+  Saved(clip);
+  AnglesMediaAssetGroup group(MediaAssetGroupId("g"), "group");
+  const auto add = [&group](const char* asset) {
+    group.Items().push_back(
+        std::make_shared<AnglesMediaAssetGroupItem>("angle", MediaAssetReference(MediaAssetId(asset))));
+  };
+  for (const char* missing : {"missing", ""}) {
+    group.Items().clear();
+    for (const char* asset : {"a", missing, "a"})
+      add(asset);
+    EXPECT_FALSE(groups.Save(group));
+    ExpectOneEntry(std::string("asset ") + missing + ", which item 1 of a group refers to, isn't stored");
+    EXPECT_EQ(Count("MediaAssetGroup") + Count("MediaAssetGroupItem"), 2);
+  }
+  // Lazily read items know their asset by its identifier, and others hold it.
+  MediaAssetGroup reading;
+  reading.ObjectId(group.ObjectId());
+  groups.ReadAnglesMediaAssetGroupItems(reading, true);
+  groups.ReadAnglesMediaAssetGroupItems(reading, false);
+  ASSERT_EQ(reading.Items().size(), 2U) << "a second reading adds";
+  EXPECT_TRUE(reading.ItemReference(0).Id() == "a" && !reading.ItemReference(0).Pointer());
+  EXPECT_EQ(reading.ItemReference(1).Pointer()->ObjectId(), clip.ObjectId());
+  EXPECT_EQ(dynamic_cast<const AnglesMediaAssetGroupItem&>(reading.Item(0)).Name(), "angle");
+  ASSERT_TRUE(groups.DeleteAll());
+  groups.GetMediaAssetGroupItemTable().ReadMediaAssetLazy(reading.Item(0));
+  groups.GetMediaAssetGroupItemTable().ReadMediaAsset(reading.Item(1));
+  EXPECT_TRUE(reading.ItemReference(0).Id().IsEmpty() && reading.ItemReference(1).Id().IsEmpty());
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

@@ -1,0 +1,655 @@
+#include "support/ClipModel.h"
+
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
+#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
+#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
+#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
+#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
+
+#include "support/AssetReading.h"
+#include "support/CapturedLog.h"
+#include "support/RandomAsset.h"
+#include "support/SqlValues.h"
+#include "support/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <iterator>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace Oru::DataModel::MediaAssets::Database {
+namespace {
+
+using namespace TestSupport;
+using BusinessEntityModel::BaseTypes::Identifier;
+using Common::Databases::Sqlite::QuerySqlite;
+using Common::Databases::Sqlite::SavepointGuard;
+using Common::Databases::Sqlite::TransactionGuard;
+
+// One way to a file.
+struct Desk {
+  Desk(const std::string& file, const CapturedLog& log)
+      : database(file, log.Stream()), clips(database), groups(database) {
+    Open();
+  }
+  void Open() {
+    database.Open();
+    EXPECT_TRUE(database.ExecuteStatement("PRAGMA synchronous = off"));
+  }
+
+  DataModelDatabase database;
+  MediaAssetTable& table = database.GetMediaAssetTable();
+  MediaAssetRepository clips;
+  MediaAssetGroupRepository groups;
+};
+
+// Any sequence of writes through tables, repositories and plain SQL, on one connection or on several in turn; some
+// are refused, fail or are rolled back. After each, the file must hold what plain maps hold.
+class ClipWalk {
+ public:
+  ClipWalk(uint64_t seed, std::size_t deskCount) : random(seed) {
+    while (desks.size() < deskCount)
+      desks.emplace_back(folder.File("clips.db"), log);
+    desk = &desks.front();
+  }
+
+  void Step() {
+    desk = &desks[random.Below(desks.size())];
+    if (random.Chance(10)) {
+      desk->database.Close();
+      desk->Open();
+      action = "reopening";
+    }
+    if (!random.Chance(5)) return Write();
+    const ClipModel before = model;
+    TransactionGuard transaction(desk->database);
+    Write();
+    if (random.Chance(2)) {
+      const ClipModel within = model;
+      SavepointGuard savepoint(desk->database);
+      Write();
+      if (random.Chance(2)) {
+        savepoint.Commit();
+      } else {
+        model = within;
+      }
+    }
+    Write();
+    Check(*desk);
+    if (random.Chance(2)) {
+      transaction.Commit();
+    } else {
+      model = before;
+    }
+  }
+
+  void Check() { Check(desks[random.Below(desks.size())]); }
+
+  // Deletes everything and checks the file as a whole.
+  void Finish() {
+    for (Desk& each : desks) {
+      desk = &each;
+      EXPECT_TRUE(each.database.CheckIntegrity().empty());
+      for (const auto& clip : model.clips)
+        CheckThroughTables(each, clip.first);
+    }
+    EXPECT_TRUE(desks.back().table.DeleteAll());
+    for (const char* table : {"Essence", "Annotation", "DapOperatorKeywords", "TrackChannel"})
+      EXPECT_EQ(CountOf(desks.front(), table), 0U) << table;
+  }
+
+  std::string Last() const { return action + "\n" + log.Text(); }
+
+ private:
+  using Operation = void (ClipWalk::*)();
+
+  void Write() {
+    static constexpr Operation operations[] = {
+        &ClipWalk::Put,          &ClipWalk::Put,           &ClipWalk::PutAgain,  &ClipWalk::PutAll,
+        &ClipWalk::Copy,         &ClipWalk::Change,        &ClipWalk::Change,    &ClipWalk::Remove,
+        &ClipWalk::RemoveAll,    &ClipWalk::Save,          &ClipWalk::Save,      &ClipWalk::Save,
+        &ClipWalk::SaveResource, &ClipWalk::PutGroup,      &ClipWalk::SaveGroup, &ClipWalk::RemoveGroup,
+        &ClipWalk::Unlink,       &ClipWalk::WritePlainSql, &ClipWalk::Delete,    &ClipWalk::Delete};
+    (this->*operations[random.Below(std::size(operations))])();
+  }
+
+  static std::size_t CountOf(Desk& from, const std::string& table) {
+    return std::stoul(Value(from.database, "SELECT count(*) FROM " + table));
+  }
+
+  // All that is stored, and no other rows.
+  void Check(Desk& from) {
+    for (const auto& clip : model.clips) {
+      const auto parts =
+          random.Chance(3) ? static_cast<MediaAssetParts>(random.Below(64)) : MediaAssetParts::All;
+      const auto stored = from.clips.Find(clip.first, parts);
+      ASSERT_TRUE(stored) << clip.first;
+      const MediaAsset expected = model.Asset(clip.first, parts);
+      ASSERT_TRUE(*stored == expected) << clip.first;
+      ASSERT_EQ(stored->HeldParts(), parts);
+      ASSERT_EQ(Channels(*stored), Channels(expected)) << clip.first;
+    }
+    if (!model.clips.empty()) CheckThroughTables(from, AnyOf(model.clips));
+    CheckGroups(from);
+    CheckIds(from, "MediaResource", model.resources);
+    CheckIds(from, "Track", model.tracks);
+    std::size_t resourceLinks = 0, trackLinks = 0, streams = 0, essences = 0;
+    for (const auto& clip : model.clips) {
+      resourceLinks += clip.second.resources.size();
+      trackLinks += clip.second.tracks.size();
+    }
+    for (const auto& resource : model.resources) {
+      streams += resource.second->Streams().size();
+      for (const auto& stream : resource.second->Streams())
+        essences += static_cast<std::size_t>(stream->Essences().Size());
+    }
+    ASSERT_EQ(CountOf(from, "MediaAsset"), model.clips.size());
+    ASSERT_EQ(CountOf(from, "RelationMediaAssetMediaResource"), resourceLinks);
+    ASSERT_EQ(CountOf(from, "RelationAssetTrack"), trackLinks);
+    ASSERT_EQ(CountOf(from, "Stream"), streams);
+    ASSERT_EQ(CountOf(from, "Essence"), essences);
+    ASSERT_TRUE(Column(from.database, "PRAGMA foreign_key_check").empty());
+  }
+
+  template <class Map>
+  static void CheckIds(Desk& from, const std::string& table, const Map& expected) {
+    std::vector<std::string> ids;
+    for (const auto& entry : expected)
+      ids.push_back(entry.first.Value());
+    std::sort(ids.begin(), ids.end());
+    auto stored = Column(from.database, "SELECT id FROM " + table);
+    std::sort(stored.begin(), stored.end());
+    ASSERT_EQ(stored, ids) << table;
+  }
+
+  void CheckThroughTables(Desk& from, const Identifier& id) {
+    const int64_t key = from.table.GetObjectIdFromIdentifier(id);
+    ASSERT_TRUE(IsReadingOf(model.Asset(id), ReadDeep(from.database, key))) << id;
+    ASSERT_TRUE(IsReadingOf(model.Asset(id), ReadLazy(from.database, key))) << id;
+  }
+
+  void CheckGroups(Desk& from) {
+    CheckIds(from, "MediaAssetGroup", model.groups);
+    const std::vector<MediaAssetGroup> all = from.groups.All();
+    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(), [](const auto& left, const auto& right) {
+      return left.Name() < right.Name();
+    }));
+    for (const auto& [id, group] : model.groups) {
+      const auto multiAngle = from.groups.FindAngles(id);
+      ASSERT_EQ(multiAngle.has_value(), group.isMultiAngle) << id;
+      ASSERT_TRUE(!multiAngle || *multiAngle == *group.object) << id;
+      const auto expected = group.object->Clone();
+      expected->Metadata().Clear();
+      ASSERT_TRUE(*from.groups.Find(id) == *expected) << id;
+      ASSERT_EQ(std::count(all.begin(), all.end(), *expected), 1) << id;
+    }
+    ASSERT_EQ(Value(from.database,
+                    "SELECT count(*) FROM AnglesMediaAssetGroupItem JOIN MediaAssetGroupItem ON key = "
+                    "refMediaAssetGroupItem GROUP BY refMediaAssetGroup, angleIndex HAVING count(*) > 1"),
+              "(no row)")
+        << "two items have one place";
+  }
+
+  // A stored identifier three times out of four, if there is one.
+  Identifier AnyId() {
+    return model.clips.size() < 6 || random.Chance(4) ? Identifier(random.Id()) : AnyOf(model.clips);
+  }
+  template <class Map>
+  Identifier AnyOf(const Map& map) {
+    return map.empty() ? Identifier(random.Id()) : std::next(map.begin(), Place(map.size()))->first;
+  }
+  std::ptrdiff_t Place(std::size_t count) { return static_cast<std::ptrdiff_t>(random.Below(count)); }
+
+  // An asset of new content that shares some of what is stored, and now and then refers to what isn't.
+  MediaAsset Make(const Identifier& id) {
+    const auto stored = model.clips.find(id);
+    MediaAsset asset = stored != model.clips.end() && random.Chance(2) ? model.Asset(id) : random.Next();
+    asset.Id(id);
+    if (random.Chance(2)) AddSharedResource(asset);
+    random.Change(asset);
+    for (auto& resource : asset.MediaResources()) {
+      auto& streams = resource->Streams();
+      for (auto& stream : streams) {
+        if (!stream->Essences().Empty() && random.Chance(4))
+          stream->Essences().Erase(static_cast<int32_t>(random.Below(stream->Essences().Size())));
+      }
+      if (!streams.empty() && random.Chance(5)) streams.erase(streams.begin() + Place(streams.size()));
+      if (random.Chance(4)) std::reverse(streams.begin(), streams.end());
+    }
+    if (random.Chance(3)) AddSharedTrack(asset);
+    if (random.Chance(3)) Add(asset, random.Chance(6) ? Identifier(random.Id()) : AnyOf(model.resources));
+    if (!asset.Tracks().Empty() && random.Chance(5))
+      asset.Tracks().Erase(random.Below(asset.Tracks().Size()));
+    if (!asset.MediaResources().Empty() && random.Chance(5))
+      asset.MediaResources().Erase(random.Below(asset.MediaResources().Size()));
+    if (random.Chance(4)) asset.HeldParts(static_cast<MediaAssetParts>(random.Below(64)));
+    return asset;
+  }
+
+  void AddSharedResource(MediaAsset& asset) {
+    const auto shared = model.resources.find(AnyOf(model.resources));
+    if (shared == model.resources.end()) return;
+    const std::shared_ptr<MediaResource> resource = shared->second->Clone();
+    Add(asset, resource);
+  }
+  void AddSharedTrack(MediaAsset& asset) {
+    const auto shared = model.tracks.find(AnyOf(model.tracks));
+    const auto isShared = [&](const auto& held) { return held->Id() == shared->first; };
+    if (shared == model.tracks.end() || std::any_of(asset.Tracks().begin(), asset.Tracks().end(), isShared))
+      return;
+    const std::shared_ptr<Track> track = shared->second->Clone();
+    asset.Tracks().Insert(track);
+  }
+  static void Add(MediaAsset& asset,
+                  const BusinessEntityModel::BaseTypes::SharedReference<MediaResource>& reference) {
+    if (asset.MediaResources().Find(reference) == asset.MediaResources().end())
+      asset.MediaResources().Insert(reference);
+  }
+
+  // Whether the operation was done, and not refused.
+  template <class Run>
+  bool IsDone(Run run) {
+    try {
+      run();
+      return true;
+    } catch (const NotStoredException& exception) {
+      action += std::string(", refused: ") + exception.what();
+      return false;
+    }
+  }
+
+  void Put() {
+    MediaAsset asset = Make(AnyId());
+    MediaAsset given = *asset.Clone();
+    const bool isExpected = model.Put(asset, asset.Id());
+    action = "put of " + asset.Id().Value();
+    EXPECT_EQ(IsDone([&] { desk->clips.Put(given); }), isExpected) << action;
+    if (isExpected) {
+      EXPECT_EQ(given.ObjectId(), desk->table.GetObjectIdFromIdentifier(given.Id()));
+    }
+    reused = std::move(given);
+  }
+
+  // The object of an earlier put, whose keys may since have gone to others: by a rollback, or by a removal on
+  // another connection.
+  void PutAgain() {
+    if (!reused) return Put();
+    if (random.Chance(2)) reused->Id(AnyId());
+    reused->Name(random.Text());
+    const bool isExpected = model.Put(*reused, reused->Id());
+    action = "put again of an object, as " + reused->Id().Value();
+    EXPECT_EQ(IsDone([&] { desk->clips.Put(*reused); }), isExpected) << action;
+  }
+
+  void PutAll() {
+    std::vector<MediaAsset> assets;
+    std::vector<Identifier> refused, leftOut;
+    for (auto count = random.Below(5); count > 0; --count) {
+      assets.push_back(Make(AnyId()));
+      if (!model.Put(assets.back(), assets.back().Id())) refused.push_back(assets.back().Id());
+    }
+    action = "put of " + std::to_string(assets.size());
+    for (const NotStored& notStored : desk->clips.PutAll(assets))
+      leftOut.push_back(notStored.id);
+    EXPECT_EQ(leftOut, refused) << action;
+  }
+
+  void Change() {
+    const Identifier id = AnyId();
+    const Identifier newId = random.Chance(3) ? AnyId() : id;
+    const bool isThrown = random.Chance(6);
+    MediaAsset content = Make(id);
+    content.Id(newId);
+    action = "change of " + id.Value() + " to " + newId.Value();
+    const bool isFree = newId == id || model.clips.count(newId) == 0;
+    const bool isExpected = !isThrown && model.clips.count(id) > 0 && isFree && model.Put(content, id);
+    try {
+      const bool isDone = IsDone([&] {
+        desk->clips.Change(id, [&](MediaAsset& asset) {
+          EXPECT_TRUE(isExpected || asset == model.Asset(id));
+          asset = *content.Clone();
+          if (isThrown) throw std::length_error("by the caller");
+        });
+      });
+      EXPECT_EQ(isDone, isExpected) << action;
+    } catch (const std::length_error&) {
+      EXPECT_TRUE(isThrown);
+    }
+  }
+
+  void Copy() {
+    const Identifier from = AnyId(), to = AnyId();
+    const bool isOwn = random.Chance(2);
+    action = "copy of " + from.Value() + " to " + to.Value();
+    bool isExpected = model.clips.count(from) > 0 && model.clips.count(to) == 0;
+    if (isExpected) {
+      const ClipModel::Clip original = model.clips.at(from);
+      MediaAsset copy = model.Asset(from);
+      copy.Id(to);
+      if (isOwn) Rename(copy, to.Value() + "/");
+      isExpected = !(isOwn && model.SharesAnyOf(copy)) && model.Put(copy, to);
+    }
+    EXPECT_EQ(IsDone([&] {
+                const MediaAsset copy =
+                    desk->clips.Copy(from, to, isOwn ? CopyResources::Own : CopyResources::Share);
+                EXPECT_TRUE(copy == model.Asset(to)) << action;
+              }),
+              isExpected)
+        << action;
+  }
+
+  static void Rename(MediaAsset& asset, const std::string& start) {
+    std::set<Identifier> streams;
+    for (auto& resource : asset.MediaResources()) {
+      for (auto& stream : resource->Streams()) {
+        streams.insert(stream.Id());
+        stream->Id(start + stream.Id().Value());
+        stream.UpdateIdentifier();
+      }
+      resource->Id(start + resource.Id().Value());
+      resource.UpdateIdentifier();
+    }
+    for (const auto& track : asset.Tracks()) {
+      track->Id(start + track->Id().Value());
+      for (const auto& channel : track->Channels()) {
+        const Identifier stream = channel->Stream().Id();
+        channel->Stream(Identifier(streams.count(stream) > 0 ? start + stream.Value() : stream.Value()));
+      }
+    }
+  }
+
+  void Remove() {
+    const Identifier id = AnyId();
+    action = "removal of " + id.Value();
+    const auto clip = model.clips.find(id);
+    const bool isProtected = clip != model.clips.end() && IsProtected(clip->second);
+    const bool isIgnored = random.Chance(2);
+    const RemoveOutcome outcome =
+        desk->clips.Remove(id, isIgnored ? Protection::Ignore : Protection::Respect);
+    if (clip == model.clips.end()) {
+      EXPECT_EQ(outcome, RemoveOutcome::Absent) << action;
+    } else if (isProtected && !isIgnored) {
+      EXPECT_EQ(outcome, RemoveOutcome::Protected) << action;
+    } else {
+      EXPECT_EQ(outcome, RemoveOutcome::Removed) << action;
+      model.Remove(id);
+    }
+  }
+
+  static bool IsProtected(const ClipModel::Clip& clip) {
+    return clip.own.HasDapOperatorMetadata() && clip.own.DapOperatorMetadata().IsUserProtected();
+  }
+
+  void RemoveAll() {
+    const auto length = static_cast<int64_t>(random.Below(4));
+    const auto direction = random.Chance(2) ? Direction::Ascending : Direction::Descending;
+    const bool isIgnored = random.Chance(2);
+    action = "removal of " + std::to_string(length);
+    std::vector<Identifier> ids;
+    for (const auto& clip : model.clips)
+      ids.push_back(clip.first);
+    if (direction == Direction::Descending) std::reverse(ids.begin(), ids.end());
+    ids.resize(std::min<std::size_t>(ids.size(), length));
+    int64_t expected = 0;
+    for (const Identifier& id : ids) {
+      if (IsProtected(model.clips.at(id)) && !isIgnored) continue;
+      model.Remove(id);
+      ++expected;
+    }
+    const auto search = MediaAssetSearch().OrderBy(MediaAssetOrder::Identifier, direction).Limit(length);
+    EXPECT_EQ(desk->clips.RemoveAll(search, isIgnored ? Protection::Ignore : Protection::Respect), expected)
+        << action;
+  }
+
+  // Through the tables: of a stored asset all is saved that is stored of it, so that nothing has to be deleted.
+  void Save() {
+    const Identifier id = AnyId();
+    const bool isNew = model.clips.count(id) == 0;
+    action = "save of " + id.Value();
+    const bool isShared = random.Chance(2);
+    MediaAsset asset = isNew ? random.Next() : model.Asset(id);
+    if (!isNew && !isShared && random.Chance(2)) {
+      asset = ReadDeep(desk->database, desk->table.GetObjectIdFromIdentifier(id));
+    } else {
+      asset.Id(id);
+      if (isShared) {
+        AddSharedResource(asset);
+        AddSharedTrack(asset);
+      }
+      MediaAssetRepository::ForgetKeys(asset);
+    }
+    random.Change(asset);
+    model.Save(asset);
+    EXPECT_TRUE(desk->table.Save(asset)) << log.Text();
+    if (isNew || !isShared) {
+      EXPECT_TRUE(IsStored(desk->database, asset)) << "with its keys";
+    }
+  }
+
+  // It is linked to nothing.
+  void SaveResource() {
+    MediaAsset maker = random.Next();
+    if (maker.MediaResources().Empty()) return;
+    MediaResource& resource = *maker.MediaResources().Front();
+    action = "save of loose resource " + resource.Id().Value();
+    model.Write(resource);
+    EXPECT_TRUE(desk->database.GetMediaResourceTable().Save(resource)) << log.Text();
+  }
+
+  std::unique_ptr<MediaAssetGroup> MakeGroup(bool isMultiAngle, bool areAllNamed) {
+    const Identifier id =
+        model.groups.size() > 5 || random.Chance(2) ? AnyOf(model.groups) : Identifier(random.Id());
+    std::unique_ptr<MediaAssetGroup> group = std::make_unique<MediaAssetGroup>();
+    if (isMultiAngle) group = std::make_unique<AnglesMediaAssetGroup>();
+    SetFields(*group, random);
+    group->Id(id);
+    for (auto count = random.Below(4); count > 0; --count) {
+      const MediaAssetReference asset(random.Chance(12) && !areAllNamed ? Identifier("missing")
+                                                                        : AnyOf(model.clips));
+      // An angle has a name; the item of a plain group may have one.
+      if (isMultiAngle || areAllNamed || random.Chance(2)) {
+        group->Items().push_back(std::make_shared<AnglesMediaAssetGroupItem>("x" + random.Text(), asset));
+      } else {
+        group->Items().push_back(std::make_shared<MediaAssetGroupItem>(asset));
+      }
+    }
+    if (isMultiAngle && random.Chance(2)) {
+      const auto identity = std::make_shared<AnglesDapOperatorMetadataProfile>();
+      SetFields(*identity, random);
+      group->Metadata().Set(identity);
+    }
+    return group;
+  }
+
+  void PutGroup() {
+    const bool isMultiAngle = random.Chance(2);
+    const auto group = MakeGroup(isMultiAngle, false);
+    action = "put of group " + group->Id().Value();
+    const auto stored = model.groups.find(group->Id());
+    bool isExpected = isMultiAngle || stored == model.groups.end() || !stored->second.isMultiAngle;
+    for (const auto& item : group->Items())
+      isExpected = isExpected && model.clips.count(item->MediaAsset().Id()) > 0;
+    EXPECT_EQ(IsDone([&] { desk->groups.Put(*group); }), isExpected) << action;
+    EXPECT_EQ(group->ObjectId() != -1, isExpected) << action;
+    if (!isExpected) return;
+    const auto found = desk->groups.Find(group->Id());
+    EXPECT_EQ(found->ObjectId(), group->ObjectId());
+    for (std::size_t i = 0; i < group->Items().size(); ++i)
+      EXPECT_EQ(found->Item(i).ObjectId(), group->Item(i).ObjectId());
+    // What a put isn't given it deletes.
+    if (stored != model.groups.end()) model.groups.erase(stored);
+    model.Write(*group, isMultiAngle);
+  }
+
+  void SaveGroup() {
+    if (model.clips.empty()) return;
+    const auto group = MakeGroup(random.Chance(2), true);
+    auto* multiAngle = dynamic_cast<AnglesMediaAssetGroup*>(group.get());
+    action = "save of group " + group->Id().Value();
+    model.Write(*group, multiAngle != nullptr);
+    EXPECT_TRUE(multiAngle ? desk->database.GetAnglesMediaAssetGroupTable().Save(*multiAngle)
+                           : desk->database.GetMediaAssetGroupTable().Save(*group))
+        << log.Text();
+  }
+
+  void RemoveGroup() {
+    const Identifier id = AnyOf(model.groups);
+    action = "removal of group " + id.Value();
+    const bool wasThere = model.groups.erase(id) > 0;
+    auto& table = desk->database.GetMediaAssetGroupTable();
+    switch (random.Below(3)) {
+      case 0:
+        EXPECT_EQ(desk->groups.Remove(id), wasThere);
+        break;
+      case 1:
+        EXPECT_TRUE(desk->database.GetAnglesMediaAssetGroupTable().Delete(id));
+        break;
+      default:
+        EXPECT_TRUE(table.Delete(table.GetObjectIdFromIdentifier(id)));
+    }
+  }
+
+  // Takes links away through their tables, which cleans up nothing.
+  void Unlink() {
+    const Identifier id = AnyId();
+    action = "unlinking of " + id.Value();
+    QuerySqlite query;
+    query.Equals("refMediaAsset", desk->table.GetObjectIdFromIdentifier(id));
+    const bool isOfResources = random.Chance(2);
+    if (const auto clip = model.clips.find(id); clip != model.clips.end())
+      (isOfResources ? clip->second.resources : clip->second.tracks).clear();
+    EXPECT_TRUE(isOfResources ? desk->database.GetRelationMediaAssetMediaResource().Delete(query)
+                              : desk->database.GetRelationAssetTrackTable().Delete(query));
+  }
+
+  // Writes that know nothing of the tables, and so have to be noticed by the file itself.
+  void WritePlainSql() {
+    const auto key = [](const auto& table, const Identifier& id) {
+      return std::to_string(table.GetObjectIdFromIdentifier(id));
+    };
+    const Identifier clip = AnyId(), resource = AnyOf(model.resources);
+    const Identifier from = AnyOf(model.tracks), to = AnyOf(model.tracks);
+    const std::string newKey = key(desk->database.GetTrackTable(), to);
+    const std::string moving =
+        "FROM RelationAssetTrack WHERE refTrack = " + key(desk->database.GetTrackTable(), from) +
+        " AND refMediaAsset NOT IN (SELECT refMediaAsset FROM RelationAssetTrack WHERE"
+        " refTrack = " +
+        newKey + ")";
+    const auto kind = random.Below(5);
+    if (kind == 0) {
+      model.Erase([&](const auto& other) { return other.own.Id() == clip; });
+      Run("DELETE FROM MediaAsset WHERE key = " + key(desk->table, clip));
+    } else if (kind == 1) {
+      for (auto& other : model.clips)
+        other.second.resources.erase(resource);
+      Run("DELETE FROM RelationMediaAssetMediaResource WHERE refMediaResource = " +
+          key(desk->database.GetMediaResourceTable(), resource));
+    } else if (kind == 2) {
+      // Under the lowest free key, after which there are others.
+      const Identifier id("low " + std::to_string(++lowKeys));
+      model.tracks[id] = std::make_shared<Track>(id);
+      Run("INSERT INTO Track(key, id) SELECT k + 1, '" + id.Value() +
+          "' FROM (SELECT 0 AS k UNION ALL SELECT key FROM Track) WHERE k + 1 NOT IN (SELECT key FROM Track) ORDER BY "
+          "k LIMIT 1");
+    } else if (model.tracks.count(to) > 0) {
+      for (auto& other : model.clips) {
+        auto& tracks = other.second.tracks;
+        if (tracks.count(to) == 0 && tracks.erase(from) > 0) tracks.insert(to);
+      }
+      Run(kind == 3 ? "UPDATE RelationAssetTrack SET refTrack = " + newKey +
+                          " WHERE rowid IN (SELECT rowid " + moving + ")"
+                    : "REPLACE INTO RelationAssetTrack(rowid, refMediaAsset, refTrack) SELECT rowid, "
+                      "refMediaAsset, " +
+                          newKey + " " + moving);
+    }
+  }
+  void Run(const std::string& sql) {
+    action = sql;
+    EXPECT_TRUE(desk->database.ExecuteStatement(sql)) << log.Text();
+  }
+
+  // Through the tables, which look at all that is no longer linked.
+  void Delete() {
+    const Identifier id = AnyId(), second = AnyId(), resource = AnyOf(model.resources);
+    const auto profile = [](const auto& clip) {
+      return clip.own.Metadata().template Get<DapOperatorMetadataProfile>();
+    };
+    ZuServerId server(110);
+    if (const auto clip = model.clips.find(id); clip != model.clips.end() && profile(clip->second))
+      server = profile(clip->second)->ServerId();
+    const auto key = desk->table.GetObjectIdFromIdentifier(id);
+    QuerySqlite query, inner;
+    std::function<bool(const ClipModel::Clip&)> choice = [&](const auto& clip) {
+      return clip.own.Id() == id;
+    };
+    const auto kind = random.Below(8);
+    action = "deletion " + std::to_string(kind) + " of " + id.Value();
+    bool isDone = false;
+    if (kind == 0) {
+      MediaAsset asset(id);
+      asset.ObjectId(key);
+      isDone = desk->table.Delete(asset) && asset.ObjectId() == -1;
+    } else if (kind == 1) {
+      choice = [&](const auto& clip) { return clip.own.Id() == id || clip.own.Id() == second; };
+      isDone = desk->table.Delete(query.In("id", std::vector<std::string>{id.Value(), second.Value()}));
+    } else if (kind == 2 && random.Chance(3)) {
+      choice = [&](const auto& clip) { return profile(clip) && profile(clip)->ServerId() != server; };
+      query.In("key", "DapOperatorMetadata", "refMediaAsset",
+               inner.Not(QuerySqlite().Equals("zuServerId", server.SerialNumber())));
+      isDone = desk->table.Delete(query);
+    } else if (kind == 3) {
+      choice = [&](const auto& clip) { return clip.resources.count(resource) > 0; };
+      inner.In("refMediaResource", "MediaResource", "key", QuerySqlite().Equals("id", resource.Value()));
+      isDone = desk->table.Delete(query.In("key", "RelationMediaAssetMediaResource", "refMediaAsset", inner));
+    } else if (kind == 4) {
+      choice = [&](const auto& clip) { return profile(clip) && profile(clip)->ServerId() == server; };
+      isDone = desk->table.DeleteByServerId(server);
+    } else if (kind == 5) {
+      choice = [](const auto&) { return false; };
+      isDone = desk->table.CleanUpDependentData();
+    } else if (kind == 6 && random.Chance(8)) {
+      choice = [](const auto&) { return true; };
+      isDone = desk->table.DeleteAll();
+    } else {
+      isDone = desk->table.Delete(key);
+    }
+    EXPECT_TRUE(isDone) << action << log.Text();
+    model.Erase(choice);
+    model.CleanUp();
+  }
+
+  TemporaryDirectory folder;
+  RandomAssets random;
+  CapturedLog log;
+  std::deque<Desk> desks;
+  Desk* desk = nullptr;
+  ClipModel model;
+  std::optional<MediaAsset> reused;
+  std::string action;
+  int lowKeys = 0;
+};
+
+TEST(ClipModelTest, AnySequenceOfWritesLeavesWhatPlainMapsHold) {
+  for (uint64_t seed = 1; seed <= 16; ++seed) {
+    ClipWalk walk(seed, 1 + seed % 2);
+    for (int step = 0; step < 80; ++step) {
+      walk.Step();
+      walk.Check();
+      if (testing::Test::HasFailure())
+        FAIL() << "seed " << seed << ", step " << step << ", after: " << walk.Last();
+    }
+    walk.Finish();
+  }
+}
+
+}  // namespace
+}  // namespace Oru::DataModel::MediaAssets::Database
