@@ -49,7 +49,7 @@ struct Catalogue {
     return catalogue;
   }
 
-  typename Site::Side& Jobs() { return site.Jobs(); }
+  Side& Jobs() { return site.Jobs(); }
   // Deletes the clips after the catalogue's own, by hand on either side: that isn't measured.
   void TidyUp() {
     ExecuteByHand("DELETE FROM MediaAsset WHERE key > " + std::to_string(lastKey));
