@@ -80,7 +80,7 @@ EditRepository::EditRepository(DatabaseSqlite& database)
 EditRepository::~EditRepository() = default;
 
 std::optional<Edit> EditRepository::Find(const EditId& id) {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   const ReadGuard reading(mDatabase);
   const int64_t key = id.IsEmpty() ? -1 : mEdits.GetObjectIdFromIdentifier(id);
   Edit edit;
@@ -90,7 +90,7 @@ std::optional<Edit> EditRepository::Find(const EditId& id) {
 }
 
 std::vector<Edit> EditRepository::All() {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   const ReadGuard reading(mDatabase);
   QuerySqlite byName;
   byName.OrderByAsc(EditTable::columnNames[EditTable::Column::Name])

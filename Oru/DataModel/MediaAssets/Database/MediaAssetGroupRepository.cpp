@@ -65,7 +65,7 @@ MediaAssetGroupRepository::~MediaAssetGroupRepository() = default;
 
 template <class Group, class Table>
 std::optional<Group> MediaAssetGroupRepository::FindIn(Table& table, const MediaAssetGroupId& id) {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   const ReadGuard reading(mDatabase);
   const int64_t key = id.IsEmpty() ? -1 : table.GetObjectIdFromIdentifier(id);
   Group group;
@@ -79,7 +79,7 @@ std::optional<MediaAssetGroup> MediaAssetGroupRepository::Find(const MediaAssetG
 }
 
 std::optional<AnglesMediaAssetGroup> MediaAssetGroupRepository::FindAngles(const MediaAssetGroupId& id) {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   const ReadGuard reading(mDatabase);
   AnglesMediaAssetGroupTable& table = mDatabase.GetAnglesMediaAssetGroupTable();
   auto group = FindIn<AnglesMediaAssetGroup>(table, id);
@@ -88,7 +88,7 @@ std::optional<AnglesMediaAssetGroup> MediaAssetGroupRepository::FindAngles(const
 }
 
 std::vector<MediaAssetGroup> MediaAssetGroupRepository::All() {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   const ReadGuard reading(mDatabase);
   QuerySqlite byName;
   byName.OrderByAsc(MediaAssetGroupTable::columnNames[MediaAssetGroupTable::Column::Name])

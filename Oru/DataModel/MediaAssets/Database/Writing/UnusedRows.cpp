@@ -35,7 +35,7 @@ bool UnusedRows::Delete(const DeleteRows& deleteAll) {
   if (!database.IsOpen()) return DeleteByFullScan(deleteAll);
   // Other threads may note, begin and roll back on the same connection. What is read, deleted and forgotten must
   // be the same notes.
-  const Sqlite::ConnectionLock lock(database);
+  const Sqlite::ConnectionLock lock(database.Parts());
   try {
     return DeleteUnlinked(deleteAll);
   } catch (const std::exception&) {
@@ -46,7 +46,7 @@ bool UnusedRows::Delete(const DeleteRows& deleteAll) {
 
 void UnusedRows::Watch() {
   if (!database.IsOpen()) return;
-  const Sqlite::ConnectionLock lock(database);
+  const Sqlite::ConnectionLock lock(database.Parts());
   try {
     BeginNoting();
   } catch (const std::exception&) {
