@@ -277,22 +277,14 @@ void MediaAssetReader::ReadProfiles(Assets& assets, const std::string& keys) {
 }
 
 void MediaAssetReader::ReadAnnotations(Assets& assets, const std::string& keys) {
-  std::vector<std::pair<MediaAsset*, std::shared_ptr<Annotation>>> rows;
-  annotations.ForEach(
+  ObjectsByKey<Annotation> read;
+  annotations.ForEachInOrder(
       keys, [] { return std::make_shared<Annotation>(); },
       [&](int64_t owner, std::shared_ptr<Annotation> annotation) {
-        rows.emplace_back(&assets.At(owner), std::move(annotation));
+        read.Add(annotation->ObjectId(), *annotation);
+        assets.At(owner).Annotations().push_back(std::move(annotation));
       });
-  if (rows.empty()) return;
-  // Their order is that of the keys.
-  std::sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
-    return left.second->ObjectId() < right.second->ObjectId();
-  });
-  ObjectsByKey<Annotation> read;
-  for (auto& [asset, annotation] : rows) {
-    read.Add(annotation->ObjectId(), *annotation);
-    asset->Annotations().push_back(std::move(annotation));
-  }
+  if (read.IsEmpty()) return;
   annotationMetadata.ForEach(read.Keys(), [&](int64_t owner, const MetadataRow& row) {
     MetadataTable::Fold(read.At(owner).Metadata(), row);
   });
