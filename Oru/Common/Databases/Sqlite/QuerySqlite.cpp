@@ -53,24 +53,28 @@ std::vector<uint8_t> Bytes(const uint8_t* bytes, int32_t length) {
   return std::vector<uint8_t>(bytes, bytes + length);
 }
 
-// Gives a text with each question mark replaced by the literal of its value. The text of a query has no other
-// question marks, since names are plain identifiers.
-void AppendWithLiterals(std::string& out, const std::string& text,
-                        const std::vector<StatementValue>& values) {
+// The places of values in a text. The text of a query has no other such characters, since names are plain
+// identifiers. A pattern is written into the text that runs, or SQLite wouldn't look for its beginning in an index:
+// https://sqlite.org/optoverview.html#like_opt
+constexpr char BoundPlace = '?';
+constexpr char WrittenPlace = '$';
+
+// Gives a text with its values, the bound ones in place or beside it.
+void AppendWithValues(StatementText& statement, const std::string& text,
+                      const std::vector<StatementValue>& values, QuerySqlite::Values form) {
   std::size_t begin = 0;
   for (const StatementValue& value : values) {
-    const std::size_t mark = text.find('?', begin);
-    out.append(text, begin, mark - begin)
-        .append(std::visit([](const auto& held) { return SqlText::Literal(held); }, value));
+    const std::size_t mark = text.find_first_of({BoundPlace, WrittenPlace}, begin);
+    statement.text.append(text, begin, mark - begin);
+    if (form == QuerySqlite::Values::Bound && text[mark] == BoundPlace) {
+      statement.text += BoundPlace;
+      statement.values.push_back(value);
+    } else {
+      statement.text += std::visit([](const auto& held) { return SqlText::Literal(held); }, value);
+    }
     begin = mark + 1;
   }
-  out.append(text, begin, std::string::npos);
-}
-
-void AppendBound(StatementText& statement, const std::string& text,
-                 const std::vector<StatementValue>& values) {
-  statement.text += text;
-  statement.values.insert(statement.values.end(), values.begin(), values.end());
+  statement.text.append(text, begin, std::string::npos);
 }
 
 // Writes a condition so that NOT is right for it. Where NULL is among the values of a subselect, IN is
@@ -115,20 +119,11 @@ std::string QuerySqlite::GetLimitSQL() const {
 }
 
 void QuerySqlite::AppendFilter(StatementText& statement, Values form) const {
-  if (form == Values::Bound && mValues.size() <= MostBoundValues) {
-    AppendBound(statement, mFilter, mValues);
-  } else {
-    AppendWithLiterals(statement.text, mFilter, mValues);
-  }
+  AppendWithValues(statement, mFilter, mValues, mValues.size() <= MostBoundValues ? form : Values::Literal);
 }
 
 void QuerySqlite::AppendLimit(StatementText& statement, Values form) const {
-  if (mLimit.empty()) return;
-  if (form == Values::Bound) {
-    AppendBound(statement, LimitText, mLimit);
-  } else {
-    AppendWithLiterals(statement.text, LimitText, mLimit);
-  }
+  if (!mLimit.empty()) AppendWithValues(statement, LimitText, mLimit, form);
 }
 
 void QuerySqlite::BeginLink(const char* word) {
@@ -169,7 +164,9 @@ Query& QuerySqlite::Compare(const std::string& column, const char* comparison, S
 
 Query& QuerySqlite::Like(const std::string& column, const char* before, const std::string& text,
                          const char* after) {
-  return Add(CheckedName(column) + " LIKE ? ESCAPE '\\'", {before + SqlText::EscapedForLike(text) + after});
+  const char place = *before == '\0' ? WrittenPlace : BoundPlace;
+  return Add(CheckedName(column) + " LIKE " + place + " ESCAPE '\\'",
+             {before + SqlText::EscapedForLike(text) + after});
 }
 
 Query& QuerySqlite::IsNULL(const std::string& column) {

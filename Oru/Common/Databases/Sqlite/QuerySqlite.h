@@ -92,7 +92,7 @@ class ORU_COMMON_DATABASE_EXPORT QuerySqlite : public Query {
 
   /// The whole condition without the word WHERE; empty for a query without conditions.
   std::string GetFilterSQL() const;
-  /// The same with a question mark in place of each value.
+  /// The same with a mark in place of each value.
   const std::string& GetFilterText() const { return mFilter; }
   /// The ordering terms without the words ORDER BY; empty when none was given.
   const std::string& GetOrderBySQL() const { return mOrderBy; }

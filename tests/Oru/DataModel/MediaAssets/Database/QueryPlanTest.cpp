@@ -132,7 +132,9 @@ TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
         "'goal ' ELSE 'corner ' END || i, i * 7919 % 100003, i * 7919 % 100003 FROM n;"
         "INSERT INTO DapOperatorMetadata(refMediaAsset, zuServerId, dapIdPage) SELECT key, CASE WHEN key <= 60 "
         "THEN 7 ELSE 100 + key % 10 END, key % 9 FROM MediaAsset "
-        "WHERE key NOT IN (SELECT refMediaAsset FROM DapOperatorMetadata);");
+        "WHERE key NOT IN (SELECT refMediaAsset FROM DapOperatorMetadata);"
+        "INSERT OR IGNORE INTO DapOperatorKeywords(refDapOperatorMetadata, nr, keyword) SELECT refMediaAsset, 0, "
+        "iif(refMediaAsset <= 60, 'corner ', 'goal ') || refMediaAsset FROM DapOperatorMetadata;");
   };
   using Ask = void (*)(Common::Databases::Query&);
   const std::pair<const char*, Ask> lists[] = {
@@ -149,6 +151,12 @@ TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
        [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByAsc("MediaAsset.key"); }},
       {"a match by date",
        [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByDesc("creationDate"); }},
+      {"of a beginning of a keyword",
+       [](auto& query) {
+         Common::Databases::Sqlite::QuerySqlite begins;
+         begins.BeginWith("keyword", "Cor");
+         query.In("MediaAsset.key", "DapOperatorKeywords", "refDapOperatorMetadata", begins);
+       }},
       {"of a server by date",
        [](auto& query) {
          Common::Databases::Sqlite::QuerySqlite ofServer;
