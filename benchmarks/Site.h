@@ -13,23 +13,26 @@ namespace Oru::Benchmarks {
 /// A file that the library keeps, and the library's side of the jobs on it.
 class LibrarySite {
  public:
-  explicit LibrarySite(const std::string& file = ":memory:")
-      : database(file, nullptr), side(MakeLibrarySide(database)) {
+  using Side = Library;
+
+  explicit LibrarySite(const std::string& file = ":memory:") : database(file, nullptr), side(database) {
     database.Open();
   }
 
-  Side& Jobs() { return *side; }
+  Library& Jobs() { return side; }
   sqlite3* Handle() const { return database.Handle(); }
   DataModel::MediaAssets::Database::DataModelDatabase& Database() { return database; }
 
  private:
   DataModel::MediaAssets::Database::DataModelDatabase database;
-  std::unique_ptr<Side> side;
+  Library side;
 };
 
 /// A plain connection to a file with the library's tables, and the rival's side of the jobs on it.
 class RivalSite {
  public:
+  using Side = Rival;
+
   /// On tables of its own, in memory.
   RivalSite() : connection(":memory:") {
     CopyTables(LibrarySite().Handle(), connection);
@@ -39,7 +42,7 @@ class RivalSite {
   explicit RivalSite(const std::string& file)
       : connection(file), side(std::make_unique<Rival>(connection.Handle())) {}
 
-  Side& Jobs() { return *side; }
+  Rival& Jobs() { return *side; }
   sqlite3* Handle() const { return connection.Handle(); }
 
  private:
@@ -54,7 +57,7 @@ class RivalSite {
   }
 
   Connection connection;
-  std::unique_ptr<Side> side;
+  std::unique_ptr<Rival> side;
 };
 
 }  // namespace Oru::Benchmarks

@@ -3,6 +3,7 @@
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/Sqlite/ChangeNotice.h"
 
+#include <functional>
 #include <memory>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -42,7 +43,7 @@ struct ListenerEntry;
 class ORU_COMMON_DATABASE_EXPORT ChangeListener {
  public:
   /// What is called with each notice.
-  using Function = ChangeNotice::Callback;
+  using Function = std::function<void(const ChangeNotice&)>;
 
   /// Begins to listen, on an open database or on one that is opened later. It continues when the database is
   /// closed and opened again.

@@ -1,6 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
 #include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
+#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <sqlite3.h>
 
@@ -8,17 +9,16 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-ConnectionLock::ConnectionLock(ConnectionParts& database)
-    : mDatabase(database),
-      mMutex(database.connection.IsOpen() ? sqlite3_db_mutex(database.connection.Handle()) : nullptr) {
+ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
+    : mDatabase(database), mMutex(database.Handle() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
   if (!mMutex) return;
   sqlite3_mutex_enter(mMutex);
-  mDatabase.connection.Listeners().LockBegins();
+  mDatabase.Parts().connection.Listeners().LockBegins();
 }
 
 ConnectionLock::~ConnectionLock() {
   if (!mMutex) return;
-  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.connection.Listeners().LockEnds();
+  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.Parts().connection.Listeners().LockEnds();
   sqlite3_mutex_leave(mMutex);
   if (notifier) notifier->Notify();
 }

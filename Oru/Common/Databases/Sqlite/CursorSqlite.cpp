@@ -62,7 +62,7 @@ void CursorSqlite::Prepare(const std::string& select) {
     return;
   }
   {
-    const ConnectionLock lock(db.Parts());
+    const ConnectionLock lock(db);
     std::unique_ptr<StatementHandle> prepared = db.Parts().connection.Statements().Take(db.Handle(), select);
     const int code = prepared ? prepared->BindAll(mValues) : sqlite3_errcode(db.Handle());
     if (!prepared || code != SQLITE_OK) {
@@ -77,24 +77,23 @@ void CursorSqlite::Prepare(const std::string& select) {
   mHasFailed = false;
   mLastColumn = 0;
   mLastParameter = 0;
-  db.Parts().connection.Cursors().Add(mPrepared->openCursor, *this);
+  db.Parts().connection.Cursors().Add(*this);
 }
 
 void CursorSqlite::Close() {
   if (!mPrepared) return;
   LeaveRow();
   // While the cursor is among the open ones, its database is alive.
-  Connection& connection = GetDatabase().Parts().connection;
-  connection.Cursors().Remove(mPrepared->openCursor);
+  mOpenCursors->Remove(*this);
   mStatement = nullptr;
   mNumbers.assign(mNumbers.size(), 0);
-  connection.Statements().Return(std::move(mPrepared), !mHasFailed);
+  GetDatabase().Parts().connection.Statements().Return(std::move(mPrepared), !mHasFailed);
 }
 
 // A writing statement that was left on a row ends, and may commit, when it is rewound.
 void CursorSqlite::LeaveRow() {
   if (mPosition != Position::OnRow || mPrepared->IsReadOnly()) return;
-  const ConnectionLock lock(GetDatabase().Parts());
+  const ConnectionLock lock(GetDatabase());
   mPrepared->Rewind();
 }
 
@@ -169,7 +168,7 @@ void CursorSqlite::ThrowStepFailure(const std::string& message) {
 
 bool CursorSqlite::Step() {
   if (!mPrepared) throw ObjectClosedException();
-  return Step(ConnectionLock(GetDatabase().Parts()));
+  return Step(ConnectionLock(GetDatabase()));
 }
 
 bool CursorSqlite::Step(const ConnectionLock&) {
@@ -188,7 +187,7 @@ bool CursorSqlite::Step(const ConnectionLock&) {
 
 void CursorSqlite::Run() {
   if (!mPrepared) throw ObjectClosedException();
-  Run(ConnectionLock(GetDatabase().Parts()));
+  Run(ConnectionLock(GetDatabase()));
 }
 
 void CursorSqlite::Run(const ConnectionLock& held) {

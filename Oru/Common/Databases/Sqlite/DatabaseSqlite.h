@@ -158,6 +158,9 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
 
   /// Whether a transaction is open, however it was begun.
   bool IsInTransaction() const;
+  /// Whether a transaction is open that has written, or has taken the lock for it. What is read in it may yet be
+  /// rolled back.
+  bool IsWriting() const;
   /// Whether `BeginTransaction` has begun a transaction that `EndTransaction` has not ended.
   bool HasBegunTransaction() const;
   /// The number of the last transaction of `BeginTransaction`, by which a guard recognises its own.

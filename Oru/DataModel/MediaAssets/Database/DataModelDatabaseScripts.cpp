@@ -412,7 +412,7 @@ CREATE INDEX IF NOT EXISTS LookupMediaAssetGroupItemRefMediaAsset ON MediaAssetG
 CREATE INDEX IF NOT EXISTS LookupRelationAssetTrackRefMediaAsset ON RelationAssetTrack(refMediaAsset);
 CREATE INDEX IF NOT EXISTS LookupRelationAssetTrackRefTrack ON RelationAssetTrack(refTrack);
 CREATE INDEX IF NOT EXISTS LookupTrackChannelRefEssence ON TrackChannel(refEssence);
-DROP INDEX IF EXISTS LookupDapOperatorMetadataZuServerId;
+CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataZuServerId ON DapOperatorMetadata(zuServerId);
 CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataPlace ON DapOperatorMetadata(zuServerId, dapIdPage, dapIdBank, dapIdRow, dapIdCamera);
 DROP INDEX IF EXISTS LookupDapOperatorKeywordsKeyword;
 CREATE INDEX IF NOT EXISTS LookupDapOperatorKeywordsKeywordAndOwner ON DapOperatorKeywords(keyword COLLATE NOCASE, refDapOperatorMetadata);

@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/Connection/Connection.h"
 
-#include "Oru/Common/Databases/Cursor.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 
 #include <sqlite3.h>
 
@@ -22,7 +22,7 @@ void Connection::Open(sqlite3* handle) {
 }
 
 void Connection::Close() {
-  while (Cursor* cursor = mCursors.Any())
+  while (CursorSqlite* cursor = mCursors.Any())
     cursor->Close();
   mStatements = std::make_unique<StatementCache>();
   mSchema.reset();
@@ -34,6 +34,10 @@ void Connection::Close() {
 
 bool Connection::IsInTransaction() const {
   return mHandle && sqlite3_get_autocommit(mHandle) == 0;
+}
+
+bool Connection::IsWriting() const {
+  return mHandle && sqlite3_txn_state(mHandle, "main") == SQLITE_TXN_WRITE;
 }
 
 bool Connection::Run(const char* statements) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/Changes/ChangeListeners.h"
+#include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/Connection/SchemaWatch.h"
 #include "Oru/Common/Databases/Sqlite/Connection/StatementDeadline.h"
-#include "Oru/Common/Databases/Sqlite/Statements/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
 #include "Oru/Common/Databases/Sqlite/Upkeep/MemoryRecovery.h"
 
@@ -36,6 +36,8 @@ class Connection {
   bool IsOpen() const { return mHandle != nullptr; }
   sqlite3* Handle() const { return mHandle; }
   bool IsInTransaction() const;
+  /// Whether the open transaction may write: it has taken the lock for that.
+  bool IsWriting() const;
 
   StatementCache& Statements() { return *mStatements; }
   OpenCursors& Cursors() { return mCursors; }

@@ -172,8 +172,7 @@ const char* Transactions::WhyNoCheck() const {
 
 const char* Transactions::WhyNoBackup() const {
   // A backup would copy what may yet be rolled back; SQLite refuses it too.
-  const bool isWriting = sqlite3_txn_state(mConnection.Handle(), "main") == SQLITE_TXN_WRITE;
-  return isWriting ? "a transaction is open" : WhyNoCheck();
+  return mConnection.IsWriting() ? "a transaction is open" : WhyNoCheck();
 }
 
 void Transactions::NoteCommand(const StatementHandle& command, bool wasInTransaction) {

@@ -31,7 +31,7 @@ auto AllOrNothing(DatabaseSqlite& database, Write write) {
       return result;
     }
   };
-  const ConnectionLock lock(database.Parts());
+  const ConnectionLock lock(database);
   if (database.IsInTransaction()) {
     SavepointGuard savepoint(database);
     return runIn(savepoint);

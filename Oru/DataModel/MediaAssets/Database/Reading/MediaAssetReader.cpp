@@ -123,7 +123,7 @@ int64_t MediaAssetReader::WrittenRows() const {
 
 std::optional<MediaAsset> MediaAssetReader::Read(const Identifier& id, MediaAssetParts parts) {
   if (id.IsEmpty()) return std::nullopt;
-  const Sqlite::ConnectionLock lock(Database().Parts());
+  const Sqlite::ConnectionLock lock(Database());
   const Sqlite::ReadGuard view(Database());
   const int64_t key = table.GetObjectIdFromIdentifier(id);
   std::vector<MediaAsset> found = Read(std::vector<int64_t>{key}, parts);
@@ -132,7 +132,7 @@ std::optional<MediaAsset> MediaAssetReader::Read(const Identifier& id, MediaAsse
 
 MediaAssetPage MediaAssetReader::Read(const MediaAssetSearch& search, MediaAssetParts parts,
                                       std::vector<MediaAssetSearchText::Value>* orderValues) {
-  const Sqlite::ConnectionLock lock(Database().Parts());
+  const Sqlite::ConnectionLock lock(Database());
   const Sqlite::ReadGuard view(Database());
   const MediaAssetSearchText text(search, table);
   const std::vector<int64_t> keys = Keys(text, orderValues);
@@ -147,7 +147,7 @@ MediaAssetPage MediaAssetReader::Read(const MediaAssetSearch& search, MediaAsset
 }
 
 std::vector<MediaAsset> MediaAssetReader::Read(const std::vector<int64_t>& keys, MediaAssetParts parts) {
-  const Sqlite::ConnectionLock lock(Database().Parts());
+  const Sqlite::ConnectionLock lock(Database());
   const Sqlite::ReadGuard view(Database());
   std::unordered_map<int64_t, std::size_t> places;
   places.reserve(keys.size());
@@ -174,13 +174,13 @@ std::vector<MediaAsset> MediaAssetReader::Read(const std::vector<int64_t>& keys,
 }
 
 std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearch& search) {
-  const Sqlite::ConnectionLock lock(Database().Parts());
+  const Sqlite::ConnectionLock lock(Database());
   const Sqlite::ReadGuard view(Database());
   return Keys(MediaAssetSearchText(search, table));
 }
 
 int64_t MediaAssetReader::Count(const MediaAssetSearch& search) {
-  const Sqlite::ConnectionLock lock(Database().Parts());
+  const Sqlite::ConnectionLock lock(Database());
   const Sqlite::ReadGuard view(Database());
   return Count(MediaAssetSearchText(search, table));
 }
@@ -202,16 +202,29 @@ MediaAssetSearchText::Value MediaAssetReader::ValueBefore(const MediaAssetSearch
   return run.Cursor().GetInt64(0);
 }
 
-// A profile belongs to one asset.
-bool MediaAssetReader::AreAllWithProfile() const {
-  return FirstNumber(Database(),
-                     {"SELECT (SELECT COUNT(*) FROM MediaAsset) = (SELECT COUNT(*) FROM DapOperatorMetadata)",
-                      {}}) == 1;
+// A profile belongs to one asset. The two counts are the dearest part of a page by place, so they are remembered.
+bool MediaAssetReader::AreAllWithProfile() {
+  if (!dataVersion.IsOpenedOn(Database())) {
+    // Each opening counts from the beginning.
+    dataVersion.Reset(Database(), "PRAGMA main.data_version", "");
+    withProfile = {};
+  }
+  dataVersion.Step();
+  const int64_t version = dataVersion.GetInt64(0);
+  dataVersion.Reset();
+  const int64_t written = WrittenRows();
+  if (withProfile.dataVersion == version && withProfile.writtenRows == written) return withProfile.areAll;
+  const bool areAll =
+      FirstNumber(
+          Database(),
+          {"SELECT (SELECT COUNT(*) FROM MediaAsset) = (SELECT COUNT(*) FROM DapOperatorMetadata)", {}}) == 1;
+  if (!Database().IsWriting()) withProfile = {version, written, areAll};
+  return areAll;
 }
 
 // Of several statements, each gives what the ones before it have left of the page.
 std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearchText& text,
-                                            std::vector<MediaAssetSearchText::Value>* orderValues) const {
+                                            std::vector<MediaAssetSearchText::Value>* orderValues) {
   std::vector<int64_t> keys;
   int64_t left = text.Limit(), passedOver = text.Offset();
   for (auto& [select, looksForMissingProfiles] : text.Keys(ValueBefore(text), orderValues != nullptr)) {
@@ -277,14 +290,22 @@ void MediaAssetReader::ReadProfiles(Assets& assets, const std::string& keys) {
 }
 
 void MediaAssetReader::ReadAnnotations(Assets& assets, const std::string& keys) {
-  ObjectsByKey<Annotation> read;
-  annotations.ForEachInOrder(
+  std::vector<std::pair<MediaAsset*, std::shared_ptr<Annotation>>> rows;
+  annotations.ForEach(
       keys, [] { return std::make_shared<Annotation>(); },
       [&](int64_t owner, std::shared_ptr<Annotation> annotation) {
-        read.Add(annotation->ObjectId(), *annotation);
-        assets.At(owner).Annotations().push_back(std::move(annotation));
+        rows.emplace_back(&assets.At(owner), std::move(annotation));
       });
-  if (read.IsEmpty()) return;
+  if (rows.empty()) return;
+  // Their order is that of the keys.
+  std::sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
+    return left.second->ObjectId() < right.second->ObjectId();
+  });
+  ObjectsByKey<Annotation> read;
+  for (auto& [asset, annotation] : rows) {
+    read.Add(annotation->ObjectId(), *annotation);
+    asset->Annotations().push_back(std::move(annotation));
+  }
   annotationMetadata.ForEach(read.Keys(), [&](int64_t owner, const MetadataRow& row) {
     MetadataTable::Fold(read.At(owner).Metadata(), row);
   });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/DataModel/MediaAssets/Annotation.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
@@ -48,9 +49,9 @@ class MediaAssetReader {
 
   Common::Databases::Sqlite::DatabaseSqlite& Database() const;
   MediaAssetSearchText::Value ValueBefore(const MediaAssetSearchText& text) const;
-  bool AreAllWithProfile() const;
+  bool AreAllWithProfile();
   std::vector<int64_t> Keys(const MediaAssetSearchText& text,
-                            std::vector<MediaAssetSearchText::Value>* orderValues = nullptr) const;
+                            std::vector<MediaAssetSearchText::Value>* orderValues = nullptr);
   int64_t Count(const MediaAssetSearchText& text) const;
   void ReadParts(Assets& assets, const std::string& keys, MediaAssetParts parts);
   void ReadProfiles(Assets& assets, const std::string& keys);
@@ -71,6 +72,14 @@ class MediaAssetReader {
   RowsOfOwners<Track> tracks;
   Common::Databases::Sqlite::PreparedStatement channels;
   MediaResourceReader resourceReader;
+  Common::Databases::Sqlite::CursorSqlite dataVersion;
+  // Whether all assets have a profile, and the state of the file that this was seen in: the number that another
+  // connection's commit changes, and that of the rows that this one had written.
+  struct {
+    int64_t dataVersion = -1;
+    int64_t writtenRows = -1;
+    bool areAll = false;
+  } withProfile;
 };
 
 }  // namespace Oru::DataModel::MediaAssets::Database

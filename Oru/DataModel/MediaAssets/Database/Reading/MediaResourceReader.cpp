@@ -42,14 +42,21 @@ void MediaResourceReader::Read(ObjectsByKey<MediaResource>& resources) {
 }
 
 void MediaResourceReader::ReadStreams(ObjectsByKey<MediaResource>& resources, const std::string& keys) {
-  ObjectsByKey<Stream> streams;
-  streamRows.ForEachInOrder(
+  std::vector<std::pair<MediaResource*, std::unique_ptr<Stream>>> rows;
+  streamRows.ForEach(
       keys, [] { return std::make_unique<Stream>(); },
       [&](int64_t owner, std::unique_ptr<Stream> stream) {
-        streams.Add(stream->ObjectId(), *stream);
-        resources.At(owner).Streams().emplace_back(std::move(stream));
+        rows.emplace_back(&resources.At(owner), std::move(stream));
       });
-  if (streams.IsEmpty()) return;
+  if (rows.empty()) return;
+  std::sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
+    return left.second->ObjectId() < right.second->ObjectId();
+  });
+  ObjectsByKey<Stream> streams;
+  for (auto& [resource, stream] : rows) {
+    streams.Add(stream->ObjectId(), *stream);
+    resource->Streams().emplace_back(std::move(stream));
+  }
   streams.Sort();
   const std::string streamKeys = streams.Keys();
   streamBounds.ForEach(streamKeys, [&](int64_t owner, const TimeBounds& span) {

@@ -99,7 +99,7 @@ TEST_F(ChangeListenerTest, TellsEachRowOnceBehindTheCommit) {
   }
 }
 
-TEST_F(ChangeListenerTest, ReportsNothingThatFailsAndMarksUncertainWhatMayBeUndone) {
+TEST_F(ChangeListenerTest, TellsNothingOfWhatFailsAndDoubtsWhatMayBeUndone) {
   EXPECT_FALSE(db.ExecuteStatement("INSERT INTO A VALUES (3, 'x'), (4, 'one')"));
   EXPECT_FALSE(db.ExecuteStatement("INSERT INTO A VALUES (3, 'x'), (4, 'y'), (1, 'z')"));
   EXPECT_THAT(Told(), IsEmpty());
@@ -167,7 +167,7 @@ TEST_F(ChangeListenerTest, TellsWhicheverWayACommitComesAbout) {
   cursor.Close();
   EXPECT_THAT(Told(), ElementsAre("Free+6 Free+7"));
   {
-    const ConnectionLock lock(db.Parts());
+    const ConnectionLock lock(db);
     Run("INSERT INTO Free VALUES (8); BEGIN; INSERT INTO Free VALUES (9); ROLLBACK");
     Run("DELETE FROM Free WHERE x = 8; UPDATE Free SET x = 0 WHERE rowid = 1");
     EXPECT_THAT(Told(), IsEmpty());
@@ -253,7 +253,7 @@ TEST_F(ChangeListenerTest, TellsTheDifferenceThatATransactionMakes) {
   for (int round = 0; round < 1500; ++round) {
     const Rows before = rows();
     kinds.clear();
-    bool isUncertain = false;
+    bool hasDoubts = false;
     db.BeginTransaction();
     std::vector<std::unique_ptr<SavepointGuard>> guards;
     for (int i = static_cast<int>(random() % 12); i >= 0; --i) {
@@ -280,7 +280,7 @@ TEST_F(ChangeListenerTest, TellsTheDifferenceThatATransactionMakes) {
       };
       const auto choice = random() % 9;
       const bool isDone = db.ExecuteStatement(texts[choice]);
-      isUncertain = isUncertain || !isDone || choice == 8;
+      hasDoubts = hasDoubts || !isDone || choice == 8;
     }
     const bool commits = random() % 4 != 0;
     db.EndTransaction(commits);
@@ -297,11 +297,11 @@ TEST_F(ChangeListenerTest, TellsTheDifferenceThatATransactionMakes) {
       EXPECT_TRUE(kinds.empty() && difference.empty());
     }
     for (const auto& [row, kind] : difference)
-      EXPECT_TRUE(kinds[row] == kind || (isUncertain && kinds[row] == "?")) << row << kind << kinds[row];
+      EXPECT_TRUE(kinds[row] == kind || (hasDoubts && kinds[row] == "?")) << row << kind << kinds[row];
     for (const auto& [row, kind] : kinds) {
       // An update may change nothing, and a row be deleted and inserted as it was.
       const bool isThere = after.count(row) == 1 && before.count(row) == 1;
-      EXPECT_TRUE(difference.count(row) == 1 || (kind == "~" && isThere) || (isUncertain && kind == "?"))
+      EXPECT_TRUE(difference.count(row) == 1 || (kind == "~" && isThere) || (hasDoubts && kind == "?"))
           << row << kind;
     }
     ASSERT_FALSE(HasFailure()) << "round " << round;

@@ -34,7 +34,7 @@ TEST_F(DataModelDatabaseScriptsTest, TheSchemaIsThatOfStoredFiles) {
               "SELECT sql || char(10) FROM sqlite_master WHERE sql IS NOT NULL AND name NOT"
               " LIKE 'MediaAssetFts\\_%' ESCAPE '\\' AND name NOT LIKE 'sqlite%'"))
     schema += sql;
-  EXPECT_EQ(TestSupport::StoredHash(schema), 12468172791684302836U) << schema;
+  EXPECT_EQ(TestSupport::StoredHash(schema), 16119954110362503358U) << schema;
   EXPECT_EQ(Value(database, "SELECT count(*) FROM sqlite_temp_master"), "0");
   EXPECT_EQ(Value(database, "PRAGMA foreign_keys"), "1");
 }

@@ -7,6 +7,7 @@
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
 #include "support/RandomAsset.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -314,6 +315,50 @@ TEST_F(MediaAssetRepositoryReadTest, AClosedDatabaseIsAnInvalidOperation) {
   database.Close();
   EXPECT_THROW(repository.Find(MediaAssetId("clip")), Common::Databases::InvalidOperationException);
   EXPECT_THROW(repository.Count(MediaAssetSearch()), Common::Databases::InvalidOperationException);
+}
+
+TEST(MediaAssetPlaceTest, APageByPlaceFollowsEachWayInWhichAProfileGoes) {
+  const TestSupport::TemporaryDirectory folder;
+  DataModelDatabase database(folder.File("clips.db"), nullptr), other(folder.File("clips.db"), nullptr);
+  database.Open();
+  other.Open();
+  MediaAssetRepository repository(database);
+  for (const char* id : {"a", "b", "c"}) {
+    MediaAsset clip = MakeClip(id);
+    repository.Put(clip);
+  }
+  const auto page = [&] {
+    std::string ids;
+    for (const MediaAsset& asset : repository.Find(MediaAssetSearch().OrderBy(MediaAssetOrder::Place)).assets)
+      ids += asset.Id().Value();
+    return ids;
+  };
+  const auto takeFrom = [](DataModelDatabase& by, const std::string& id) {
+    by.ExecuteStatement(
+        "DELETE FROM DapOperatorMetadata WHERE refMediaAsset = "
+        "(SELECT key FROM MediaAsset WHERE id = '" +
+        id + "')");
+  };
+  EXPECT_EQ(page(), "abc");
+  {
+    const Common::Databases::Sqlite::TransactionGuard rolledBack(database);
+    takeFrom(database, "b");
+    EXPECT_EQ(page(), "bac");
+  }
+  EXPECT_EQ(page(), "abc");
+  takeFrom(database, "c");
+  EXPECT_EQ(page(), "cab");
+  MediaAsset clip = MakeClip("c");
+  repository.Put(clip);
+  EXPECT_EQ(page(), "abc");
+  takeFrom(other, "b");
+  EXPECT_EQ(page(), "bac");
+  other.GetMediaAssetTable().Save(clip = MakeClip("b"));
+  EXPECT_EQ(page(), "abc");
+  database.Close();
+  takeFrom(other, "c");
+  database.Open();
+  EXPECT_EQ(page(), "cab");
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database
