@@ -1,8 +1,5 @@
 #include "AssetBuilder.h"
 
-#include "Oru/DataModel/MediaAssets/MediaResource.h"
-#include "Oru/DataModel/MediaAssets/Stream.h"
-#include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
 #include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
 
 #include <gtest/gtest.h>
@@ -58,31 +55,6 @@ TEST(AssetBuilderTest, CountsTheDurationInFramesThenInSamplesThenByTheWrapper) {
   report.video[0].frameRate = {30000, 1001};
   report.video[0].frameCount = 30;
   EXPECT_EQ(DurationOf(report), 1001000000);
-}
-
-TEST(AssetBuilderTest, GivesEachTrackOfTheFileAnEssenceAndATrackOfItsChannels) {
-  MediaReport report;
-  report.path = "/clips/goal.mov";
-  report.video.resize(1);
-  report.audio.resize(2);
-  report.audio[0].channels = 2;
-  report.audio[1].channels = 1;
-  report.data.push_back({"Time code", "QuickTime TC"});
-
-  auto asset = BuildAsset(report, 1000);
-
-  auto& stream = *asset.MediaResources().begin()->Value().Streams().at(0);
-  EXPECT_EQ(stream.Essences().Size(), 4);
-  std::string tracks;
-  for (const auto& track : asset.Tracks()) {
-    tracks += track->Name();
-    for (const auto& channel : track->Channels()) {
-      EXPECT_EQ(channel->Stream().Id(), stream.Id());
-      tracks += ' ' + std::to_string(channel->EssenceNr()) + '.' + std::to_string(channel->ChannelNr());
-    }
-    tracks += '|';
-  }
-  EXPECT_EQ(tracks, "A1 1.0 1.1|A2 2.0|D1 3.0|V1 0.0|");
 }
 
 TEST(AssetBuilderTest, AClipKeepsItsIdentityAndItsNeighboursHaveOthers) {

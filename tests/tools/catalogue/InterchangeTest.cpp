@@ -1,11 +1,10 @@
 #include "Interchange.h"
 
-#include "Oru/BusinessEntityModel/Edits/DapOperatorMetadataProfile.h"
-#include "Oru/BusinessEntityModel/Edits/Sequence.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 
+#include "tests/support/EditFields.h"
 #include "tests/support/RandomAsset.h"
 #include "tests/support/RepositoryModel.h"
 
@@ -47,88 +46,44 @@ class InterchangeTest : public testing::Test {
   ClipStore other{":memory:", nullptr};
 };
 
-/// Groups and edits over stored clips, out of odd values as those of the clips.
-class RandomOthers {
- public:
-  RandomOthers(ClipStore& into, uint64_t seed) : store(into), random(seed + 1000000) {}
-
-  void PutGroup(const std::vector<MediaAsset>& clips) {
-    AnglesMediaAssetGroup group(random.Id(), random.Text());
-    group.Type(random.Text());
-    for (const MediaAsset& clip : clips) {
-      if (random.Chance(2)) continue;
+void PutGroup(ClipStore& store, RandomAssets& random, const std::vector<MediaAsset>& clips) {
+  AnglesMediaAssetGroup group(random.Id(), random.Text());
+  group.Type(random.Text());
+  for (const MediaAsset& clip : clips) {
+    if (random.Chance(2))
       group.Items().push_back(std::make_shared<AnglesMediaAssetGroupItem>(random.Text(), clip.Id()));
-    }
-    if (random.Chance(2)) {
-      MediaAssetGroup plain = group;
-      return store.Groups().Put(plain);
-    }
-    if (random.Chance(2)) {
-      group.Metadata().Set(
-          std::make_shared<AnglesDapOperatorMetadataProfile>(DapId(ZuServerId(110), 1, 2, 3)));
-    }
-    store.Groups().Put(group);
   }
-
-  void PutEdit() {
-    Edits::Edit edit(random.Id());
-    Author(edit);
-    for (auto count = random.Below(4); count > 0; --count) {
-      auto sequence = std::make_unique<Edits::Sequence>(random.Id());
-      Author(*sequence);
-      sequence->Version(random.Int32());
-      sequence->SetTimePoint(Oru::TimePoints::TimePoint::FromNanoseconds(random.Int64()));
-      if (random.Chance(2)) sequence->Duration(Oru::TimePoints::Duration::FromNanoseconds(random.Int64()));
-      if (random.Chance(2)) sequence->Metadata().Set(Operator());
-      edit.Sequences().Add(std::move(sequence));
-    }
-    store.Edits().Put(edit);
+  if (random.Chance(2)) {
+    MediaAssetGroup plain = group;
+    return store.Groups().Put(plain);
   }
-
- private:
-  template <class Entity>
-  void Author(Entity& entity) {
-    entity.Name(random.Text());
-    entity.CreationDate(random.Int64());
-    entity.ModificationDate(random.Int64());
-    entity.CreationOwner(random.Text());
-    entity.ModificationOwner(random.Text());
-    const auto profile = std::make_shared<BaseTypes::GenericMetadataProfile>(random.Text());
-    profile->Set(random.Text(), random.Text());
-    entity.Metadata().Set(profile);
+  if (random.Chance(2)) {
+    group.Metadata().Set(std::make_shared<AnglesDapOperatorMetadataProfile>(DapId(ZuServerId(110), 1, 2, 3)));
   }
+  store.Groups().Put(group);
+}
 
-  std::shared_ptr<Edits::DapOperatorMetadataProfile> Operator() {
-    auto profile = std::make_shared<Edits::DapOperatorMetadataProfile>();
-    profile->ServerId(ZuServerId(110));
-    profile->Page(random.Int32());
-    profile->UmId(random.Text());
-    profile->VideoElementsCount(random.Int32());
-    if (random.Chance(2)) {
-      Edits::DapOperatorTimecodeRegen regeneration;
-      regeneration.From(static_cast<Edits::DapOperatorTimecodeRegen::Reference>(random.Int32()));
-      regeneration.TimecodeRef(random.TimeCode());
-      profile->TimecodeRegen(regeneration);
-    }
-    return profile;
+void PutEdit(ClipStore& store, RandomAssets& random) {
+  Edits::Edit edit(random.Id());
+  SetFields(edit, random);
+  for (auto count = random.Below(4); count > 0; --count) {
+    edit.Sequences().Add(std::make_unique<Edits::Sequence>(random.Id()));
+    SetFields(edit.Sequences()[edit.Sequences().Size() - 1], random);
   }
-
-  ClipStore& store;
-  RandomAssets random;
-};
+  store.Edits().Put(edit);
+}
 
 TEST_F(InterchangeTest, WhatIsExportedComesBackTheSameAndIsExportedAsTheSameText) {
   for (uint64_t seed = 1; seed <= 12; ++seed) {
     SCOPED_TRACE(seed);
     ClipStore from(":memory:", nullptr), into(":memory:", nullptr);
     RandomAssets random(seed);
-    RandomOthers others(from, seed);
     std::vector<MediaAsset> clips;
     for (int n = 0; n < 5; ++n)
       from.Clips().Put(clips.emplace_back(random.Next()));
     for (int n = 0; n < 3; ++n) {
-      others.PutGroup(clips);
-      others.PutEdit();
+      PutGroup(from, random, clips);
+      PutEdit(from, random);
     }
 
     const std::string text = Exported(from);
@@ -150,18 +105,17 @@ TEST_F(InterchangeTest, WhatIsExportedComesBackTheSameAndIsExportedAsTheSameText
 }
 
 TEST_F(InterchangeTest, TracksFindStreamsOfLaterClipsAndResourcesThatNoClipHas) {
-  const auto resource = std::make_shared<MediaResource>("tape");
-  resource->Adopt(std::make_unique<Stream>("tape/stream"));
-  resource->Streams()[0]->Essences().Add(std::make_unique<AudioEssence>());
-  const auto later = std::make_shared<MediaResource>("later/file");
-  later->Adopt(std::make_unique<Stream>("later/stream"));
-  later->Streams()[0]->Essences().Add(std::make_unique<AudioEssence>());
+  const auto resourceOf = [](const std::string& id) {
+    const auto resource = std::make_shared<MediaResource>(id);
+    resource->Adopt(std::make_unique<Stream>(id + "/stream"));
+    resource->Streams()[0]->Essences().Add(std::make_unique<AudioEssence>());
+    return resource;
+  };
   MediaAsset gone(MediaAssetId("gone")), first(MediaAssetId("first")), second(MediaAssetId("second"));
-  gone.MediaResources().Insert(resource);
-  second.MediaResources().Insert(later);
-  store.Clips().Put(first);
-  store.Clips().Put(gone);
-  store.Clips().Put(second);
+  gone.MediaResources().Insert(resourceOf("tape"));
+  second.MediaResources().Insert(resourceOf("later"));
+  for (MediaAsset* clip : {&first, &gone, &second})
+    store.Clips().Put(*clip);
   const auto track = std::make_shared<Track>("track");
   for (const char* stream : {"tape/stream", "later/stream"}) {
     track->Channels().push_back(std::make_shared<TrackChannelToRemove>());
