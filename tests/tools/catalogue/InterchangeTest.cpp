@@ -4,9 +4,9 @@
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 
+#include "tests/support/AssetReading.h"
 #include "tests/support/EditFields.h"
 #include "tests/support/RandomAsset.h"
-#include "tests/support/RepositoryModel.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,6 @@ namespace BaseTypes = Oru::BusinessEntityModel::BaseTypes;
 namespace Edits = Oru::BusinessEntityModel::Edits;
 using namespace Oru::DataModel::MediaAssets;
 using Oru::TestSupport::RandomAssets;
-using Oru::TestSupport::RepositoryModel;
 
 class InterchangeTest : public testing::Test {
  protected:
@@ -94,7 +93,7 @@ TEST_F(InterchangeTest, WhatIsExportedComesBackTheSameAndIsExportedAsTheSameText
     for (const MediaAsset& clip : clips) {
       const auto before = from.Clips().Find(clip.Id()), after = into.Clips().Find(clip.Id());
       EXPECT_EQ(*after, *before);
-      EXPECT_EQ(RepositoryModel::Channels(*after), RepositoryModel::Channels(*before));
+      EXPECT_EQ(Oru::TestSupport::Channels(*after), Oru::TestSupport::Channels(*before));
     }
     for (const MediaAssetGroup& group : from.Groups().All()) {
       EXPECT_EQ(*into.Groups().Find(group.Id()), group);

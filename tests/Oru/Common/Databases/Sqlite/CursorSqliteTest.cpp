@@ -19,6 +19,7 @@
 #include <functional>
 #include <limits>
 #include <optional>
+#include <regex>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -31,7 +32,7 @@ class CursorSqliteTest : public testing::Test {
     db.ExecuteStatement(
         "CREATE TABLE T (k integer primary key, v);"
         "INSERT INTO T (v) VALUES (NULL), (-7), (2.5), ('12 apples'), (x'00ff'), (9223372036854775807),"
-        " (''), (x''), (CAST(x'610062' AS TEXT));");
+        " (''), (x''), (CAST(x'610062' AS TEXT)), (1e20), (' +2.5e3x');");
   }
 
   TestSupport::CapturedLog log;
@@ -52,7 +53,9 @@ TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
                      {false, std::numeric_limits<int64_t>::max(), 0x1p63, "9223372036854775807"},
                      {false, 0, 0, ""},
                      {false, 0, 0, ""},
-                     {false, 0, 0, {"a\0b", 3}}};
+                     {false, 0, 0, {"a\0b", 3}},
+                     {false, std::numeric_limits<int64_t>::max(), 1e20, "1.0e+20"},
+                     {false, 2, 2500, " +2.5e3x"}};
   CursorSqlite cursor(db, "SELECT k, v FROM T ORDER BY k");
   RawCursorSqlite rawCursor(db, "SELECT k, v FROM T ORDER BY k");
   ObjectCursorSqlite<RawReadSqlite, RawReadSqlite> objects(db, "SELECT k, v FROM T ORDER BY k");
@@ -126,39 +129,18 @@ TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
   readsNothing("k", 0);
 }
 
-TEST_F(CursorSqliteTest, WhatTheNextRunOfTheSameValuesDoesNotBindIsNull) {
-  const uint8_t bytes[] = {1};
-  for (const int last : {7, 70}) {
-    CursorSqlite cursor(db, "SELECT quote(?6) || ' ' || quote(?" + std::to_string(last) + ") AS s");
-    const auto expectForgets = [&](bool isBound) {
-      ASSERT_TRUE(isBound && cursor.Step());
-      cursor.ResetForSameValues();
-      ASSERT_TRUE(cursor.Bind(6, 2) && cursor.Step());
-      EXPECT_EQ(cursor.GetString("s"), "2 NULL") << last;
-      cursor.ResetForSameValues();
-      ASSERT_TRUE(cursor.Step());
-      EXPECT_EQ(cursor.GetString("s"), "NULL NULL") << last;
-      cursor.ResetForSameValues();
-    };
-    expectForgets(cursor.Bind(last, 1));
-    expectForgets(cursor.Bind(last, 0.5));
-    expectForgets(cursor.Bind(last, "text"));
-    expectForgets(cursor.Bind(last, std::string(1000, 'x')) && cursor.Bind(6, bytes, 1));
-  }
-}
-
 TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) {
   const std::string select =
       "SELECT typeof(:a) || '|' || quote(:a) || '|' || typeof(:b) || '|' || quote(:b) AS s";
   const uint8_t bytes[] = {1, 0, 0xfe};
-  const auto expectBinds = [&](auto& cursor, auto a, auto b, auto step) {
+  const auto expectBindsUntil = [&](auto reset, auto& cursor, auto a, auto b, auto step) {
     const auto result = [&](bool isBound) {
       EXPECT_TRUE(isBound && step());
       std::string text = cursor.GetString("s");
-      cursor.Reset();
+      reset();
       EXPECT_TRUE(step());
       EXPECT_EQ(cursor.GetString("s"), "null|NULL|null|NULL") << "after " << text;
-      cursor.Reset();
+      reset();
       return text;
     };
     EXPECT_EQ(result(cursor.Bind(a, int64_t{-1}) && cursor.Bind(b, uint64_t{1} << 63)),
@@ -172,18 +154,27 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
               "null|NULL|text|'" + std::string(1000, 'x') + "'");
     EXPECT_EQ(result(cursor.Bind(a, 1) && cursor.Bind(a) && cursor.Bind(b, 2.0)), "null|NULL|real|2.0");
   };
+  const auto expectBinds = [&](auto& cursor, auto a, auto b, auto step) {
+    expectBindsUntil([&] { cursor.Reset(); }, cursor, a, b, step);
+  };
   CursorSqlite cursor(db, select);
   ObjectCursorSqlite<RawReadSqlite, RawReadSqlite> objects(db, select);
   RawCursorSqlite rows(db, select);
   RawReadSqlite row;
   expectBinds(cursor, "a", "b", [&] { return cursor.Step(); });
-  expectBinds(cursor, 1, 2, [&] { return cursor.Step(); });
+  for (const int last : {2, 7, 70}) {
+    cursor.Reset(db, std::regex_replace(select, std::regex(":b"), '?' + std::to_string(last)), "");
+    const auto step = [&] { return cursor.Step(); };
+    expectBinds(cursor, 1, last, step);
+    expectBindsUntil([&] { cursor.ResetForSameValues(); }, cursor, 1, last, step);
+  }
   expectBinds(objects, "a", "b", [&] { return objects.Next(row); });
   expectBinds(objects, 1, 2, [&] { return objects.Next(row); });
   expectBinds(rows, "a", "b", [&] { return rows.Next(row); });
   // By names that stay, of which the last stands for none of the parameters; for a second statement they stand for
   // others.
   const std::string names[] = {"b", "a", "c"};
+  cursor.Reset(db, select, "");
   cursor.UseConstantNames(names, 3);
   expectBinds(cursor, std::cref(names[1]), std::cref(names[0]), [&] { return cursor.Step(); });
   EXPECT_FALSE(cursor.Bind(names[2], 1));
@@ -274,13 +265,7 @@ TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
   EXPECT_EQ(read() + read(), "123123");
   second.ExecuteStatement("DROP TABLE S; CREATE TABLE S (c, b, x, a); INSERT INTO S VALUES (3, 2, 0, 1);");
   EXPECT_EQ(read() + read(), "124124");
-  CursorSqlite held(first, "SELECT * FROM S WHERE b = 2");
-  second.ExecuteStatement("DROP TABLE S; CREATE TABLE S (b, a); INSERT INTO S VALUES (2, 1), (2, 5);");
-  EXPECT_TRUE(held.Step() && held.Step());
-  EXPECT_EQ(held.GetString("a") + held.GetString("b"), "52");
-  held.Close();
   // What this connection changes itself shows ahead of the first step too.
-  EXPECT_EQ(read(), "122");
   first.ExecuteStatement("ALTER TABLE S ADD COLUMN d");
   const auto has = [&](const char* column) {
     return CursorSqlite(first, "SELECT * FROM S WHERE b = 2").GetColumnIndex(column) != -1;
@@ -297,8 +282,6 @@ TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
   }
   second.ExecuteStatement("DROP TABLE S");
   EXPECT_THROW(read(), InvalidOperationException);
-  second.ExecuteStatement("CREATE TABLE S (b, a); INSERT INTO S VALUES (2, 1)");
-  EXPECT_EQ(read(), "122");
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -192,10 +192,8 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
                         : mode == Mode::Lost ? !commits
                                              : mode == Mode::Begun;
     ASSERT_EQ(isDone, canEnd && !isRefused) << commits << byText << static_cast<int>(mode);
-    if (isOpen && isDone && commits) {
-      EXPECT_EQ(changes, byText ? 0 : now.changes);
-      ExpectCommitted();
-    }
+    EXPECT_EQ(changes, isDone && isOpen && commits && !byText ? now.changes : 0);
+    if (isOpen && isDone && commits) ExpectCommitted();
     if (isDone || (mode == Mode::Lost && !byText)) TakeBack(Mode::Free);
   }
 

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace Oru::Common::Databases::Sqlite {
 
 TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
@@ -14,8 +12,6 @@ TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
   row.Set("unsigned", uint64_t{1} << 63);
   row.Set("small", uint32_t{0xffffffff});
   row.Set("bool", true);
-  row.Set("real", 1e20);
-  row.Set("text", " +2.5e3x");
   row.Set("bytes", bytes, 3);
   EXPECT_THROW(row.Set("bytes", bytes, -1), ArgumentException);
   EXPECT_THROW(row.Set("bytes", nullptr, 5), ArgumentException);
@@ -29,10 +25,6 @@ TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
   EXPECT_EQ(copy.GetInt64("small"), 4294967295);
   EXPECT_EQ(copy.GetInt32("small"), -1);
   EXPECT_EQ(copy.GetString("bool"), "1");
-  EXPECT_EQ(copy.GetInt64("real"), std::numeric_limits<int64_t>::max());
-  EXPECT_EQ(copy.GetString("real"), "1.0e+20");
-  EXPECT_EQ(copy.GetDouble("text"), 2500);
-  EXPECT_EQ(copy.GetInt64("text"), 2);
   EXPECT_EQ(copy.GetInt64("bytes"), 12);
   EXPECT_TRUE(copy.IsNull("null") && copy.GetString("null").empty() && !copy.GetBoolean("null"));
 }

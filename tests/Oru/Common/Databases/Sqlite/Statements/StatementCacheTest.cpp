@@ -6,8 +6,6 @@
 #include <sqlite3.h>
 
 #include <memory>
-#include <random>
-#include <thread>
 
 namespace Oru::Common::Databases::Sqlite {
 
@@ -92,30 +90,6 @@ TEST_F(StatementCacheTest, DropsStatementsThatFailedAndRefusesThoseThatAreNotIts
   EXPECT_EQ(Take("SELECT nosuch FROM T"), nullptr);
   EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
   cache.Return(StatementHandle::Prepare(db.Handle(), "SELECT 1", false), true);
-  EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
-}
-
-TEST_F(StatementCacheTest, ServesSeveralThreadsWithinItsBound) {
-  const auto work = [this](unsigned seed) {
-    std::minstd_rand random(seed);
-    for (int i = 0; i < 3000; ++i) {
-      const int key = static_cast<int>(random() % 7);
-      auto statement =
-          Take("SELECT " + std::to_string(random() % 5) + ", k FROM T WHERE k = " + std::to_string(key));
-      ASSERT_NE(statement, nullptr);
-      const bool hasRow = sqlite3_step(statement->Handle()) == SQLITE_ROW;
-      ASSERT_EQ(hasRow, key == 1 || key == 2);
-      ASSERT_EQ(sqlite3_column_int(statement->Handle(), 1), hasRow ? key : 0);
-      cache.Return(std::move(statement), random() % 4 != 0);
-      if (i % 500 == 0) cache.Clear();
-    }
-  };
-  std::thread first(work, 1U), second(work, 2U);
-  work(3);
-  first.join();
-  second.join();
-  EXPECT_LE(cache.Count(), 3U);
-  cache.Clear();
   EXPECT_EQ(sqlite3_next_stmt(db.Handle(), nullptr), newestOfConnection);
 }
 
