@@ -1,7 +1,11 @@
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
+#include "Oru/DataModel/MediaAssets/TimeCodeString.h"
 #include "Oru/DataModel/MediaAssets/TimeCodeTable.h"
 #include "Oru/DataModel/MediaAssets/TrackLayout.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
+#include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
+#include "Oru/TimePoints/Core/Parsers/ClockTimeCodeParser.h"
 
 #include "support/Changes.h"
 #include "support/RandomAsset.h"
@@ -252,6 +256,89 @@ TEST(EntitiesTest, TheJumpInForceIsTheLastOneThatHasBegun) {
   EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(-1)), nullptr);
   for (const auto& [instant, sample] : {std::pair(0, 5), {99, 5}, {100, 105}, {101, 105}})
     EXPECT_EQ(table.JumpAt(TimePoint::FromNanoseconds(instant))->TimeCode().TotalSample(), sample);
+}
+
+TEST(EntitiesTest, TheClipIdIsMadeOfItsPartsAndThatOfAnglesHasNoCamera) {
+  DapOperatorMetadataProfile profile;
+  EXPECT_TRUE(profile.DapId().IsEmpty() && profile.UserTimecode().HasDate());
+  profile.ServerId(ZuServerId(110));
+  profile.Page(1);
+  profile.Bank(2);
+  profile.Row(3);
+  profile.Camera('D');
+  EXPECT_EQ(profile.DapId(), DapId(ZuServerId(110), 1, 2, 3, 'D'));
+  EXPECT_EQ(AnglesDapOperatorMetadataProfile(profile.DapId()).DapId(), DapId(ZuServerId(110), 1, 2, 3));
+  EXPECT_EQ(AnglesDapOperatorMetadataProfile(), AnglesDapOperatorMetadataProfile::Empty());
+  profile.Page(300);
+  EXPECT_THROW(profile.DapId(), std::invalid_argument);
+}
+
+// Every sequence of five calls of the setters, against the rule in words: protection from the interface
+// always brings protection for the user along, and only a user's own call takes that back, while the
+// interface's is off.
+TEST(EntitiesTest, ProtectionFlags) {
+  constexpr int calls = 5;
+  for (int sequence = 0; sequence < 1 << (2 * calls); ++sequence) {
+    DapOperatorMetadataProfile profile;
+    bool user = false, interface = false;
+    for (int call = 0; call < calls; ++call) {
+      const bool value = ((sequence >> (2 * call)) & 1) != 0;
+      if (((sequence >> (2 * call)) & 2) != 0) {
+        profile.DapUIProtected(value);
+        interface = value;
+        if (value) user = true;
+      } else {
+        profile.UserProtected(value);
+        if (value || !interface) user = value;
+      }
+      ASSERT_EQ(profile.IsUserProtected(), user) << sequence << ", call " << call;
+      ASSERT_EQ(profile.IsDapUiProtected(), interface) << sequence << ", call " << call;
+    }
+  }
+}
+
+TEST(EntitiesTest, KeywordsGrowByEmptyOnes) {
+  DapOperatorMetadataProfile profile;
+  profile.Keyword(2, "third");
+  EXPECT_THAT(profile.Keywords(), testing::ElementsAre("", "", "third"));
+  profile.Keyword(65535, "last");
+  EXPECT_THROW(profile.Keyword(65536, ""), std::out_of_range);
+  EXPECT_THROW(profile.Keywords(StringVector(65537)), std::out_of_range);
+  EXPECT_EQ(profile.Keywords().size(), 65536U);
+}
+
+// The formatter and the parser of time codes have tests of their own. They also take what isn't a time code alone.
+TEST(EntitiesTest, ATimeCodeStringIsTheTextOfAClock) {
+  TestSupport::RandomValues random(5);
+  for (const auto& [number, isDrop] : {std::pair(25, false), {30, true}, {50, false}, {60, true}}) {
+    const TimePoints::Rate rate(number, 1);
+    TimePoints::ClockTimeCodeParser parser(rate);
+    const auto midnight = TimePoints::TimeCodeBuilder().Rate(rate).IsDrop(isDrop).Build();
+    for (int i = 0; i < 1000; ++i) {
+      const auto timeCode = midnight.AddSample(random.Count() % (number * 86300));
+      EXPECT_EQ(TimeCodeString(timeCode).Value(), timeCode.ToString(TimePoints::ClockTimeCodeFormatter()));
+      EXPECT_EQ(TimeCodeString(timeCode).ToTimeCode(rate), timeCode) << TimeCodeString(timeCode).Value();
+    }
+  }
+  EXPECT_EQ(TimeCodeString("09:08:07:119").ToTimeCode(TimePoints::Rate(120, 1)).Sample(), 119);
+  const std::string refused[] = {"",
+                                 "10:00:00",
+                                 "10:00:00:",
+                                 "10:00:00:0",
+                                 "1:00:00:00",
+                                 "10;00:00:00",
+                                 "10:00:00:0 ",
+                                 "10:00:00:00:00",
+                                 "10:00:00.00",
+                                 "-1:00:00:00",
+                                 "10:00:00:-1",
+                                 "10:00:00:99999999999"};
+  for (const std::string& text : refused) {
+    EXPECT_EQ(TimeCodeString(text).Value(), text);
+    EXPECT_THROW(TimeCodeString(text).ToTimeCode(TimePoints::Rate(30, 1)), std::invalid_argument) << text;
+  }
+  for (const std::string text : {"24:00:00:00", "00:60:00:00", "00:00:00:30", "00:01:00;01"})
+    EXPECT_THROW(TimeCodeString(text).ToTimeCode(TimePoints::Rate(30, 1)), std::out_of_range) << text;
 }
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <thread>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -181,6 +182,38 @@ TEST_F(DatabaseSqliteTest, ExecutesTextsWhole) {
     EXPECT_FALSE(db.IsInTransaction()) << text;
     ASSERT_TRUE(db.ExecuteStatement("DELETE FROM A"));
   }
+}
+
+// SQLite knows which statements are kept.
+TEST_F(DatabaseSqliteTest, KeepsTheStatementsThatWereUsedLastWithoutTheirValues) {
+  const auto kept = [&] {
+    std::multiset<std::string> texts;
+    for (sqlite3_stmt* statement = nullptr; (statement = sqlite3_next_stmt(db.Handle(), statement));)
+      texts.insert(sqlite3_sql(statement));
+    return texts;
+  };
+  const std::string often = "SELECT ifnull(:a, 'nothing')",
+                    notKept[] = {"PRAGMA user_version", "SELECT 1; SELECT 2",
+                                 "SELECT 1" + std::string(100000, ' ')};
+  const auto number = [](int i) { return "SELECT " + std::to_string(i); };
+  const std::size_t before = kept().size();
+  {
+    CursorSqlite first(db, often), second(db, often);
+    EXPECT_TRUE(first.Bind("a", 5) && first.Step() && second.Step());
+    EXPECT_EQ(first.GetInt64(0), 5);
+    EXPECT_EQ(second.GetString(0), "nothing");
+  }
+  EXPECT_EQ(kept().count(often), 2U);
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_EQ(Value(db, often), "nothing");
+    EXPECT_EQ(Value(db, number(i)), std::to_string(i));
+  }
+  for (const std::string& text : notKept)
+    EXPECT_TRUE(db.ExecuteStatement(text));
+  EXPECT_FALSE(db.ExecuteStatement("SELECT abs(-9223372036854775807 - 1)"));
+  const auto texts = kept();
+  EXPECT_EQ(texts.size() - before, 256U);
+  EXPECT_TRUE(texts.count(often) == 2 && texts.count(number(999)) == 1 && texts.count(number(700)) == 0);
 }
 
 TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneBehindALostTransaction) {

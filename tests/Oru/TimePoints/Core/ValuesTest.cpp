@@ -1,0 +1,183 @@
+#include "Oru/TimePoints/Core/CalendarTools.h"
+#include "Oru/TimePoints/Core/Duration.h"
+#include "Oru/TimePoints/Core/Int128.h"
+#include "Oru/TimePoints/Core/Rate.h"
+#include "Oru/TimePoints/Core/RatedTimePoint.h"
+#include "Oru/TimePoints/Core/TimeBounds.h"
+#include "Oru/TimePoints/Core/TimePoint.h"
+#include "Oru/TimePoints/Core/VideoRates.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <limits>
+#include <random>
+#include <vector>
+
+// Instants, durations, rates, and the calendar.
+namespace Oru::TimePoints {
+namespace {
+
+constexpr int64_t lowest = std::numeric_limits<int64_t>::min();
+constexpr int64_t highest = std::numeric_limits<int64_t>::max();
+
+// Every day from 1677 to 2262, where time points and time codes live, against the C library's calendar.
+TEST(CalendarToolsTest, DaysAndDatesAgreeWithTheSystemsCalendar) {
+  for (int64_t day = -81500; day < 132600; ++day) {
+    const std::time_t midnight = (day - CalendarTools::UnixEpochDay) * 86400;
+    std::tm expected{};
+    gmtime_r(&midnight, &expected);
+    const CalendarDate date = CalendarTools::DateOfDay(day);
+    ASSERT_EQ(date.year, expected.tm_year + 1900) << day;
+    ASSERT_EQ(date.month, expected.tm_mon + 1) << day;
+    ASSERT_EQ(date.day, expected.tm_mday) << day;
+    ASSERT_EQ(CalendarTools::DaysSince1900(static_cast<int>(date.year), date.month, date.day), day);
+  }
+  EXPECT_GT(CalendarTools::DateOfDay(highest).year, 25252734927760000);
+  EXPECT_LT(CalendarTools::DateOfDay(lowest).year, -25252734927760000);
+  EXPECT_THROW(CalendarTools::DayPerMonth(2000, 0), std::out_of_range);
+  EXPECT_THROW(CalendarTools::DayPerMonth(2000, 13), std::out_of_range);
+}
+
+// Against wider integers. What doesn't fit throws and changes nothing.
+TEST(DurationTest, ArithmeticIsExactOrThrows) {
+  std::vector<int64_t> numbers = {lowest, lowest + 1, -1, 0, 1, 2, 86400000000001, highest - 1, highest};
+  std::mt19937_64 random(1970);
+  for (int shift = 0; shift < 63; ++shift)
+    numbers.push_back(static_cast<int64_t>(random()) >> shift);
+  const auto expect = [](auto compute, Int128 exact) {
+    if (exact >= lowest && exact <= highest) {
+      EXPECT_EQ(compute().ToNanoseconds(), static_cast<int64_t>(exact));
+    } else {
+      EXPECT_THROW(compute(), std::overflow_error);
+    }
+  };
+  for (const int64_t a : numbers) {
+    const Duration left = Duration::FromNanoseconds(a);
+    const TimePoint instant = TimePoint::FromNanoseconds(a);
+    expect([&] { return Duration::FromMilliseconds(a); }, Int128(a) * 1000000);
+    const int seconds = static_cast<int>(a);
+    expect([&] { return Duration::FromSeconds(seconds); }, Int128(seconds) * 1000000000);
+    expect([&] { return Duration::FromMinutes(seconds); }, Int128(seconds) * 60000000000);
+    EXPECT_THROW(left / 0, std::invalid_argument);
+    for (const int64_t b : numbers) {
+      const Duration right = Duration::FromNanoseconds(b);
+      expect([&] { return left + right; }, Int128(a) + b);
+      expect([&] { return left - right; }, Int128(a) - b);
+      expect([&] { return left * b; }, Int128(a) * b);
+      if (b != 0) expect([&] { return left / b; }, Int128(a) / b);
+      expect([&] { return instant + right; }, Int128(a) + b);
+      expect([&] { return instant - right; }, Int128(a) - b);
+      expect([&] { return instant - TimePoint::FromNanoseconds(b); }, Int128(a) - b);
+      EXPECT_EQ(left.CompareTo(right), a < b ? -1 : a > b ? 1 : 0);
+    }
+  }
+  Duration longest = Duration::MaxValue();
+  TimePoint last = TimePoint::MaxValue();
+  EXPECT_THROW(longest += Duration::FromNanoseconds(1), std::overflow_error);
+  EXPECT_THROW(longest *= 2, std::overflow_error);
+  EXPECT_THROW(last += Duration::FromNanoseconds(1), std::overflow_error);
+  EXPECT_TRUE(longest == Duration::MaxValue() && last == TimePoint::MaxValue());
+}
+
+TEST(TimePointTest, DefaultsAreUnsetAndEqualityTakesEveryField) {
+  const TimePoint ten = TimePoint::FromNanoseconds(10), twelve = TimePoint::FromNanoseconds(12);
+  EXPECT_EQ(TimePoint(), TimePoint::MinValue() + Duration::FromNanoseconds(1));
+  EXPECT_EQ(TimeBoundary().TimePoint(), TimePoint());
+  EXPECT_EQ(TimeBounds(), TimeBounds(TimeBoundary(), TimeBoundary()));
+  EXPECT_NE(TimeBoundary(TimePoint::Empty(), true), TimeBoundary());
+  EXPECT_NE(TimeBounds(ten, TimeBoundary()), TimeBounds(TimeBoundary(), ten));
+  EXPECT_NE(TimeBounds(ten, TimeBoundary(ten, true)), TimeBounds(ten, ten));
+  EXPECT_EQ(TimeBounds(twelve, TimeBoundary(ten, true)).Duration(), Duration::FromNanoseconds(-2));
+  EXPECT_EQ(TimeBounds(TimeBoundary(), ten).Duration(), Duration::Empty());
+  EXPECT_EQ(TimeBounds(ten, TimeBoundary()).Duration(), Duration::Empty());
+  EXPECT_THROW(TimeBounds(TimePoint::MinValue(), ten).Duration(), std::overflow_error);
+}
+
+// The first nanosecond of a sample belongs to it, and the one before to the sample before.
+TEST(TimePointTest, SampleNumbersGoThereAndBack) {
+  const Rate rates[] = {VideoRates::Rate2398(), VideoRates::Rate50(), VideoRates::Rate11988(), Rate(48000, 1),
+                        Rate(999999937, 1),     Rate(1000000000, 1),  Rate(1, 3600),           Rate(-25, -1)};
+  std::mt19937_64 random(4711);
+  for (const Rate& rate : rates) {
+    const int64_t first = TimePoint::MinValue().GetSampleNumber(rate) + 1;
+    const int64_t last = TimePoint::MaxValue().GetSampleNumber(rate);
+    std::vector<int64_t> numbers = {first, last};
+    for (int64_t near = -1000; near < 1000; ++near)
+      numbers.push_back(near);
+    std::uniform_int_distribution<int64_t> anywhere(first, last);
+    for (int i = 0; i < 1000; ++i)
+      numbers.push_back(anywhere(random));
+    for (const int64_t number : numbers) {
+      const TimePoint start = TimePoint::FromSampleNumber(rate, number);
+      const TimePoint before = start - Duration::FromNanoseconds(1);
+      ASSERT_EQ(start.GetSampleNumber(rate), number) << rate.ToString();
+      ASSERT_EQ(before.GetSampleNumber(rate), number - 1) << rate.ToString();
+      if (number <= first) continue;
+      const RatedTimePoint aligned = before.AlignWith(rate);
+      ASSERT_EQ(aligned.SampleNumber(), number - 1);
+      ASSERT_EQ(aligned.TimePoint() + aligned.Delta(), before);
+      ASSERT_EQ((aligned + 1) - aligned, 1);
+      ASSERT_EQ((aligned + 1) - 1, aligned);
+    }
+  }
+}
+
+TEST(TimePointTest, RatesThatCountNothingOrTooMuchAreRefused) {
+  const TimePoint epoch = TimePoint::FromNanoseconds(0);
+  for (const Rate& rate : {Rate(), Rate(-25, 1), Rate(25, -1), Rate(25, 0)}) {
+    EXPECT_THROW(epoch.GetSampleNumber(rate), std::invalid_argument) << rate.ToString();
+    EXPECT_THROW(epoch.AlignWith(rate), std::invalid_argument) << rate.ToString();
+    EXPECT_THROW(TimePoint::FromSampleNumber(rate, 0), std::invalid_argument) << rate.ToString();
+  }
+  EXPECT_THROW(TimePoint::MaxValue().GetSampleNumber(Rate(2000000000, 1)), std::overflow_error);
+  EXPECT_THROW(TimePoint::FromSampleNumber(Rate(-1, lowest), lowest), std::overflow_error);
+  EXPECT_EQ(TimePoint::MaxValue().GetSampleNumber(VideoRates::Rate50()), 461168601842);
+  EXPECT_THROW(TimePoint::FromSampleNumber(VideoRates::Rate50(), 461168601843), std::overflow_error);
+  EXPECT_EQ(TimePoint::MinValue().GetSampleNumber(Rate(lowest, lowest)), -9223372037);
+  EXPECT_THROW(TimePoint::MinValue().AlignWith(VideoRates::Rate25()), std::overflow_error);
+  EXPECT_THROW(RatedTimePoint(epoch + Duration::FromNanoseconds(1), VideoRates::Rate25(), epoch),
+               std::invalid_argument);
+  EXPECT_NE(epoch.AlignWith(VideoRates::Rate25()),
+            (epoch + Duration::FromNanoseconds(1)).AlignWith(VideoRates::Rate25()));
+  EXPECT_THROW(RatedTimePoint().SampleNumber(), std::invalid_argument);
+  EXPECT_THROW(RatedTimePoint(1, Rate(50, 1)) - RatedTimePoint(1, Rate(100, 2)), std::invalid_argument);
+}
+
+TEST(RateTest, KeepsItsNumbersAndIsOrderedByTheRatio) {
+  EXPECT_NE(Rate(100, 2), Rate(50, 1));
+  EXPECT_NE(Rate(50, 1), Rate(50, 2));
+  EXPECT_EQ(Rate(), Rate(0, 1));
+  EXPECT_EQ(Rate(25, 0).ToString(), "25/0");
+  EXPECT_THROW(Rate(25, 0).CompareTo(Rate(25, 1)), std::invalid_argument);
+  EXPECT_THROW(Rate(25, 1).CompareTo(Rate(25, 0)), std::invalid_argument);
+  const struct {
+    Rate left, right;
+    int order;
+  } cases[] = {
+      {Rate(100, 2), Rate(50, 1), 0},
+      {VideoRates::Rate2997(), VideoRates::Rate30(), -1},
+      {Rate(-1, 3), Rate(1, -3), 0},
+      {Rate(1, -3), Rate(0, 1), -1},
+      {Rate(-1, -3), Rate(0, -1), 1},
+      {Rate(lowest, 1), Rate(highest, 1), -1},
+      {Rate(highest, highest - 1), Rate(highest - 1, highest - 2), -1},
+  };
+  for (const auto& [left, right, order] : cases) {
+    EXPECT_EQ(left.CompareTo(right), order) << left.ToString() << " " << right.ToString();
+    EXPECT_EQ(right.CompareTo(left), -order) << right.ToString() << " " << left.ToString();
+  }
+}
+
+TEST(RateTest, ReducedGivesLowestTermsOverAPositiveDenominator) {
+  EXPECT_EQ(Rate(60000, 2002).Reduced(), VideoRates::Rate2997());
+  EXPECT_EQ(Rate(3, -6).Reduced(), Rate(-1, 2));
+  EXPECT_EQ(Rate(0, -9).Reduced(), Rate());
+  EXPECT_EQ(Rate(lowest, lowest).Reduced(), Rate(1, 1));
+  EXPECT_THROW(Rate(lowest, -1).Reduced(), std::overflow_error);
+  EXPECT_THROW(Rate(1, lowest).Reduced(), std::overflow_error);
+  EXPECT_THROW(Rate(25, 0).Reduced(), std::invalid_argument);
+}
+
+}  // namespace
+}  // namespace Oru::TimePoints
