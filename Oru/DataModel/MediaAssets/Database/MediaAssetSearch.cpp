@@ -49,7 +49,8 @@ MediaAssetSearch& MediaAssetSearch::OnPlace(const std::string& column, int place
   if (place == DapId::Unset) return Add(Subject::MissingProfile, SearchColumns::HasGridPlace(column));
   // A number off the grid counts as not set when it is read.
   if (!SearchColumns::IsGridPlace(place)) return Add(Subject::Key, " IS NULL");
-  return Add(Subject::Profile, column + " = ?", {int64_t{place}});
+  // Or SQLite would rather look at all clips of a server, which their index has in the order of the keys.
+  return Add(Subject::Profile, "unlikely(" + column + " = ?)", {int64_t{place}});
 }
 
 MediaAssetSearch& MediaAssetSearch::OnPage(int page) {

@@ -187,6 +187,11 @@ TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
         }
       }));
     }
+    names.emplace_back("at a place");
+    all.push_back(StepsOf([&] {
+      auto search = MediaAssetSearch().OnServer(ZuServerId(100)).OnPage(1).OnBank(2).OnRow(3);
+      EXPECT_EQ(repository.Find(search.Limit(50)).total, 0);
+    }));
     for (const auto order :
          {MediaAssetOrder::Duration, MediaAssetOrder::Place, MediaAssetOrder::ModificationDate}) {
       for (const auto direction : {Direction::Ascending, Direction::Descending}) {
