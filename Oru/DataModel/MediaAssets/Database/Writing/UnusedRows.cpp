@@ -118,10 +118,13 @@ UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
 }
 
 // Every link refers to a row, as foreign keys are enforced: when as many rows are linked as there are, all
-// are. Counting them takes a quarter of the time of looking for each row's link.
+// are. Counting them takes a quarter of the time of looking for each row's link. There are no more rows than
+// numbers from the lowest key to the highest, so the rows are counted only where numbers are missing.
 bool UnusedRows::AreAllLinked() {
-  Sqlite::CursorSqlite cursor(database, "SELECT (SELECT count(*) FROM " + table +
-                                            ") = (SELECT count(DISTINCT " + column + ") FROM " + link + ")");
+  Sqlite::CursorSqlite cursor(
+      database, "SELECT CASE WHEN linked = (SELECT max(key) FROM " + table + ") - (SELECT min(key) FROM " +
+                    table + ") + 1 THEN 1 ELSE linked = (SELECT count(*) FROM " + table +
+                    ") END FROM (SELECT count(DISTINCT " + column + ") AS linked FROM " + link + ")");
   return cursor.Step() && cursor.GetBoolean(0);
 }
 
