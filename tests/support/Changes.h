@@ -32,7 +32,7 @@ void ExpectEachChangeCounts(const T& original, const Changes<T>& changes) {
 
 /// The same with random values for each field of a list, which may be that of a base class.
 template <class T, class Base = T>
-void ExpectEveryFieldCounts(const T& original, const Fields<Base>& fields = FieldsOf<Base>()) {
+void ExpectEveryFieldCounts(const T& original, const Fields<Base>& fields = fieldsOf<Base>) {
   RandomValues random(4711);
   Changes<T> changes;
   for (const auto& set : fields) {

@@ -7,41 +7,33 @@
 
 namespace Oru::TestSupport {
 
-template <>
-inline const Fields<BusinessEntityModel::Edits::DapOperatorTimecodeRegen>& FieldsOf() {
-  using Regen = BusinessEntityModel::Edits::DapOperatorTimecodeRegen;
-  static const Fields<Regen> fields = {
-      [](auto& e, auto& r) { e.ContinueIn(r.template Any<Regen::Continuity>()); },
-      [](auto& e, auto& r) { e.From(r.template Any<Regen::Reference>()); },
-      [](auto& e, auto& r) { e.TimecodeRef(r.TimeCode()); },
-      [](auto& e, auto& r) { e.In(r.template Any<Regen::Output>()); },
-  };
-  return fields;
-}
+namespace Edits = BusinessEntityModel::Edits;
 
 template <>
-inline const Fields<BusinessEntityModel::Edits::DapOperatorMetadataProfile>& FieldsOf() {
-  using namespace BusinessEntityModel::Edits;
-  static const Fields<DapOperatorMetadataProfile> fields = {
-      [](auto& e, auto& r) {
-        e.ServerId(DataModel::MediaAssets::ZuServerId(10 * (1 + r.Count() % 214748364)));
-      },
-      [](auto& e, auto& r) { e.Page(r.Int32()); },
-      [](auto& e, auto& r) { e.Bank(r.Int32()); },
-      [](auto& e, auto& r) { e.Row(r.Int32()); },
-      [](auto& e, auto& r) { e.UmId(r.Text()); },
-      [](auto& e, auto& r) { e.VarId(r.Text()); },
-      [](auto& e, auto& r) { e.VideoElementsCount(r.Int32()); },
-      [](auto& e, auto& r) { e.ArchiveStatus(r.template Any<DataModel::MediaAssets::ArchiveStatus>()); },
-      [](auto& e, auto& r) {
-        DapOperatorTimecodeRegen regen;
-        regen.TimecodeRef(r.TimeCode());
-        SetFields(regen, r);
-        e.TimecodeRegen(regen);
-      },
-  };
-  return fields;
-}
+inline const Fields<Edits::DapOperatorTimecodeRegen> fieldsOf<Edits::DapOperatorTimecodeRegen> = {
+    [](auto& e, auto& r) { e.ContinueIn(r.template Any<Edits::DapOperatorTimecodeRegen::Continuity>()); },
+    [](auto& e, auto& r) { e.From(r.template Any<Edits::DapOperatorTimecodeRegen::Reference>()); },
+    [](auto& e, auto& r) { e.TimecodeRef(r.TimeCode()); },
+    [](auto& e, auto& r) { e.In(r.template Any<Edits::DapOperatorTimecodeRegen::Output>()); },
+};
+
+template <>
+inline const Fields<Edits::DapOperatorMetadataProfile> fieldsOf<Edits::DapOperatorMetadataProfile> = {
+    [](auto& e, auto& r) { e.ServerId(ZuServerId(10 * (1 + r.Count() % 214748364))); },
+    [](auto& e, auto& r) { e.Page(r.Int32()); },
+    [](auto& e, auto& r) { e.Bank(r.Int32()); },
+    [](auto& e, auto& r) { e.Row(r.Int32()); },
+    [](auto& e, auto& r) { e.UmId(r.Text()); },
+    [](auto& e, auto& r) { e.VarId(r.Text()); },
+    [](auto& e, auto& r) { e.VideoElementsCount(r.Int32()); },
+    [](auto& e, auto& r) { e.ArchiveStatus(r.template Any<ArchiveStatus>()); },
+    [](auto& e, auto& r) {
+      Edits::DapOperatorTimecodeRegen regen;
+      regen.TimecodeRef(r.TimeCode());
+      SetFields(regen, r);
+      e.TimecodeRegen(regen);
+    },
+};
 
 /// What edits and sequences have in common. The operator's profile stays.
 template <class T>
@@ -53,8 +45,7 @@ Fields<T> FieldsOfEditsAndSequences() {
       [](auto& e, auto& r) { e.ModificationDate(r.Int64()); },
       [](auto& e, auto& r) { e.ModificationOwner(r.Text()); },
       [](auto& e, auto& r) {
-        using BusinessEntityModel::Edits::DapOperatorMetadataProfile;
-        const auto profile = e.Metadata().template Get<DapOperatorMetadataProfile>();
+        const auto profile = e.Metadata().template Get<Edits::DapOperatorMetadataProfile>();
         r.Fill(e.Metadata());
         if (profile) e.Metadata().Set(profile);
       },
@@ -62,31 +53,24 @@ Fields<T> FieldsOfEditsAndSequences() {
 }
 
 template <>
-inline const Fields<BusinessEntityModel::Edits::Edit>& FieldsOf() {
-  static const auto fields = FieldsOfEditsAndSequences<BusinessEntityModel::Edits::Edit>();
-  return fields;
-}
+inline const Fields<Edits::Edit> fieldsOf<Edits::Edit> = FieldsOfEditsAndSequences<Edits::Edit>();
 
 template <>
-inline const Fields<BusinessEntityModel::Edits::Sequence>& FieldsOf() {
-  using namespace BusinessEntityModel::Edits;
-  static const auto fields = [] {
-    auto all = FieldsOfEditsAndSequences<Sequence>();
-    all.insert(all.end(),
-               {[](auto& e, auto& r) { e.Version(r.Int32()); },
-                [](auto& e, auto& r) { e.SetTimePoint(TimePoints::TimePoint::FromNanoseconds(r.Int64())); },
-                [](auto& e, auto& r) {
-                  e.Duration(SequenceDuration(TimePoints::Duration::FromNanoseconds(r.Int64())));
-                },
-                [](auto& e, auto& r) {
-                  const auto profile = std::make_shared<DapOperatorMetadataProfile>();
-                  profile->ServerId(DataModel::MediaAssets::ZuServerId(10));
-                  SetFields(*profile, r);
-                  e.Metadata().Set(profile);
-                }});
-    return all;
-  }();
-  return fields;
-}
+inline const Fields<Edits::Sequence> fieldsOf<Edits::Sequence> = [] {
+  auto all = FieldsOfEditsAndSequences<Edits::Sequence>();
+  all.insert(all.end(),
+             {[](auto& e, auto& r) { e.Version(r.Int32()); },
+              [](auto& e, auto& r) { e.SetTimePoint(TimePoints::TimePoint::FromNanoseconds(r.Int64())); },
+              [](auto& e, auto& r) {
+                e.Duration(Edits::SequenceDuration(TimePoints::Duration::FromNanoseconds(r.Int64())));
+              },
+              [](auto& e, auto& r) {
+                const auto profile = std::make_shared<Edits::DapOperatorMetadataProfile>();
+                profile->ServerId(ZuServerId(10));
+                SetFields(*profile, r);
+                e.Metadata().Set(profile);
+              }});
+  return all;
+}();
 
 }  // namespace Oru::TestSupport

@@ -74,7 +74,8 @@ class RandomValues {
 
   TimePoints::TimeCode TimeCode() {
     TimePoints::TimeCodeBuilder builder;
-    builder.Year(1900).Rate(Chance(2) ? TimePoints::Rate(50, 1) : TimePoints::Rate(60, 1));
+    const bool isSixty = Chance(2);
+    builder.Year(1900).Rate(TimePoints::Rate(isSixty ? 60 : 50, 1)).IsDrop(isSixty && Chance(2));
     return builder.Build().AddSample(Int64() & std::numeric_limits<int64_t>::max());
   }
 

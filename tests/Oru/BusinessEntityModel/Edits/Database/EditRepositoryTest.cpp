@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -151,49 +150,34 @@ TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
   // One of no edit is free to be taken up.
   Sequence loose(SequenceId("loose"));
   ASSERT_TRUE(database.GetSequenceTable().Save(loose));
-  const auto ofAssets = std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>();
-  const auto named = std::make_shared<GenericMetadataProfile>("oru.dapoperator");
+  using Profile = std::shared_ptr<MetadataProfile>;
+  const Profile ofAssets = std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>();
+  const Profile named = std::make_shared<GenericMetadataProfile>("oru.dapoperator");
+  const Profile without = std::make_shared<DapOperatorMetadataProfile>();
+  DapOperatorTimecodeRegen settings;
+  settings.TimecodeRef(TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build());
+  const auto negative = OnServer(10);
+  negative->TimecodeRegen(Optional(settings));
+  const std::string noTable = "e: there is no table for the metadata profile oru.dapoperator of ";
   const struct {
-    const char *id, *reason;
+    std::string id, reason;
     std::vector<std::string> sequences;
-    std::function<void(Edit&)> change;
+    Profile ofSequence, ofEdit;
   } cases[] = {
-      {"", "the edit has no identifier", {}, {}},
-      {"e", "e: a sequence has no identifier", {"1", ""}, {}},
-      {"e", "e: sequence 1 is there twice", {"1", "2", "1"}, {}},
-      {"e", "e: sequence taken belongs to edit other", {"loose", "taken"}, {}},
-      {"e",
-       "e: the operator's profile of sequence 1 has no server",
-       {"1"},
-       [&](Edit& edit) {
-         edit.Sequences()[0].Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
-       }},
-      {"e",
-       "e: the time code of sequence 1 has the negative count -1",
-       {"1"},
-       [&](Edit& edit) {
-         DapOperatorTimecodeRegen settings;
-         settings.TimecodeRef(TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build());
-         const auto profile = OnServer(10);
-         profile->TimecodeRegen(Optional(settings));
-         edit.Sequences()[0].Metadata().Set(profile);
-       }},
-      {"e",
-       "e: there is no table for the metadata profile oru.dapoperator of sequence 1",
-       {"1"},
-       [&](Edit& edit) { edit.Sequences()[0].Metadata().Set(ofAssets); }},
-      {"e",
-       "e: there is no table for the metadata profile oru.dapoperator of sequence 1",
-       {"1"},
-       [&](Edit& edit) { edit.Sequences()[0].Metadata().Set(named); }},
-      {"e",
-       "e: there is no table for the metadata profile oru.dapoperator of the edit",
-       {},
-       [&](Edit& edit) { edit.Metadata().Set(OnServer(10)); }},
+      {"", "the edit has no identifier", {}, {}, {}},
+      {"e", "e: a sequence has no identifier", {"1", ""}, {}, {}},
+      {"e", "e: sequence 1 is there twice", {"1", "2", "1"}, {}, {}},
+      {"e", "e: sequence taken belongs to edit other", {"loose", "taken"}, {}, {}},
+      {"e", "e: the operator's profile of sequence 1 has no server", {"1"}, without, {}},
+      {"e", "e: the time code of sequence 1 has the negative count -1", {"1"}, negative, {}},
+      {"e", noTable + "sequence 1", {"1"}, ofAssets, {}},
+      {"e", noTable + "sequence 1", {"1"}, named, {}},
+      {"e", noTable + "the edit", {}, {}, OnServer(10)},
   };
-  for (const auto& [id, reason, sequences, change] : cases) {
-    Edit edit = WithSequences(id, sequences);
-    if (change) change(edit);
+  for (const auto& [id, reason, ids, ofSequence, ofEdit] : cases) {
+    Edit edit = WithSequences(id, ids);
+    if (ofSequence) edit.Sequences()[0].Metadata().Set(ofSequence);
+    if (ofEdit) edit.Metadata().Set(ofEdit);
     EXPECT_THAT([&] { repository.Put(edit); }, testing::ThrowsMessage<NotStoredException>(reason));
   }
   EXPECT_EQ(Value("SELECT group_concat(id || ifnull(editRef, '')) FROM Sequence"), "taken1,loose");

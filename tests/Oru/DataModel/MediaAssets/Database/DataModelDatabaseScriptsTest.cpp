@@ -39,20 +39,6 @@ TEST_F(DataModelDatabaseScriptsTest, TheSchemaIsThatOfStoredFiles) {
   EXPECT_EQ(Value(database, "PRAGMA foreign_keys"), "1");
 }
 
-TEST_F(DataModelDatabaseScriptsTest, TheFullTextIndexFollowsItsTable) {
-  const auto found = [&](const std::string& term) {
-    return Value(database,
-                 "SELECT group_concat(rowid) FROM MediaAssetFts WHERE MediaAssetFts MATCH '" + term + "'");
-  };
-  ASSERT_TRUE(
-      database.ExecuteStatement("INSERT INTO MediaAsset(key, name, description) VALUES"
-                                "(7, 'Opening', 'fireworks'), (8, 'Closing', 'fireworks');"
-                                "UPDATE MediaAsset SET name = 'Second half' WHERE key = 7"));
-  EXPECT_EQ(found("fireworks") + found("opening") + found("half"), "7,87");
-  ASSERT_TRUE(database.ExecuteStatement("DELETE FROM MediaAsset WHERE key = 7"));
-  EXPECT_EQ(found("fireworks"), "8");
-}
-
 TEST_F(DataModelDatabaseScriptsTest, EveryReadByOwnerGoesThroughAnIndex) {
   const auto keys = Column(database,
                            "SELECT m.name || ' WHERE ' || f.\"from\" FROM sqlite_master m, "

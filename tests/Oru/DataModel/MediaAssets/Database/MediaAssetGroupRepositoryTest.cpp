@@ -12,13 +12,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace Common::Databases;
 using namespace Common::Databases::Sqlite;
-using Identity = AnglesDapOperatorMetadataProfile;
 
 class MediaAssetGroupRepositoryTest : public TestSupport::OpenDatabase {};
 
@@ -28,11 +29,8 @@ TEST_F(MediaAssetGroupRepositoryTest, WhatCantBeStoredIsRefusedByName) {
   MediaAssetGroupRepository repository(database);
   AnglesMediaAssetGroup stored = TestSupport::MakeGroup("stored", {"a"});
   repository.Put(stored);
-  const auto setItems = [](MediaAssetGroup& group, const std::vector<std::string>& clips) {
-    group.Items() = TestSupport::MakeGroup("", clips).Items();
-  };
   const auto identity = [](int page, int bank, int clip) {
-    auto made = std::make_shared<Identity>();
+    auto made = std::make_shared<AnglesDapOperatorMetadataProfile>();
     made->Page(page);
     made->Bank(bank);
     made->Clip(clip);
@@ -43,34 +41,30 @@ TEST_F(MediaAssetGroupRepositoryTest, WhatCantBeStoredIsRefusedByName) {
   const struct {
     const char *id, *reason;
     bool isMultiAngle;
-    std::function<void(MediaAssetGroup&)> change;
+    std::vector<std::string> clips;
+    std::shared_ptr<BusinessEntityModel::BaseTypes::MetadataProfile> profile;
   } cases[] = {
-      {"", "the group has no identifier", true, [](MediaAssetGroup&) {}},
-      {"g", "g: item 1 refers to asset gone, which isn't stored", false,
-       [&](MediaAssetGroup& group) {
-         setItems(group, {"a", "gone"});
-       }},
-      {"g", "g: item 0 refers to asset , which isn't stored", true,
-       [&](MediaAssetGroup& group) { setItems(group, {""}); }},
-      {"g", "g: item 0 is a null pointer", true, [](MediaAssetGroup& group) { group.Items() = {nullptr}; }},
-      {"stored", "stored: a multi-angle group of that identifier is stored, and this is a plain one", false,
-       [](MediaAssetGroup&) {}},
-      {"g", "g: there is no table for the metadata profile notes", true,
-       [&](MediaAssetGroup& group) { group.Metadata().Set(generic); }},
-      {"g", "g: there is no table for the metadata profile oru.dapoperator", false,
-       [&](MediaAssetGroup& group) { group.Metadata().Set(identity(1, 1, 1)); }},
-      {"g", "g: page 10 is off the range from 0 to 9", true,
-       [&](MediaAssetGroup& group) { group.Metadata().Set(identity(10, 1, 1)); }},
-      {"g", "g: bank -1 is off the range from 0 to 9", true,
-       [&](MediaAssetGroup& group) { group.Metadata().Set(identity(1, -1, 1)); }},
-      {"g", "g: clip 256 is off the range from 0 to 9", true,
-       [&](MediaAssetGroup& group) { group.Metadata().Set(identity(1, 1, 256)); }},
+      {"", "the group has no identifier", true, {}, {}},
+      {"g", "g: item 1 refers to asset gone, which isn't stored", false, {"a", "gone"}, {}},
+      {"g", "g: item 0 refers to asset , which isn't stored", true, {""}, {}},
+      {"g", "g: item 0 is a null pointer", true, {"null"}, {}},
+      {"stored",
+       "stored: a multi-angle group of that identifier is stored, and this is a plain one",
+       false,
+       {},
+       {}},
+      {"g", "g: there is no table for the metadata profile notes", true, {}, generic},
+      {"g", "g: there is no table for the metadata profile oru.dapoperator", false, {}, identity(1, 1, 1)},
+      {"g", "g: page 10 is off the range from 0 to 9", true, {}, identity(10, 1, 1)},
+      {"g", "g: bank -1 is off the range from 0 to 9", true, {}, identity(1, -1, 1)},
+      {"g", "g: clip 256 is off the range from 0 to 9", true, {}, identity(1, 1, 256)},
   };
-  for (const auto& [id, reason, isMultiAngle, change] : cases) {
-    MediaAssetGroup plain(MediaAssetGroupId(id), "name");
-    AnglesMediaAssetGroup multiAngle(MediaAssetGroupId(id), "name");
+  for (const auto& [id, reason, isMultiAngle, clips, profile] : cases) {
+    AnglesMediaAssetGroup multiAngle = TestSupport::MakeGroup(id, clips);
+    if (clips == std::vector<std::string>{"null"}) multiAngle.Items() = {nullptr};
+    if (profile) multiAngle.Metadata().Set(profile);
+    MediaAssetGroup plain = multiAngle;
     MediaAssetGroup& group = isMultiAngle ? multiAngle : plain;
-    change(group);
     EXPECT_THAT([&] { repository.Put(group); }, testing::ThrowsMessage<NotStoredException>(reason));
     EXPECT_EQ(group.ObjectId(), -1);
   }

@@ -36,18 +36,10 @@ using Common::Databases::InvalidOperationException;
 using Common::Databases::Sqlite::ReadGuard;
 using Common::Databases::Sqlite::TransactionGuard;
 using testing::ElementsAre;
+using testing::ThrowsMessage;
 
 class MediaAssetRepositoryTest : public OpenDatabase {
  protected:
-  std::string ReasonOf(const std::function<void()>& operation) {
-    try {
-      operation();
-      return "none";
-    } catch (const NotStoredException& exception) {
-      return exception.what();
-    }
-  }
-
   MediaAssetRepository repository{database};
 };
 
@@ -133,138 +125,116 @@ TEST_F(MediaAssetRepositoryTest, AFileThatCantBeWrittenIsAnInvalidOperationWithA
 TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFileAsTheyWere) {
   MediaAsset other = MakeClip("other");
   repository.Put(other);
-  struct Case {
-    std::string reason;
-    std::function<void(MediaAsset&)> spoil;
+  struct Parts {
+    MediaAsset& clip;
+    MediaResource& resource = *clip.MediaResources().Front();
+    Stream& stream = *resource.Streams().front();
+    Track& track = *clip.Tracks().Front();
+    DapOperatorMetadataProfile& profile = clip.DapOperatorMetadata();
+
+    void Take(const char* id, int32_t essence, int32_t number) {
+      track.Channels().push_back(Channel(id, essence, number));
+    }
   };
-  const auto profile = [](MediaAsset& clip) -> DapOperatorMetadataProfile& {
-    return clip.DapOperatorMetadata();
-  };
-  const auto resource = [](MediaAsset& clip) { return clip.MediaResources().Front().Pointer(); };
-  const auto stream = [](MediaAsset& clip) {
-    return clip.MediaResources().Front()->Streams().front().Pointer();
-  };
-  const auto track = [](MediaAsset& clip) { return clip.Tracks().Front(); };
-  const auto generic = [](const char* name) { return std::make_shared<GenericMetadataProfile>(name); };
+  const auto named = std::make_shared<GenericMetadataProfile>("oru.dapoperator");
+  const auto ofOperator = std::make_shared<DapOperatorMetadataProfile>();
   const TimePoints::TimeCode negative = TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build();
-  const std::vector<Case> cases = {
-      {"the asset has no identifier", [](auto& clip) { clip.Id(Identifier()); }},
-      {"c: page 10 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Page(10); }},
-      {"c: bank -1 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Bank(-1); }},
-      {"c: row 256 is off the range from 0 to 9", [&](auto& clip) { profile(clip).Row(256); }},
-      {"c: camera 77 is none of the letters A to L", [&](auto& clip) { profile(clip).Camera('M'); }},
-      {"c: the user's time code has the negative count -1",
-       [&](auto& clip) { profile(clip).UserTimecode(negative); }},
-      {"c: the time code of the time of day has the negative count -1",
-       [&](auto& clip) { profile(clip).TodTimecode(negative); }},
-      {"c: there is no table for the metadata profile oru.dapoperator of the asset",
-       [&](auto& clip) { clip.Metadata().Set(generic("oru.dapoperator")); }},
-      {"c: there is no table for the metadata profile oru.dapoperator of annotation 0",
-       [&](auto& clip) {
-         clip.Annotations()[0]->Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
+  const std::string noTable = "there is no table for the metadata profile oru.dapoperator of ";
+  const std::string taken = "stream other/resource/stream";
+  const std::pair<std::string, std::function<void(Parts)>> cases[] = {
+      {"page 10 is off the range from 0 to 9", [](Parts of) { of.profile.Page(10); }},
+      {"bank -1 is off the range from 0 to 9", [](Parts of) { of.profile.Bank(-1); }},
+      {"row 256 is off the range from 0 to 9", [](Parts of) { of.profile.Row(256); }},
+      {"camera 77 is none of the letters A to L", [](Parts of) { of.profile.Camera('M'); }},
+      {"the user's time code has the negative count -1",
+       [&](Parts of) { of.profile.UserTimecode(negative); }},
+      {"the time code of the time of day has the negative count -1",
+       [&](Parts of) { of.profile.TodTimecode(negative); }},
+      {noTable + "the asset", [&](Parts of) { of.clip.Metadata().Set(named); }},
+      {noTable + "annotation 0", [&](Parts of) { of.clip.Annotations()[0]->Metadata().Set(ofOperator); }},
+      {noTable + "resource c/resource", [&](Parts of) { of.resource.Metadata()->Set(named); }},
+      {"a resource has no identifier", [](Parts of) { of.clip.MediaResources().Insert(Identifier()); }},
+      {"a stream has no identifier", [](Parts of) { of.stream.Id(Identifier()); }},
+      {"a track has no identifier", [](Parts of) { of.track.Id(Identifier()); }},
+      {"stream c/resource/stream is there twice",
+       [](Parts of) { of.resource.Add(Identifier("c/resource/stream")); }},
+      {"track c/track is there twice",
+       [](Parts of) { of.clip.Tracks().Insert(std::make_shared<Track>(TrackId("c/track"), "again")); }},
+      {"resource c/resource is there twice",
+       [](Parts of) {
+         of.clip.MediaResources().Insert(MakeResource("x"));
+         of.clip.MediaResources().Back()->Id(Identifier("c/resource"));
        }},
-      {"c: there is no table for the metadata profile oru.dapoperator of resource c/resource",
-       [&](auto& clip) { resource(clip)->Metadata()->Set(generic("oru.dapoperator")); }},
-      {"c: a resource has no identifier", [](auto& clip) { clip.MediaResources().Insert(Identifier()); }},
-      {"c: a stream has no identifier", [&](auto& clip) { stream(clip)->Id(Identifier()); }},
-      {"c: a track has no identifier", [&](auto& clip) { track(clip)->Id(Identifier()); }},
-      {"c: stream c/resource/stream is there twice",
-       [&](auto& clip) { resource(clip)->Add(Identifier("c/resource/stream")); }},
-      {"c: track c/track is there twice",
-       [](auto& clip) { clip.Tracks().Insert(std::make_shared<Track>(TrackId("c/track"), "again")); }},
-      {"c: resource c/resource is there twice",
-       [](auto& clip) {
-         clip.MediaResources().Insert(MakeResource("x"));
-         clip.MediaResources().Back()->Id(Identifier("c/resource"));
-       }},
-      {"c: it refers to resource none, which isn't stored",
-       [](auto& clip) { clip.MediaResources().Insert(Identifier("none")); }},
-      {"c: resource c/resource refers to stream none, which isn't stored",
-       [&](auto& clip) { resource(clip)->Add(Identifier("none")); }},
-      {"c: resource c/resource refers to stream other/resource/stream, which belongs to resource "
-       "other/resource",
-       [&](auto& clip) { resource(clip)->Add(Identifier("other/resource/stream")); }},
-      {"c: stream other/resource/stream belongs to resource other/resource",
-       [&](auto& clip) {
-         resource(clip)->Adopt(std::make_unique<Stream>(StreamId("other/resource/stream")));
-       }},
-      {"c: essence 1 of stream c/resource/stream has the number 7",
-       [&](auto& clip) { stream(clip)->Essences()[1].Nr(7); }},
-      {"c: essence 1 of stream c/resource/stream has -2 channels",
-       [&](auto& clip) { stream(clip)->Essences()[1].ChannelCount(-2); }},
-      {"c: track c/track refers to essence 3 of stream c/resource/stream, which isn't stored",
-       [&](auto& clip) { track(clip)->Channels().push_back(Channel("c/resource/stream", 3, 0)); }},
-      {"c: track c/track refers to essence 0 of stream none, which isn't stored",
-       [&](auto& clip) { track(clip)->Channels().push_back(Channel("none", 0, 0)); }},
-      {"c: track c/track takes channel 1 of essence 1 of stream c/resource/stream twice",
-       [&](auto& clip) { track(clip)->Channels().push_back(Channel("c/resource/stream", 1, 1)); }},
-      {"c: track c/track takes channel -1 of essence 0 of stream c/resource/stream, which can't be",
-       [&](auto& clip) { track(clip)->Channels().push_back(Channel("c/resource/stream", 0, -1)); }},
-      {"c: a channel of track c/track is a null pointer",
-       [&](auto& clip) { track(clip)->Channels().push_back(nullptr); }},
-      {"c: annotation 1 is a null pointer", [](auto& clip) { clip.Annotations().push_back(nullptr); }},
-      {"c: UNIQUE constraint failed: TimeBoundsMediaAsset.foreignKey, TimeBoundsMediaAsset.inBoundary, "
+      {"it refers to resource none, which isn't stored",
+       [](Parts of) { of.clip.MediaResources().Insert(Identifier("none")); }},
+      {"resource c/resource refers to stream none, which isn't stored",
+       [](Parts of) { of.resource.Add(Identifier("none")); }},
+      {"resource c/resource refers to " + taken + ", which belongs to resource other/resource",
+       [](Parts of) { of.resource.Add(Identifier("other/resource/stream")); }},
+      {taken + " belongs to resource other/resource",
+       [](Parts of) { of.resource.Adopt(std::make_unique<Stream>(StreamId("other/resource/stream"))); }},
+      {"essence 1 of stream c/resource/stream has the number 7",
+       [](Parts of) { of.stream.Essences()[1].Nr(7); }},
+      {"essence 1 of stream c/resource/stream has -2 channels",
+       [](Parts of) { of.stream.Essences()[1].ChannelCount(-2); }},
+      {"track c/track refers to essence 3 of stream c/resource/stream, which isn't stored",
+       [](Parts of) { of.Take("c/resource/stream", 3, 0); }},
+      {"track c/track refers to essence 0 of stream none, which isn't stored",
+       [](Parts of) { of.Take("none", 0, 0); }},
+      {"track c/track takes channel 1 of essence 1 of stream c/resource/stream twice",
+       [](Parts of) { of.Take("c/resource/stream", 1, 1); }},
+      {"track c/track takes channel -1 of essence 0 of stream c/resource/stream, which can't be",
+       [](Parts of) { of.Take("c/resource/stream", 0, -1); }},
+      {"a channel of track c/track is a null pointer",
+       [](Parts of) { of.track.Channels().push_back(nullptr); }},
+      {"annotation 1 is a null pointer", [](Parts of) { of.clip.Annotations().push_back(nullptr); }},
+      {"UNIQUE constraint failed: TimeBoundsMediaAsset.foreignKey, TimeBoundsMediaAsset.inBoundary, "
        "TimeBoundsMediaAsset.inBoundaryMoving, TimeBoundsMediaAsset.outBoundary, "
        "TimeBoundsMediaAsset.outBoundaryMoving",
-       [](auto& clip) {
-         clip.PhysicalTimebounds().Insert(BoundsOf(8, 9));
-         *clip.PhysicalTimebounds().begin() = BoundsOf(8, 9);
+       [](Parts of) {
+         of.clip.PhysicalTimebounds().Insert(BoundsOf(8, 9));
+         *of.clip.PhysicalTimebounds().begin() = BoundsOf(8, 9);
        }},
   };
+  MediaAsset without;
+  EXPECT_THAT([&] { repository.Put(without); },
+              ThrowsMessage<NotStoredException>("the asset has no identifier"));
   for (const bool isStored : {false, true}) {
     MediaAsset stored = MakeClip("c", "stored");
     if (isStored) repository.Put(stored);
-    for (const Case& refused : cases) {
+    for (const auto& [reason, spoil] : cases) {
       MediaAsset clip = MakeClip("c");
-      refused.spoil(clip);
-      EXPECT_EQ(ReasonOf([&] { repository.Put(clip); }), refused.reason);
-      EXPECT_EQ(clip.ObjectId(), -1) << refused.reason;
-      EXPECT_EQ(clip.Annotations()[0]->ObjectId(), -1) << refused.reason;
-      if (clip.MediaResources().Front()) {
-        EXPECT_EQ(clip.MediaResources().Front()->ObjectId(), -1) << refused.reason;
-      }
-      EXPECT_TRUE(!isStored || repository.Find(stored.Id()) == stored) << refused.reason;
-      EXPECT_EQ(repository.Find(other.Id()), other) << refused.reason;
-      EXPECT_EQ(Count("MediaAsset") + Count("MediaResource"), isStored ? 4 : 2) << refused.reason;
+      spoil(Parts{clip});
+      EXPECT_THAT([&] { repository.Put(clip); }, ThrowsMessage<NotStoredException>("c: " + reason));
+      EXPECT_EQ(clip.ObjectId() + clip.Annotations()[0]->ObjectId() + clip.Tracks().Front()->ObjectId(), -3)
+          << reason;
+      EXPECT_TRUE(!isStored || repository.Find(stored.Id()) == stored) << reason;
+      EXPECT_EQ(repository.Find(other.Id()), other) << reason;
+      EXPECT_EQ(Count("MediaAsset") + Count("MediaResource"), isStored ? 4 : 2) << reason;
     }
   }
 }
 
 // Gives assets that can be walked once, each of them gone at the next.
-class OnePass {
- public:
-  class Iterator {
-   public:
-    using iterator_category = std::input_iterator_tag;
-    using value_type = MediaAsset;
-    using difference_type = std::ptrdiff_t;
-    using pointer = MediaAsset*;
-    using reference = MediaAsset&;
+struct OnePass {
+  using iterator_category = std::input_iterator_tag;
+  using value_type = MediaAsset;
+  using difference_type = std::ptrdiff_t;
+  using pointer = MediaAsset*;
+  using reference = MediaAsset&;
 
-    Iterator(int first, int throwingNumber) : number(first), throwsAt(throwingNumber) { Make(); }
-    MediaAsset& operator*() const { return *asset; }
-    Iterator& operator++() {
-      if (++number == throwsAt) throw std::length_error("by the range");
-      Make();
-      return *this;
-    }
-    bool operator!=(const Iterator& other) const { return number != other.number; }
+  int count, throwsAt, number = 0;
+  std::shared_ptr<MediaAsset> asset = std::make_shared<MediaAsset>("one0");
 
-   private:
-    void Make() { asset = std::make_unique<MediaAsset>(MakeClip("one" + std::to_string(number))); }
-
-    int number;
-    int throwsAt;
-    std::unique_ptr<MediaAsset> asset;
-  };
-
-  OnePass(int assetCount, int throwingNumber) : count(assetCount), throwsAt(throwingNumber) {}
-  Iterator begin() const { return {0, throwsAt}; }
-  Iterator end() const { return {count, -1}; }
-
- private:
-  int count;
-  int throwsAt;
+  OnePass begin() const { return *this; }
+  OnePass end() const { return {count, throwsAt, count}; }
+  MediaAsset& operator*() const { return *asset; }
+  OnePass& operator++() {
+    if (++number == throwsAt) throw std::length_error("by the range");
+    asset = std::make_shared<MediaAsset>("one" + std::to_string(number));
+    return *this;
+  }
+  bool operator!=(const OnePass& other) const { return number != other.number; }
 };
 
 TEST_F(MediaAssetRepositoryTest, ABatchLeavesOutWhatCannotBeStored) {
@@ -286,7 +256,7 @@ TEST_F(MediaAssetRepositoryTest, ABatchLeavesOutWhatCannotBeStored) {
   EXPECT_TRUE(repository.PutAll(std::vector<MediaAsset>()).empty());
   // What was handled is stored when the function ends the call.
   EXPECT_TRUE(repository
-                  .PutAll(OnePass(5, -1),
+                  .PutAll(OnePass{5, -1},
                           [](int64_t done, int64_t total) {
                             EXPECT_EQ(total, -1);
                             return done < 2;
@@ -310,7 +280,7 @@ TEST_F(MediaAssetRepositoryTest, AnExceptionRollsBackTheBlockOfABatchAndLeavesIt
   EXPECT_TRUE(stored > 100 && stored < 290) << stored;
   for (int i = 0; i < 300; ++i)
     EXPECT_EQ(clips[static_cast<std::size_t>(i)].ObjectId() != -1, i < stored) << i;
-  EXPECT_THROW(repository.PutAll(OnePass(5, 3)), std::length_error);
+  EXPECT_THROW(repository.PutAll(OnePass{5, 3}), std::length_error);
   EXPECT_EQ(Count("MediaAsset"), stored);
 }
 

@@ -1,5 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
 
+#include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
+#include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
@@ -14,7 +16,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -24,6 +25,7 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace BusinessEntityModel::BaseTypes;
+using Common::Databases::Sqlite::FullTextExpression;
 using Common::Databases::Sqlite::QuerySqlite;
 using TestSupport::Channel;
 using TestSupport::MakeClip;
@@ -65,21 +67,6 @@ class MediaAssetTableTest : public TestSupport::OpenDatabase {
   TrackTable& tracks = database.GetTrackTable();
   MediaAssetGroupTable& groups = database.GetMediaAssetGroupTable();
 };
-
-TEST_F(MediaAssetTableTest, AnIdentifierMatchesItselfAndNothingElse) {
-  const std::string withNul("clip\0a", 6);
-  std::map<std::string, int64_t> keys;
-  for (const std::string& id :
-       {std::string("id"), std::string("ID"), std::string(":id"), std::string("clip"), std::string("clip "),
-        withNul, withNul.substr(0, 5), withNul.substr(4, 1), std::string("' OR 1 = 1 --"), std::string("%"),
-        std::string("\u00e9"), std::string("e\u0301"), std::string("\xff\xfe"), std::string(1 << 20, '\'')}) {
-    EXPECT_EQ(assets.GetObjectIdFromIdentifier(id), -1);
-    MediaAsset clip{MediaAssetId(id)};
-    keys[id] = Saved(clip);
-  }
-  for (const auto& [id, key] : keys)
-    EXPECT_EQ(assets.GetObjectIdFromIdentifier(id), key) << id.substr(0, 30);
-}
 
 TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
   for (const char* name : {"goal", "shifts", "", "5", "corner"}) {
@@ -123,6 +110,34 @@ TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
     EXPECT_EQ(cursor->GetTotalItemsCount(), generated.GetTotalItemsCount()) << text;
   }
   EXPECT_EQ(opened, 8);
+}
+
+TEST_F(MediaAssetTableTest, ARawCursorMarksWhatMatched) {
+  const char* const clips[][3] = {
+      {"a", "MATCH_CAM-1", "Kick-off, and a goal after a long and rather dull first half"},
+      {"b", "Goal", "The goal"},
+      {"c", "MATCH_CAM-2", "A goal"},
+      {"d", "Interview", ""}};
+  for (const auto& [id, name, description] : clips) {
+    MediaAsset clip(id);
+    clip.Name(name);
+    clip.Description(description);
+    Saved(clip);
+  }
+  const std::pair<std::string, const char*> marked[] = {
+      {FullTextExpression::AnyWord("THE interview"), "b:Goal:<b>The</b> goal;d:<b>Interview</b>:;"},
+      {FullTextExpression::AllWordsAsTyped("a goal cam-2"), "c:MATCH_<b>CAM-2</b>:<b>A</b> <b>goal</b>;"},
+      {FullTextExpression::InColumn("name", FullTextExpression::Phrase("goal")), "b:<b>Goal</b>:The goal;"}};
+  for (const auto& [expression, expected] : marked) {
+    std::string texts;
+    Common::Databases::Sqlite::RawReadSqlite row;
+    QuerySqlite query;
+    query.Match("MediaAssetFts", expression).OrderByAsc("id");
+    for (const auto cursor = assets.OpenRawCursor(query); cursor->Next(row);)
+      texts +=
+          row.GetString("id") + ":" + row.GetString("nameFts") + ":" + row.GetString("descriptionFts") + ";";
+    EXPECT_EQ(texts, expected);
+  }
 }
 
 TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {

@@ -46,20 +46,6 @@ class UnusedRowsTest : public testing::Test {
   MediaAssetTable& assets = database.GetMediaAssetTable();
 };
 
-TEST_F(UnusedRowsTest, TheFirstDeletionFindsWhatWasUnlinkedBefore) {
-  Store("m1", "r1", "t1");
-  Store("m2", "r1", "t2");
-  Store("m3", "r3", "t3");
-  // As many links of resources as resources, two of them of one.
-  ASSERT_TRUE(database.ExecuteStatement(
-      "DELETE FROM RelationMediaAssetMediaResource WHERE refMediaAsset = (SELECT key FROM MediaAsset WHERE id = "
-      "'m3'); DELETE FROM RelationAssetTrack WHERE refTrack = (SELECT key FROM Track WHERE id = 't2')"));
-  database.Close();
-  database.Open();
-  ASSERT_TRUE(Delete("m1"));
-  EXPECT_EQ(Shared(), (Ids{"r1", "t3"}));
-}
-
 TEST_F(UnusedRowsTest, ALockedOrClosedDatabaseIsRefusedWithoutAnException) {
   Store("m1", "r1", "t1");
   ASSERT_TRUE(assets.CleanUpDependentData());
