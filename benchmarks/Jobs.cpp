@@ -49,7 +49,7 @@ struct Catalogue {
     return catalogue;
   }
 
-  typename Site::Side& Jobs() { return site.Jobs(); }
+  Side& Jobs() { return site.Jobs(); }
   // Deletes the clips after the catalogue's own, by hand on either side: that isn't measured.
   void TidyUp() {
     ExecuteByHand("DELETE FROM MediaAsset WHERE key > " + std::to_string(lastKey));
@@ -133,40 +133,40 @@ void FindKey(benchmark::State& state) {
             [&](int) { benchmark::DoNotOptimize(catalogue.Jobs().FindKey(catalogue.AnyClip().Id())); });
 }
 
+/// Reads an object at each call.
+template <class Object, class Read>
+void MeasureReads(benchmark::State& state, int count, Read read) {
+  for (auto _ : state) {
+    Measure(state, count, [&](int) {
+      Object object;
+      read(object);
+      benchmark::DoNotOptimize(object);
+    });
+  }
+}
+
 template <class Site>
 void GetAsset(benchmark::State& state) {
   auto& catalogue = Catalogue<Site>::Shared();
-  for (auto _ : state) {
-    Measure(state, 1000, [&](int) {
-      MediaAsset asset;
-      catalogue.Jobs().GetAsset(catalogue.AnyClip().ObjectId(), asset);
-      benchmark::DoNotOptimize(asset);
-    });
-  }
+  MeasureReads<MediaAsset>(state, 1000, [&](MediaAsset& asset) {
+    catalogue.Jobs().GetAsset(catalogue.AnyClip().ObjectId(), asset);
+  });
 }
 
 template <class Site>
 void ReadDeep(benchmark::State& state) {
   auto& catalogue = Catalogue<Site>::Shared();
-  for (auto _ : state) {
-    Measure(state, 200, [&](int) {
-      MediaAsset asset;
-      catalogue.Jobs().ReadDeep(catalogue.AnyClip().ObjectId(), asset);
-      benchmark::DoNotOptimize(asset);
-    });
-  }
+  MeasureReads<MediaAsset>(state, 200, [&](MediaAsset& asset) {
+    catalogue.Jobs().ReadDeep(catalogue.AnyClip().ObjectId(), asset);
+  });
 }
 
 template <class Site>
 void ReadLazy(benchmark::State& state) {
   auto& catalogue = Catalogue<Site>::Shared();
-  for (auto _ : state) {
-    Measure(state, 400, [&](int) {
-      MediaAsset asset;
-      catalogue.Jobs().ReadLazy(catalogue.AnyClip().ObjectId(), asset);
-      benchmark::DoNotOptimize(asset);
-    });
-  }
+  MeasureReads<MediaAsset>(state, 400, [&](MediaAsset& asset) {
+    catalogue.Jobs().ReadLazy(catalogue.AnyClip().ObjectId(), asset);
+  });
 }
 
 /// Two walks over all assets, and the time of a row.
@@ -249,13 +249,9 @@ void SaveGroup(benchmark::State& state) {
 template <class Site>
 void ReadGroup(benchmark::State& state) {
   auto& catalogue = Catalogue<Site>::Shared();
-  for (auto _ : state) {
-    Measure(state, 200, [&](int) {
-      AnglesMediaAssetGroup group;
-      catalogue.Jobs().ReadGroup(catalogue.AnyGroup().Id(), group);
-      benchmark::DoNotOptimize(group);
-    });
-  }
+  MeasureReads<AnglesMediaAssetGroup>(state, 200, [&](AnglesMediaAssetGroup& group) {
+    catalogue.Jobs().ReadGroup(catalogue.AnyGroup().Id(), group);
+  });
 }
 
 template <class Site>
@@ -269,13 +265,9 @@ void SaveSequence(benchmark::State& state) {
 template <class Site>
 void ReadSequence(benchmark::State& state) {
   auto& catalogue = Catalogue<Site>::Shared();
-  for (auto _ : state) {
-    Measure(state, 500, [&](int) {
-      Sequence sequence;
-      catalogue.Jobs().ReadSequence(catalogue.AnySequence().Id(), sequence);
-      benchmark::DoNotOptimize(sequence);
-    });
-  }
+  MeasureReads<Sequence>(state, 500, [&](Sequence& sequence) {
+    catalogue.Jobs().ReadSequence(catalogue.AnySequence().Id(), sequence);
+  });
 }
 
 using Job = void (*)(benchmark::State&);

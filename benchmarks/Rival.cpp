@@ -68,15 +68,16 @@ const std::string resourceWritten = "id, name, generalFormat, modificationDate, 
 
 }  // namespace
 
-Rival::BoundsTable::BoundsTable(sqlite3* handle, const std::string& table)
+Rival::OwnedRows::OwnedRows(sqlite3* handle, const std::string& table, const std::string& columns)
     : remove(handle, "DELETE FROM " + table + " WHERE foreignKey = ?"),
-      insert(handle, InsertInto(table, boundsColumns)),
-      select(handle, "SELECT " + boundsColumns + " FROM " + table + " WHERE foreignKey = ?") {}
+      insert(handle, InsertInto(table, columns)),
+      select(handle, "SELECT " + columns + " FROM " + table + " WHERE foreignKey = ?") {}
+
+Rival::BoundsTable::BoundsTable(sqlite3* handle, const std::string& table)
+    : OwnedRows(handle, table, boundsColumns) {}
 
 Rival::EntriesTable::EntriesTable(sqlite3* handle, const std::string& table)
-    : remove(handle, "DELETE FROM " + table + " WHERE foreignKey = ?"),
-      insert(handle, InsertInto(table, entriesColumns)),
-      select(handle, "SELECT " + entriesColumns + " FROM " + table + " WHERE foreignKey = ?") {}
+    : OwnedRows(handle, table, entriesColumns) {}
 
 Rival::Rival(sqlite3* connection)
     : handle(connection),

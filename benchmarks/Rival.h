@@ -1,11 +1,9 @@
 #pragma once
 
-#include "Oru/BusinessEntityModel/Edits/Sequence.h"
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AudioEssence.h"
-#include "Oru/DataModel/MediaAssets/MediaAsset.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
 
+#include "Side.h"
 #include "Statement.h"
 
 #include <sqlite3.h>
@@ -24,47 +22,34 @@ namespace Oru::Benchmarks {
 /// It runs what the tables must run to keep their promises (old rows of an owner go before the new ones come,
 /// keys are looked up by identifier), and no more: under a row that it has just inserted it deletes and looks up
 /// nothing.
-///
-/// Threads: an object belongs to one thread at a time.
-class Rival {
+class Rival final : public Side {
  public:
-  using Identifier = BusinessEntityModel::BaseTypes::Identifier;
-  using MetadataProfileDictionary = BusinessEntityModel::BaseTypes::MetadataProfileDictionary;
-  using MediaAsset = DataModel::MediaAssets::MediaAsset;
-  using AnglesMediaAssetGroup = DataModel::MediaAssets::AnglesMediaAssetGroup;
-  using Sequence = BusinessEntityModel::Edits::Sequence;
-
   /// @param handle  a connection to a file with all tables, which must outlive the object
   explicit Rival(sqlite3* handle);
 
-  void Begin() { begin.Run(); }
-  void Commit() { commit.Run(); }
+  void Begin() override { begin.Run(); }
+  void Commit() override { commit.Run(); }
 
-  void Save(MediaAsset& asset);
-  int64_t FindKey(const Identifier& id) { return Find(findAsset.With(id.Value())); }
-  bool GetAsset(int64_t key, MediaAsset& asset);
-  void ReadDeep(int64_t key, MediaAsset& asset);
-  void ReadLazy(int64_t key, MediaAsset& asset);
-  /// @return how many assets there are
-  int Walk();
-  /// The same without the join of the full-text index, which marks nothing where nothing is matched.
-  int WalkPlain();
-  /// Reads the first assets whose name holds a text without wildcards.
-  std::vector<MediaAsset> Search(const std::string& text, int limit);
-  /// Reads the assets that the full-text index finds for a word, the best first.
-  std::vector<MediaAsset> Match(const std::string& word, int limit);
-  /// Reads the identifiers and marked names of those assets, in turn.
-  std::vector<std::string> MatchNames(const std::string& word, int limit);
-  void Delete(MediaAsset& asset);
-  /// Deletes the assets with keys above one.
-  void DeleteAbove(int64_t key);
+  void Save(MediaAsset& asset) override;
+  int64_t FindKey(const Identifier& id) override { return Find(findAsset.With(id.Value())); }
+  bool GetAsset(int64_t key, MediaAsset& asset) override;
+  void ReadDeep(int64_t key, MediaAsset& asset) override;
+  void ReadLazy(int64_t key, MediaAsset& asset) override;
+  int Walk() override;
+  int WalkPlain() override;
+  std::vector<MediaAsset> Search(const std::string& text, int limit) override;
+  std::vector<MediaAsset> Match(const std::string& word, int limit) override;
+  std::vector<std::string> MatchNames(const std::string& word, int limit) override;
+  void Delete(MediaAsset& asset) override;
+  void DeleteAbove(int64_t key) override;
 
-  void SaveGroup(AnglesMediaAssetGroup& group);
-  void ReadGroup(const Identifier& id, AnglesMediaAssetGroup& group);
-  void SaveSequence(Sequence& sequence);
-  void ReadSequence(const Identifier& id, Sequence& sequence);
+  void SaveGroup(AnglesMediaAssetGroup& group) override;
+  void ReadGroup(const Identifier& id, AnglesMediaAssetGroup& group) override;
+  void SaveSequence(Sequence& sequence) override;
+  void ReadSequence(const Identifier& id, Sequence& sequence) override;
 
  private:
+  using MetadataProfileDictionary = BusinessEntityModel::BaseTypes::MetadataProfileDictionary;
   using MediaResource = DataModel::MediaAssets::MediaResource;
   using Stream = DataModel::MediaAssets::Stream;
   using Essence = DataModel::MediaAssets::Essence;
@@ -75,26 +60,27 @@ class Rival {
 
   int Walk(Statement& select);
 
-  /// The time bounds of one kind of owner.
-  struct BoundsTable {
-    BoundsTable(sqlite3* handle, const std::string& table);
-    void Write(int64_t owner, bool isNew, const TimeBoundsArray& bounds);
-    void Read(int64_t owner, TimeBoundsArray& bounds);
+  /// The rows of one table by their owner.
+  struct OwnedRows {
+    OwnedRows(sqlite3* handle, const std::string& table, const std::string& columns);
 
     Statement remove;
     Statement insert;
     Statement select;
   };
 
+  /// The time bounds of one kind of owner.
+  struct BoundsTable : OwnedRows {
+    BoundsTable(sqlite3* handle, const std::string& table);
+    void Write(int64_t owner, bool isNew, const TimeBoundsArray& bounds);
+    void Read(int64_t owner, TimeBoundsArray& bounds);
+  };
+
   /// The generic metadata of one kind of owner.
-  struct EntriesTable {
+  struct EntriesTable : OwnedRows {
     EntriesTable(sqlite3* handle, const std::string& table);
     void Write(int64_t owner, bool isNew, const MetadataProfileDictionary& metadata);
     void Read(int64_t owner, MetadataProfileDictionary& metadata);
-
-    Statement remove;
-    Statement insert;
-    Statement select;
   };
 
   static int64_t Find(Statement& bound);

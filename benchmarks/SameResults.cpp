@@ -124,7 +124,6 @@ void CompareReads(LibrarySite& library, RivalSite& rival, const std::vector<Medi
           "what a raw full-text search finds, " + step);
 }
 
-template <class Side>
 void SaveAll(Side& side, std::vector<MediaAsset>& clips) {
   side.Begin();
   for (MediaAsset& clip : clips)
@@ -132,7 +131,6 @@ void SaveAll(Side& side, std::vector<MediaAsset>& clips) {
   side.Commit();
 }
 
-template <class Side>
 void SaveGroupsAndSequences(Side& side) {
   for (int i = 0; i < GroupCount; ++i) {
     AnglesMediaAssetGroup group = MakeGroup(i, 2 * i);

@@ -13,26 +13,23 @@ namespace Oru::Benchmarks {
 /// A file that the library keeps, and the library's side of the jobs on it.
 class LibrarySite {
  public:
-  using Side = Library;
-
-  explicit LibrarySite(const std::string& file = ":memory:") : database(file, nullptr), side(database) {
+  explicit LibrarySite(const std::string& file = ":memory:")
+      : database(file, nullptr), side(MakeLibrarySide(database)) {
     database.Open();
   }
 
-  Library& Jobs() { return side; }
+  Side& Jobs() { return *side; }
   sqlite3* Handle() const { return database.Handle(); }
   DataModel::MediaAssets::Database::DataModelDatabase& Database() { return database; }
 
  private:
   DataModel::MediaAssets::Database::DataModelDatabase database;
-  Library side;
+  std::unique_ptr<Side> side;
 };
 
 /// A plain connection to a file with the library's tables, and the rival's side of the jobs on it.
 class RivalSite {
  public:
-  using Side = Rival;
-
   /// On tables of its own, in memory.
   RivalSite() : connection(":memory:") {
     CopyTables(LibrarySite().Handle(), connection);
@@ -42,7 +39,7 @@ class RivalSite {
   explicit RivalSite(const std::string& file)
       : connection(file), side(std::make_unique<Rival>(connection.Handle())) {}
 
-  Rival& Jobs() { return *side; }
+  Side& Jobs() { return *side; }
   sqlite3* Handle() const { return connection.Handle(); }
 
  private:
@@ -57,7 +54,7 @@ class RivalSite {
   }
 
   Connection connection;
-  std::unique_ptr<Rival> side;
+  std::unique_ptr<Side> side;
 };
 
 }  // namespace Oru::Benchmarks

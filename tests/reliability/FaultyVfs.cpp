@@ -12,8 +12,8 @@ FaultyVfs::Plan plan;
 int count = 0;
 int failureCount = 0;
 
-// SQLITE_OK, or the code to fail with.
-int Fate(FaultyVfs::Operation operation) {
+// SQLITE_OK, or the code of the fault that is due now.
+int InjectedFault(FaultyVfs::Operation operation) {
   constexpr int codes[] = {SQLITE_IOERR_READ,     SQLITE_IOERR_WRITE, SQLITE_IOERR_FSYNC,
                            SQLITE_IOERR_TRUNCATE, SQLITE_CANTOPEN,    SQLITE_IOERR_DELETE};
   if (plan.number == 0 || (plan.isFull && operation != FaultyVfs::Write)) return SQLITE_OK;
@@ -58,12 +58,12 @@ constexpr auto Passing = &PassOn<typename MethodTraits<decltype(Method)>::Signat
 // The same, unless the operation is one to fail.
 template <FaultyVfs::Operation Kind, auto Method, class... Arguments>
 int Try(sqlite3_file* file, Arguments... arguments) {
-  const int fate = Fate(Kind);
-  return fate != SQLITE_OK ? fate : Passing<Method>(file, arguments...);
+  const int fault = InjectedFault(Kind);
+  return fault != SQLITE_OK ? fault : Passing<Method>(file, arguments...);
 }
 
 int SyncFile(sqlite3_file*, int) {
-  return Fate(FaultyVfs::Sync);
+  return InjectedFault(FaultyVfs::Sync);
 }
 
 constexpr sqlite3_io_methods Methods = {
@@ -90,16 +90,16 @@ constexpr sqlite3_io_methods Methods = {
 
 int OpenFile(sqlite3_vfs* vfs, sqlite3_filename name, sqlite3_file* memory, int flags, int* flagsOut) {
   auto* file = new (memory) File();
-  const int fate = Fate(FaultyVfs::Open);
-  if (fate != SQLITE_OK) return fate;
+  const int fault = InjectedFault(FaultyVfs::Open);
+  if (fault != SQLITE_OK) return fault;
   const int code = BelowOf(vfs)->xOpen(BelowOf(vfs), name, file->Below(), flags, flagsOut);
   if (file->Below()->pMethods) file->base.pMethods = &Methods;
   return code;
 }
 
 int DeleteFile(sqlite3_vfs* vfs, const char* name, int syncDirectory) {
-  const int fate = Fate(FaultyVfs::Delete);
-  return fate != SQLITE_OK ? fate : BelowOf(vfs)->xDelete(BelowOf(vfs), name, syncDirectory);
+  const int fault = InjectedFault(FaultyVfs::Delete);
+  return fault != SQLITE_OK ? fault : BelowOf(vfs)->xDelete(BelowOf(vfs), name, syncDirectory);
 }
 
 }  // namespace

@@ -56,6 +56,14 @@ void RequireObject(const Json& json, std::initializer_list<const char*> fields) 
   throw std::invalid_argument("an object of " + names + " is expected");
 }
 
+template <class List>
+Json ArrayOf(const List& list) {
+  Json json = Json::array();
+  for (const auto& value : list)
+    json.push_back(ToJson(value));
+  return json;
+}
+
 template <class Value>
 Value As(const Json& json) {
   Value value{};
@@ -178,10 +186,7 @@ void FromJson(const Json& json, MediaAssets::ZuServerId& server) {
 }
 
 Json ToJson(const MediaAssets::StringVector& texts) {
-  Json json = Json::array();
-  for (const std::string& text : texts)
-    json.push_back(ToJson(text));
-  return json;
+  return ArrayOf(texts);
 }
 
 void FromJson(const Json& json, MediaAssets::StringVector& texts) {
@@ -202,10 +207,7 @@ void FromJson(const Json& json, Oru::BusinessEntityModel::Edits::SequenceDuratio
 }
 
 Json ToJson(const MediaAssets::TimeBoundsArray& bounds) {
-  Json json = Json::array();
-  for (const TimePoints::TimeBounds& stretch : bounds)
-    json.push_back(ToJson(stretch));
-  return json;
+  return ArrayOf(bounds);
 }
 
 void FromJson(const Json& json, MediaAssets::TimeBoundsArray& bounds) {

@@ -5,6 +5,7 @@
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/Writing/AllOrNothing.h"
+#include "Oru/DataModel/MediaAssets/Database/Reading/WholeObjects.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/ObjectWrite.h"
 
 #include <memory>
@@ -16,6 +17,8 @@ namespace Oru::BusinessEntityModel::Edits::Database {
 
 using namespace Common::Databases::Sqlite;
 using namespace BaseTypes;
+using DataModel::MediaAssets::Database::AllByName;
+using DataModel::MediaAssets::Database::FindWhole;
 using DataModel::MediaAssets::Database::FormerObjectIds;
 using DataModel::MediaAssets::Database::RefuseObject;
 using DataModel::MediaAssets::Database::RequireWritten;
@@ -80,28 +83,11 @@ EditRepository::EditRepository(DatabaseSqlite& database)
 EditRepository::~EditRepository() = default;
 
 std::optional<Edit> EditRepository::Find(const EditId& id) {
-  const ConnectionLock lock(mDatabase);
-  const ReadGuard reading(mDatabase);
-  const int64_t key = id.IsEmpty() ? -1 : mEdits.GetObjectIdFromIdentifier(id);
-  Edit edit;
-  if (key == -1 || !mEdits.GetObject(key, edit)) return std::nullopt;
-  ReadParts(edit);
-  return edit;
+  return FindWhole<Edit>(mDatabase, mEdits, id, [this](Edit& edit) { ReadParts(edit); });
 }
 
 std::vector<Edit> EditRepository::All() {
-  const ConnectionLock lock(mDatabase);
-  const ReadGuard reading(mDatabase);
-  QuerySqlite byName;
-  byName.OrderByAsc(EditTable::columnNames[EditTable::Column::Name])
-      .OrderByAsc(EditTable::columnNames[EditTable::Column::Key]);
-  const auto cursor = mEdits.OpenObjectCursor(byName);
-  std::vector<Edit> edits;
-  for (Edit edit; cursor->Next(edit); edit = Edit()) {
-    ReadParts(edit);
-    edits.push_back(std::move(edit));
-  }
-  return edits;
+  return AllByName<Edit>(mDatabase, mEdits, [this](Edit& edit) { ReadParts(edit); });
 }
 
 void EditRepository::ReadParts(Edit& edit) {

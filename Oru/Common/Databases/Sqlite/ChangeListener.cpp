@@ -10,7 +10,7 @@ namespace Oru::Common::Databases::Sqlite {
 
 ChangeListener::ChangeListener(DatabaseSqlite& database, Function function)
     : mEntry(std::make_shared<ListenerEntry>(std::move(function))) {
-  const ConnectionLock lock(database);
+  const ConnectionLock lock(database.Parts());
   mNotifier = database.Parts().connection.Listeners().Add(mEntry, database.Handle());
 }
 

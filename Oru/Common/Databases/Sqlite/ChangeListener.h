@@ -3,7 +3,6 @@
 #include "Oru/Common/Databases/Export.h"
 #include "Oru/Common/Databases/Sqlite/ChangeNotice.h"
 
-#include <functional>
 #include <memory>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -43,7 +42,7 @@ struct ListenerEntry;
 class ORU_COMMON_DATABASE_EXPORT ChangeListener {
  public:
   /// What is called with each notice.
-  using Function = std::function<void(const ChangeNotice&)>;
+  using Function = ChangeNotice::Callback;
 
   /// Begins to listen, on an open database or on one that is opened later. It continues when the database is
   /// closed and opened again.

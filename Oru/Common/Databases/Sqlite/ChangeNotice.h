@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,9 @@ namespace Oru::Common::Databases::Sqlite {
 
 /// What was committed: the changed rows by table and key.
 struct ChangeNotice {
+  /// What is called with each notice.
+  using Callback = std::function<void(const ChangeNotice&)>;
+
   /// The difference that a transaction made to a row. A row that was inserted and deleted again isn't
   /// reported.
   enum class Kind : uint8_t {

@@ -1,7 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
 #include "Oru/Common/Databases/Sqlite/Connection/ConnectionParts.h"
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 
 #include <sqlite3.h>
 
@@ -9,16 +8,17 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-ConnectionLock::ConnectionLock(const DatabaseSqlite& database)
-    : mDatabase(database), mMutex(database.Handle() ? sqlite3_db_mutex(database.Handle()) : nullptr) {
+ConnectionLock::ConnectionLock(ConnectionParts& database)
+    : mDatabase(database),
+      mMutex(database.connection.IsOpen() ? sqlite3_db_mutex(database.connection.Handle()) : nullptr) {
   if (!mMutex) return;
   sqlite3_mutex_enter(mMutex);
-  mDatabase.Parts().connection.Listeners().LockBegins();
+  mDatabase.connection.Listeners().LockBegins();
 }
 
 ConnectionLock::~ConnectionLock() {
   if (!mMutex) return;
-  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.Parts().connection.Listeners().LockEnds();
+  const std::shared_ptr<ChangeNotifier> notifier = mDatabase.connection.Listeners().LockEnds();
   sqlite3_mutex_leave(mMutex);
   if (notifier) notifier->Notify();
 }

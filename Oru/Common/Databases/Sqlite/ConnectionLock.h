@@ -6,7 +6,7 @@ struct sqlite3_mutex;
 
 namespace Oru::Common::Databases::Sqlite {
 
-class DatabaseSqlite;
+struct ConnectionParts;
 
 /// Keeps other threads from a connection for the length of a scope. They wait, readers too.
 ///
@@ -20,14 +20,14 @@ class DatabaseSqlite;
 /// Threads: a lock belongs to the thread that made it, which may hold several of one connection.
 class ORU_COMMON_DATABASE_EXPORT ConnectionLock {
  public:
-  /// @param database  must stay open for the scope; if it is closed, nothing is locked
-  explicit ConnectionLock(const DatabaseSqlite& database);
+  /// @param database  `Parts()` of a database that stays open for the scope; if it is closed, nothing is locked
+  explicit ConnectionLock(ConnectionParts& database);
   ConnectionLock(const ConnectionLock&) = delete;
   ConnectionLock& operator=(const ConnectionLock&) = delete;
   ~ConnectionLock();
 
  private:
-  const DatabaseSqlite& mDatabase;
+  ConnectionParts& mDatabase;
   sqlite3_mutex* mMutex;
 };
 

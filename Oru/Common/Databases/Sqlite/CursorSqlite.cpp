@@ -62,7 +62,7 @@ void CursorSqlite::Prepare(const std::string& select) {
     return;
   }
   {
-    const ConnectionLock lock(db);
+    const ConnectionLock lock(db.Parts());
     std::unique_ptr<StatementHandle> prepared = db.Parts().connection.Statements().Take(db.Handle(), select);
     const int code = prepared ? prepared->BindAll(mValues) : sqlite3_errcode(db.Handle());
     if (!prepared || code != SQLITE_OK) {
@@ -77,23 +77,24 @@ void CursorSqlite::Prepare(const std::string& select) {
   mHasFailed = false;
   mLastColumn = 0;
   mLastParameter = 0;
-  db.Parts().connection.Cursors().Add(*this);
+  db.Parts().connection.Cursors().Add(mPrepared->openCursor, *this);
 }
 
 void CursorSqlite::Close() {
   if (!mPrepared) return;
   LeaveRow();
   // While the cursor is among the open ones, its database is alive.
-  mOpenCursors->Remove(*this);
+  Connection& connection = GetDatabase().Parts().connection;
+  connection.Cursors().Remove(mPrepared->openCursor);
   mStatement = nullptr;
   mNumbers.assign(mNumbers.size(), 0);
-  GetDatabase().Parts().connection.Statements().Return(std::move(mPrepared), !mHasFailed);
+  connection.Statements().Return(std::move(mPrepared), !mHasFailed);
 }
 
 // A writing statement that was left on a row ends, and may commit, when it is rewound.
 void CursorSqlite::LeaveRow() {
   if (mPosition != Position::OnRow || mPrepared->IsReadOnly()) return;
-  const ConnectionLock lock(GetDatabase());
+  const ConnectionLock lock(GetDatabase().Parts());
   mPrepared->Rewind();
 }
 
@@ -168,7 +169,7 @@ void CursorSqlite::ThrowStepFailure(const std::string& message) {
 
 bool CursorSqlite::Step() {
   if (!mPrepared) throw ObjectClosedException();
-  return Step(ConnectionLock(GetDatabase()));
+  return Step(ConnectionLock(GetDatabase().Parts()));
 }
 
 bool CursorSqlite::Step(const ConnectionLock&) {
@@ -187,7 +188,7 @@ bool CursorSqlite::Step(const ConnectionLock&) {
 
 void CursorSqlite::Run() {
   if (!mPrepared) throw ObjectClosedException();
-  Run(ConnectionLock(GetDatabase()));
+  Run(ConnectionLock(GetDatabase().Parts()));
 }
 
 void CursorSqlite::Run(const ConnectionLock& held) {

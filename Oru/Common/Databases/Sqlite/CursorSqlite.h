@@ -16,7 +16,6 @@ namespace Oru::Common::Databases::Sqlite {
 
 class ConnectionLock;
 class DatabaseSqlite;
-class OpenCursors;
 class StatementHandle;
 
 /// One prepared statement with its parameters and result columns.
@@ -145,8 +144,6 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   sqlite3_stmt* mStatement = nullptr;
 
  private:
-  friend class OpenCursors;
-
   // After a failure the next step starts over.
   enum class Position : uint8_t { BeforeRows, OnRow, AfterRows, Failed };
 
@@ -180,10 +177,6 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   // The constant names, and the parameters of those that have been bound: 0 for one that hasn't.
   const std::string* mNames = nullptr;
   std::vector<int> mNumbers;
-  // The neighbours among the open cursors of the connection.
-  OpenCursors* mOpenCursors = nullptr;
-  CursorSqlite* mPrevious = nullptr;
-  CursorSqlite* mNext = nullptr;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite

@@ -134,22 +134,22 @@ std::unique_ptr<Query> DatabaseSqlite::NewQuery() const {
 }
 
 void DatabaseSqlite::BeginTransaction() {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   mParts->transactions.Begin();
 }
 
 int64_t DatabaseSqlite::EndTransaction(bool commit) {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   return mParts->transactions.End(commit);
 }
 
 uint64_t DatabaseSqlite::BeginReading() {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   return mParts->transactions.BeginReading();
 }
 
 void DatabaseSqlite::EndReading(uint64_t number) {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   mParts->transactions.EndReading(number);
 }
 
@@ -173,12 +173,12 @@ bool DatabaseSqlite::IsInReadOnlyFolder() const {
 }
 
 bool DatabaseSqlite::HasBegunTransaction() const {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   return mParts->transactions.IsBegun();
 }
 
 uint64_t DatabaseSqlite::TransactionNumber() const {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   return mParts->transactions.Number();
 }
 
@@ -215,7 +215,7 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
   std::string error;
   std::unique_ptr<StatementHandle> statement;
   {
-    const ConnectionLock lock(*this);
+    const ConnectionLock lock(*mParts);
     statement = mParts->connection.Statements().Take(mHandle, text, &text);
     const int code = statement ? statement->BindAll(values) : sqlite3_errcode(mHandle);
     if (code != SQLITE_OK) error = sqlite3_errmsg(mHandle);
@@ -230,7 +230,7 @@ bool DatabaseSqlite::RunFirst(std::string_view& text, const std::vector<Statemen
 
 // Runs a statement to its end; gives why that failed, empty for success.
 std::string DatabaseSqlite::RunToEnd(StatementHandle& statement) {
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   const StatementDeadline::Scope scope(mParts->connection.Deadline());
   if (const char* refusal = mParts->transactions.Refusal(statement.IsReadOnly())) return refusal;
   const bool wasInTransaction = IsInTransaction();
@@ -249,7 +249,7 @@ std::string DatabaseSqlite::RunToEnd(StatementHandle& statement) {
 bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progress) {
   {
     constexpr const char* operation = "backup";
-    const ConnectionLock lock(*this);
+    const ConnectionLock lock(*mParts);
     mParts->connection.RefuseIfClosed(operation);
     if (const char* reason = mParts->transactions.WhyNoBackup()) mParts->connection.Refuse(operation, reason);
   }
@@ -264,7 +264,7 @@ bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progr
     return true;
   } catch (const OnlineCopy::Failure& failure) {
     LogFailure(std::string("backup failed: ") + failure.what());
-    const ConnectionLock lock(*this);
+    const ConnectionLock lock(*mParts);
     mParts->connection.NoteFailure(failure.Code());
     throw NotSupportedException(failure.what(), __FILE__, __LINE__);
   }
@@ -273,7 +273,7 @@ bool DatabaseSqlite::Backup(const std::string& file, const BackupProgress& progr
 std::vector<std::string> DatabaseSqlite::CheckIntegrity() {
   constexpr const char* operation = "integrity check";
   Connection& connection = mParts->connection;
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   connection.RefuseIfClosed(operation);
   connection.Recovery().Recover(mHandle);
   if (const char* reason = mParts->transactions.WhyNoCheck()) connection.Refuse(operation, reason);
@@ -316,7 +316,7 @@ void DatabaseSqlite::LogFailure(const std::string& message) {
 
 bool DatabaseSqlite::HasChanged() {
   constexpr const char* operation = "look for changes";
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   mParts->connection.RefuseIfClosed(operation);
   const StatementDeadline::Scope scope(mParts->connection.Deadline());
   const std::optional<bool> hasChanged = mParts->connection.Schema().HasChanged();
@@ -342,7 +342,7 @@ void DatabaseSqlite::LoadVfs(const std::string& library) {
 
 std::string DatabaseSqlite::ErrorText() const {
   if (!IsOpen()) return "the database is not open";
-  const ConnectionLock lock(*this);
+  const ConnectionLock lock(*mParts);
   return sqlite3_errmsg(mHandle);
 }
 

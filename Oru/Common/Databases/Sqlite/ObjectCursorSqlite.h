@@ -78,7 +78,7 @@ class ORU_COMMON_DATABASE_EXPORT ObjectCursorSqlite : public ForwardingCursor<Ob
   /// The view reads the row with the connection locked.
   bool Next(T& obj) override {
     ThrowUnlessUsable();
-    const ConnectionLock connection(cursorSqlite.GetDatabase());
+    const ConnectionLock connection(cursorSqlite.GetDatabase().Parts());
     if (!cursorSqlite.Step(connection)) return false;
     this->view->ReadFromCursor(*this, obj, this->mLazy);
     return true;

@@ -9,7 +9,7 @@ namespace Oru::Common::Databases::Sqlite {
 PreparedStatement::PreparedStatement(std::string text) : mText(std::move(text)) {}
 
 PreparedStatement::Run::Run(PreparedStatement& statement, DatabaseSqlite& db, Bare)
-    : mLock(db), mStatement(statement), mCursor(std::move(statement.mCursor)) {
+    : mLock(db.Parts()), mStatement(statement), mCursor(std::move(statement.mCursor)) {
   if (!mCursor) mCursor = std::make_unique<CursorSqlite>();
   if (!mCursor->IsOpenedOn(db)) mCursor->Reset(db, statement.mText, std::string());
 }

@@ -8,7 +8,7 @@
 namespace Oru::Common::Databases::Sqlite {
 
 SavepointGuard::SavepointGuard(DatabaseSqlite& database) : mDatabase(database), mNumber(0) {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   mNumber = mDatabase.Parts().transactions.BeginSavepoint();
 }
 
@@ -21,19 +21,19 @@ SavepointGuard::~SavepointGuard() {
 }
 
 bool SavepointGuard::IsActive() const {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   return mDatabase.Parts().transactions.HasSavepoint(mNumber);
 }
 
 // The lock: no other thread may end the savepoint between the question and the end.
 void SavepointGuard::Commit() {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   if (!IsActive()) throw InvalidOperationException();
   mDatabase.Parts().transactions.ReleaseSavepoint(mNumber);
 }
 
 void SavepointGuard::Rollback() {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   if (IsActive()) mDatabase.Parts().transactions.RollBackSavepoint(mNumber);
 }
 

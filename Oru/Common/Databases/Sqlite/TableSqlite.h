@@ -98,7 +98,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
       insertCursor->AttachToTable(*this);
       UseColumnNames(*insertCursor);
     }
-    const ConnectionLock connection(db);
+    const ConnectionLock connection(db.Parts());
     const RewindAtEnd rewind(*insertCursor);
     if (!this->BindToCursor(*insertCursor, obj)) return false;
     const std::lock_guard<std::mutex> lock(db.mMutex);
@@ -110,7 +110,7 @@ class ORU_COMMON_DATABASE_EXPORT TableSqlite : public ViewSqlite<T>, public Tabl
 
   /// Updates the row of the object id. A missing row is no failure.
   virtual bool Update(U& obj, bool) {
-    const ConnectionLock connection(this->AttachedDatabase());
+    const ConnectionLock connection(this->AttachedDatabase().Parts());
     if (!updateCursor || !updateCursor->IsOpened()) {
       updateCursor = std::make_unique<ObjectCursorSqlite<T, U>>(*this, UpdateToRun());
       UseColumnNames(*updateCursor);

@@ -7,7 +7,7 @@
 namespace Oru::Common::Databases::Sqlite {
 
 TransactionGuard::TransactionGuard(DatabaseSqlite& database) : mDatabase(database), mNumber(0) {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   mDatabase.BeginTransaction();
   mNumber = mDatabase.TransactionNumber();
 }
@@ -26,7 +26,7 @@ bool TransactionGuard::IsActive() const {
 
 // The lock: no other thread may end the transaction between the question and the end.
 int64_t TransactionGuard::Commit() {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   if (!IsActive()) throw InvalidOperationException();
   const int64_t changes = mDatabase.EndTransaction(true);
   mIsEnded = true;
@@ -34,7 +34,7 @@ int64_t TransactionGuard::Commit() {
 }
 
 void TransactionGuard::Rollback() {
-  const ConnectionLock lock(mDatabase);
+  const ConnectionLock lock(mDatabase.Parts());
   if (IsActive()) mDatabase.EndTransaction(false);
   mIsEnded = true;
 }

@@ -8,6 +8,7 @@
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "Oru/DataModel/MediaAssets/Database/Reading/WholeObjects.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/ObjectWrite.h"
 
 #include <algorithm>
@@ -63,43 +64,22 @@ MediaAssetGroupRepository::MediaAssetGroupRepository(DataModelDatabase& database
 
 MediaAssetGroupRepository::~MediaAssetGroupRepository() = default;
 
-template <class Group, class Table>
-std::optional<Group> MediaAssetGroupRepository::FindIn(Table& table, const MediaAssetGroupId& id) {
-  const ConnectionLock lock(mDatabase);
-  const ReadGuard reading(mDatabase);
-  const int64_t key = id.IsEmpty() ? -1 : table.GetObjectIdFromIdentifier(id);
-  Group group;
-  if (key == -1 || !table.GetObject(key, group)) return std::nullopt;
-  ReadItems(group, std::is_same_v<Group, AnglesMediaAssetGroup>);
-  return group;
-}
-
 std::optional<MediaAssetGroup> MediaAssetGroupRepository::Find(const MediaAssetGroupId& id) {
-  return FindIn<MediaAssetGroup>(mDatabase.GetMediaAssetGroupTable(), id);
+  return FindWhole<MediaAssetGroup>(mDatabase, mDatabase.GetMediaAssetGroupTable(), id,
+                                    [this](MediaAssetGroup& group) { ReadItems(group, false); });
 }
 
 std::optional<AnglesMediaAssetGroup> MediaAssetGroupRepository::FindAngles(const MediaAssetGroupId& id) {
-  const ConnectionLock lock(mDatabase);
-  const ReadGuard reading(mDatabase);
   AnglesMediaAssetGroupTable& table = mDatabase.GetAnglesMediaAssetGroupTable();
-  auto group = FindIn<AnglesMediaAssetGroup>(table, id);
-  if (group) table.ReadDapOperatorProfileTable(*group);
-  return group;
+  return FindWhole<AnglesMediaAssetGroup>(mDatabase, table, id, [&](AnglesMediaAssetGroup& group) {
+    ReadItems(group, true);
+    table.ReadDapOperatorProfileTable(group);
+  });
 }
 
 std::vector<MediaAssetGroup> MediaAssetGroupRepository::All() {
-  const ConnectionLock lock(mDatabase);
-  const ReadGuard reading(mDatabase);
-  QuerySqlite byName;
-  byName.OrderByAsc(MediaAssetGroupTable::columnNames[MediaAssetGroupTable::Column::Name])
-      .OrderByAsc(MediaAssetGroupTable::columnNames[MediaAssetGroupTable::Column::Key]);
-  const auto cursor = mDatabase.GetMediaAssetGroupTable().OpenObjectCursor(byName);
-  std::vector<MediaAssetGroup> groups;
-  for (MediaAssetGroup group; cursor->Next(group); group = MediaAssetGroup()) {
-    ReadItems(group, false);
-    groups.push_back(std::move(group));
-  }
-  return groups;
+  return AllByName<MediaAssetGroup>(mDatabase, mDatabase.GetMediaAssetGroupTable(),
+                                    [this](MediaAssetGroup& group) { ReadItems(group, false); });
 }
 
 void MediaAssetGroupRepository::ReadItems(MediaAssetGroup& group, bool areAngles) {

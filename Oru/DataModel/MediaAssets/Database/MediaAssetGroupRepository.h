@@ -57,8 +57,6 @@ class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupRepository {
   bool Remove(const MediaAssetGroupId& id);
 
  private:
-  template <class Group, class Table>
-  std::optional<Group> FindIn(Table& table, const MediaAssetGroupId& id);
   template <class Group, class Table, class Prepare>
   void PutInto(Table& table, Group& group, Prepare prepare);
   void ReadItems(MediaAssetGroup& group, bool areAngles);

@@ -59,7 +59,7 @@ void MediaAssetRepository::PutOne(MediaAsset& asset, FormerObjectIds& former) {
 
 std::vector<NotStored> MediaAssetRepository::PutEach(const NextAsset& next, bool isMultiPass, int64_t total,
                                                      const PutProgress& progress) {
-  const Sqlite::ConnectionLock lock(database);
+  const Sqlite::ConnectionLock lock(database.Parts());
   std::vector<NotStored> leftOut;
   int64_t done = 0;
   const auto put = [&](MediaAsset& asset, FormerObjectIds& ofBlock) {

@@ -23,26 +23,29 @@ using namespace BusinessEntityModel::BaseTypes;
 
 namespace {
 
-// What selects the rows of a table that a link table ties to an asset, whose key is its parameter.
+// Selects the rows of a table that are linked to an asset, whose key is the parameter.
 template <class T>
-Sqlite::PreparedStatement SelectLinked(Sqlite::ViewSqlite<T>& table, const std::string& linkTable,
-                                       const std::string& linkColumn) {
+Sqlite::PreparedStatement SelectLinked(Sqlite::ViewSqlite<T>& table, const LinkColumn& link) {
   Sqlite::QuerySqlite query;
-  query.In("key", linkTable, linkColumn, Sqlite::QuerySqlite().Equals("refMediaAsset", int64_t{}));
+  query.In("key", link.table, link.column, Sqlite::QuerySqlite().Equals("refMediaAsset", int64_t{}));
   return Sqlite::PreparedStatement(table.StatementGenerator().SelectToRun(query).text);
 }
 
-// Deletes the rows of a table that no link refers to.
-template <class T, class U>
-bool DeleteUnused(UnusedRows& unusedRows, Table<T, U>& table, const std::string& linkTable,
-                  const std::string& linkColumn) {
-  return unusedRows.Delete([&] {
-    Sqlite::QuerySqlite used;
-    used.In("key", linkTable, linkColumn);
-    Sqlite::QuerySqlite unused;
-    unused.Not(used);
-    return table.Delete(unused);
-  });
+// The name and the description, with <b> and </b> around what a full-text search has found.
+const std::string markedName = "highlight(MediaAssetFts, 0, '<b>', '</b>')";
+const std::string markedDescription = "highlight(MediaAssetFts, 1, '<b>', '</b>')";
+
+// The columns, each after a prefix, and two more.
+template <std::size_t Count>
+std::array<std::string, Count + 2> Extended(const std::string& prefix,
+                                            const std::array<std::string, Count>& columns,
+                                            const std::string& name, const std::string& description) {
+  std::array<std::string, Count + 2> all;
+  std::transform(columns.begin(), columns.end(), all.begin(),
+                 [&](const std::string& column) { return prefix + column; });
+  all[Count] = name;
+  all[Count + 1] = description;
+  return all;
 }
 
 void Replace(std::string& text, const std::string& part, const std::string& other) {
@@ -84,38 +87,10 @@ const std::string MediaAssetTable::objectIdFromIdentifierQuery = "SELECT key FRO
 const std::string MediaAssetTable::fromClause =
     "MediaAsset JOIN MediaAssetFts ON  MediaAsset.key = MediaAssetFts.rowid";
 
-const std::array<std::string, 15> MediaAssetTable::selectColumnNames = {
-    "MediaAsset.key",
-    "MediaAsset.id",
-    "MediaAsset.assetType",
-    "MediaAsset.ancestor",
-    "MediaAsset.parent",
-    "MediaAsset.name",
-    "MediaAsset.description",
-    "MediaAsset.inBoundary",
-    "MediaAsset.inBoundaryMoving",
-    "MediaAsset.outBoundary",
-    "MediaAsset.outBoundaryMoving",
-    "MediaAsset.modificationDate",
-    "MediaAsset.creationDate",
-    "highlight(MediaAssetFts, 0, '<b>', '</b>')",
-    "highlight(MediaAssetFts, 1, '<b>', '</b>')"};
-
-const std::array<std::string, 15> MediaAssetTable::selectColumnAliases = {"key",
-                                                                          "id",
-                                                                          "assetType",
-                                                                          "ancestor",
-                                                                          "parent",
-                                                                          "name",
-                                                                          "description",
-                                                                          "inBoundary",
-                                                                          "inBoundaryMoving",
-                                                                          "outBoundary",
-                                                                          "outBoundaryMoving",
-                                                                          "modificationDate",
-                                                                          "creationDate",
-                                                                          "nameFts",
-                                                                          "descriptionFts"};
+const std::array<std::string, 15> MediaAssetTable::selectColumnNames =
+    Extended(tableName + ".", columnNames, markedName, markedDescription);
+const std::array<std::string, 15> MediaAssetTable::selectColumnAliases =
+    Extended("", columnNames, "nameFts", "descriptionFts");
 
 const std::string MediaAssetTable::lazyMediaResourceQuery =
     "SELECT id FROM MediaResource WHERE key IN(SELECT refMediaResource FROM RelationMediaAssetMediaResource "
@@ -127,34 +102,34 @@ MediaAssetTable::MediaAssetTable(Sqlite::DatabaseSqlite& db)
       keyByIdentifier(objectIdFromIdentifierQuery + ":id") {
   GenerateStatements();
   plainSelectStatement = selectStatement;
-  Replace(plainSelectStatement, selectColumnNames[13], "CAST(" + selectColumnNames[5] + " AS TEXT)");
-  Replace(plainSelectStatement, selectColumnNames[14], "CAST(" + selectColumnNames[6] + " AS TEXT)");
+  Replace(plainSelectStatement, markedName, "CAST(" + selectColumnNames[Column::Name] + " AS TEXT)");
+  Replace(plainSelectStatement, markedDescription,
+          "CAST(" + selectColumnNames[Column::Description] + " AS TEXT)");
   Replace(plainSelectStatement, fromClause, tableName);
   mediaResouceTable = std::make_unique<MediaResourceTable>(db);
-  linkedResources = SelectLinked<MediaResource>(
-      *mediaResouceTable, RelationMediasTable::tableName,
-      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]);
   relationMediasTable = std::make_unique<RelationMediasTable>(db);
   dapOperatorMetadataTable = std::make_unique<DapOperatorMetadataTable>(db);
   metadataTable = std::make_unique<MetadataTable>("MetadataMediaAsset", db);
   timeBoundsTable = std::make_unique<TimeBoundsTable>("TimeBoundsMediaAsset", db);
   trackTable = std::make_unique<TrackTable>(db);
-  linkedTracks =
-      SelectLinked<Track>(*trackTable, RelationAssetTrackTable::tableName,
-                          RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]);
   relationAssetTrackTable = std::make_unique<RelationAssetTrackTable>(db);
   annotationTable = std::make_unique<AnnotationTable>(db);
   // Last: it is given this table, which must be whole by then.
   mediaAssetGroupTable = std::make_unique<MediaAssetGroupTable>(*this);
-  unusedMediaResources = std::make_unique<UnusedRows>(
-      db, MediaResourceTable::tableName, RelationMediasTable::tableName,
-      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]);
-  unusedTracks = std::make_unique<UnusedRows>(
-      db, TrackTable::tableName, RelationAssetTrackTable::tableName,
-      RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]);
-  emptyAssetGroups = std::make_unique<UnusedRows>(
-      db, MediaAssetGroupTable::tableName, MediaAssetGroupItemTable::tableName,
-      MediaAssetGroupItemTable::columnNames[MediaAssetGroupItemTable::Column::RefMediaAssetGroup]);
+
+  const LinkColumn resourceLink{
+      RelationMediasTable::tableName,
+      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]};
+  const LinkColumn trackLink{RelationAssetTrackTable::tableName,
+                             RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]};
+  const LinkColumn groupLink{
+      MediaAssetGroupItemTable::tableName,
+      MediaAssetGroupItemTable::columnNames[MediaAssetGroupItemTable::Column::RefMediaAssetGroup]};
+  linkedResources = SelectLinked<MediaResource>(*mediaResouceTable, resourceLink);
+  linkedTracks = SelectLinked<Track>(*trackTable, trackLink);
+  unusedMediaResources = std::make_unique<UnusedRows>(db, MediaResourceTable::tableName, resourceLink);
+  unusedTracks = std::make_unique<UnusedRows>(db, TrackTable::tableName, trackLink);
+  emptyAssetGroups = std::make_unique<UnusedRows>(db, MediaAssetGroupTable::tableName, groupLink);
 }
 
 MediaAssetTable::~MediaAssetTable() = default;
@@ -239,19 +214,15 @@ bool MediaAssetTable::DeleteByServerId(ZuServerId serverId) {
 }
 
 bool MediaAssetTable::DeleteUnusedMediaResources() {
-  return DeleteUnused(*unusedMediaResources, *mediaResouceTable, RelationMediasTable::tableName,
-                      RelationMediasTable::columnNames[RelationMediasTable::Column::RefMediaResource]);
+  return unusedMediaResources->Delete([this](Query& unused) { return mediaResouceTable->Delete(unused); });
 }
 
 bool MediaAssetTable::DeleteUnusedTracks() {
-  return DeleteUnused(*unusedTracks, *trackTable, RelationAssetTrackTable::tableName,
-                      RelationAssetTrackTable::columnNames[RelationAssetTrackTable::Column::RefTrack]);
+  return unusedTracks->Delete([this](Query& unused) { return trackTable->Delete(unused); });
 }
 
 bool MediaAssetTable::DeleteEmptyAssetGroups() {
-  return DeleteUnused(
-      *emptyAssetGroups, *mediaAssetGroupTable, MediaAssetGroupItemTable::tableName,
-      MediaAssetGroupItemTable::columnNames[MediaAssetGroupItemTable::Column::RefMediaAssetGroup]);
+  return emptyAssetGroups->Delete([this](Query& unused) { return mediaAssetGroupTable->Delete(unused); });
 }
 
 bool MediaAssetTable::CleanUpDependentData() {

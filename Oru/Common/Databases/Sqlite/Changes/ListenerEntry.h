@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
+#include "Oru/Common/Databases/Sqlite/ChangeNotice.h"
 
 #include <atomic>
 #include <mutex>
@@ -10,9 +10,9 @@ namespace Oru::Common::Databases::Sqlite {
 
 /// The function of one `ChangeListener`, which is called until it is no longer active.
 struct ListenerEntry {
-  explicit ListenerEntry(ChangeListener::Function toCall) : function(std::move(toCall)) {}
+  explicit ListenerEntry(ChangeNotice::Callback toCall) : function(std::move(toCall)) {}
 
-  const ChangeListener::Function function;
+  const ChangeNotice::Callback function;
   // Held during a call; recursive, as a function may destroy its own listener.
   std::recursive_mutex mutex;
   std::atomic<bool> isActive{true};

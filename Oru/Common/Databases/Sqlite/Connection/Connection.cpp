@@ -1,7 +1,7 @@
 #include "Oru/Common/Databases/Sqlite/Connection/Connection.h"
 
+#include "Oru/Common/Databases/Cursor.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 
 #include <sqlite3.h>
 
@@ -22,7 +22,7 @@ void Connection::Open(sqlite3* handle) {
 }
 
 void Connection::Close() {
-  while (CursorSqlite* cursor = mCursors.Any())
+  while (Cursor* cursor = mCursors.Any())
     cursor->Close();
   mStatements = std::make_unique<StatementCache>();
   mSchema.reset();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Oru/Common/Databases/Sqlite/Changes/ChangeListeners.h"
-#include "Oru/Common/Databases/Sqlite/Connection/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/Connection/SchemaWatch.h"
 #include "Oru/Common/Databases/Sqlite/Connection/StatementDeadline.h"
+#include "Oru/Common/Databases/Sqlite/Statements/OpenCursors.h"
 #include "Oru/Common/Databases/Sqlite/Statements/StatementCache.h"
 #include "Oru/Common/Databases/Sqlite/Upkeep/MemoryRecovery.h"
 

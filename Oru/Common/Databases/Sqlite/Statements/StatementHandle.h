@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/StatementText.h"
 #include "Oru/Common/Databases/Sqlite/Statements/NameIndex.h"
+#include "Oru/Common/Databases/Sqlite/Statements/OpenCursors.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -79,6 +80,8 @@ class StatementHandle {
 
   /// Where the cache holds statements of this text; null for a statement that isn't cached.
   void* slot = nullptr;
+  /// The place of the cursor that runs the statement among the open ones.
+  OpenCursors::Entry openCursor;
 
  private:
   // What a statement may hold on to for each parameter while it waits for its next use.

@@ -31,7 +31,7 @@ auto AllOrNothing(DatabaseSqlite& database, Write write) {
       return result;
     }
   };
-  const ConnectionLock lock(database);
+  const ConnectionLock lock(database.Parts());
   if (database.IsInTransaction()) {
     SavepointGuard savepoint(database);
     return runIn(savepoint);

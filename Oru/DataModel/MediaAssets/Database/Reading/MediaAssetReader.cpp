@@ -123,7 +123,7 @@ int64_t MediaAssetReader::WrittenRows() const {
 
 std::optional<MediaAsset> MediaAssetReader::Read(const Identifier& id, MediaAssetParts parts) {
   if (id.IsEmpty()) return std::nullopt;
-  const Sqlite::ConnectionLock lock(Database());
+  const Sqlite::ConnectionLock lock(Database().Parts());
   const Sqlite::ReadGuard view(Database());
   const int64_t key = table.GetObjectIdFromIdentifier(id);
   std::vector<MediaAsset> found = Read(std::vector<int64_t>{key}, parts);
@@ -132,7 +132,7 @@ std::optional<MediaAsset> MediaAssetReader::Read(const Identifier& id, MediaAsse
 
 MediaAssetPage MediaAssetReader::Read(const MediaAssetSearch& search, MediaAssetParts parts,
                                       std::vector<MediaAssetSearchText::Value>* orderValues) {
-  const Sqlite::ConnectionLock lock(Database());
+  const Sqlite::ConnectionLock lock(Database().Parts());
   const Sqlite::ReadGuard view(Database());
   const MediaAssetSearchText text(search, table);
   const std::vector<int64_t> keys = Keys(text, orderValues);
@@ -147,7 +147,7 @@ MediaAssetPage MediaAssetReader::Read(const MediaAssetSearch& search, MediaAsset
 }
 
 std::vector<MediaAsset> MediaAssetReader::Read(const std::vector<int64_t>& keys, MediaAssetParts parts) {
-  const Sqlite::ConnectionLock lock(Database());
+  const Sqlite::ConnectionLock lock(Database().Parts());
   const Sqlite::ReadGuard view(Database());
   std::unordered_map<int64_t, std::size_t> places;
   places.reserve(keys.size());
@@ -174,13 +174,13 @@ std::vector<MediaAsset> MediaAssetReader::Read(const std::vector<int64_t>& keys,
 }
 
 std::vector<int64_t> MediaAssetReader::Keys(const MediaAssetSearch& search) {
-  const Sqlite::ConnectionLock lock(Database());
+  const Sqlite::ConnectionLock lock(Database().Parts());
   const Sqlite::ReadGuard view(Database());
   return Keys(MediaAssetSearchText(search, table));
 }
 
 int64_t MediaAssetReader::Count(const MediaAssetSearch& search) {
-  const Sqlite::ConnectionLock lock(Database());
+  const Sqlite::ConnectionLock lock(Database().Parts());
   const Sqlite::ReadGuard view(Database());
   return Count(MediaAssetSearchText(search, table));
 }
@@ -290,22 +290,14 @@ void MediaAssetReader::ReadProfiles(Assets& assets, const std::string& keys) {
 }
 
 void MediaAssetReader::ReadAnnotations(Assets& assets, const std::string& keys) {
-  std::vector<std::pair<MediaAsset*, std::shared_ptr<Annotation>>> rows;
-  annotations.ForEach(
+  ObjectsByKey<Annotation> read;
+  annotations.ForEachInOrder(
       keys, [] { return std::make_shared<Annotation>(); },
       [&](int64_t owner, std::shared_ptr<Annotation> annotation) {
-        rows.emplace_back(&assets.At(owner), std::move(annotation));
+        read.Add(annotation->ObjectId(), *annotation);
+        assets.At(owner).Annotations().push_back(std::move(annotation));
       });
-  if (rows.empty()) return;
-  // Their order is that of the keys.
-  std::sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
-    return left.second->ObjectId() < right.second->ObjectId();
-  });
-  ObjectsByKey<Annotation> read;
-  for (auto& [asset, annotation] : rows) {
-    read.Add(annotation->ObjectId(), *annotation);
-    asset->Annotations().push_back(std::move(annotation));
-  }
+  if (read.IsEmpty()) return;
   annotationMetadata.ForEach(read.Keys(), [&](int64_t owner, const MetadataRow& row) {
     MetadataTable::Fold(read.At(owner).Metadata(), row);
   });

@@ -42,21 +42,14 @@ void MediaResourceReader::Read(ObjectsByKey<MediaResource>& resources) {
 }
 
 void MediaResourceReader::ReadStreams(ObjectsByKey<MediaResource>& resources, const std::string& keys) {
-  std::vector<std::pair<MediaResource*, std::unique_ptr<Stream>>> rows;
-  streamRows.ForEach(
+  ObjectsByKey<Stream> streams;
+  streamRows.ForEachInOrder(
       keys, [] { return std::make_unique<Stream>(); },
       [&](int64_t owner, std::unique_ptr<Stream> stream) {
-        rows.emplace_back(&resources.At(owner), std::move(stream));
+        streams.Add(stream->ObjectId(), *stream);
+        resources.At(owner).Streams().emplace_back(std::move(stream));
       });
-  if (rows.empty()) return;
-  std::sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
-    return left.second->ObjectId() < right.second->ObjectId();
-  });
-  ObjectsByKey<Stream> streams;
-  for (auto& [resource, stream] : rows) {
-    streams.Add(stream->ObjectId(), *stream);
-    resource->Streams().emplace_back(std::move(stream));
-  }
+  if (streams.IsEmpty()) return;
   streams.Sort();
   const std::string streamKeys = streams.Keys();
   streamBounds.ForEach(streamKeys, [&](int64_t owner, const TimeBounds& span) {

@@ -100,6 +100,19 @@ class RowsOfOwners {
     }
   }
 
+  /// The same in the order of the objects' keys, whatever the owner.
+  template <class Make, class Use>
+  void ForEachInOrder(const std::string& keys, Make make, Use use) {
+    std::vector<std::pair<int64_t, decltype(make())>> rows;
+    ForEach(keys, make,
+            [&](int64_t ownerKey, auto object) { rows.emplace_back(ownerKey, std::move(object)); });
+    std::sort(rows.begin(), rows.end(), [](const auto& left, const auto& right) {
+      return left.second->ObjectId() < right.second->ObjectId();
+    });
+    for (auto& [ownerKey, object] : rows)
+      use(ownerKey, std::move(object));
+  }
+
   /// The same with one object for all rows, for views whose rows leave nothing in it.
   /// @param use  called after each row with the owner's key and the object
   template <class Use>

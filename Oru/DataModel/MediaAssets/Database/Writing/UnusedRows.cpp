@@ -1,6 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
 
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
 #include <exception>
 #include <utility>
@@ -17,12 +18,10 @@ std::string Number(int64_t value) {
 
 }  // namespace
 
-UnusedRows::UnusedRows(Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable,
-                       std::string linkTable, std::string linkColumn)
+UnusedRows::UnusedRows(Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable, LinkColumn link)
     : database(attachedDatabase),
       table(std::move(sharedTable)),
-      link(std::move(linkTable)),
-      column(std::move(linkColumn)),
+      links(std::move(link)),
       notes("Unlinked" + table),
       known("Known" + table),
       // A table that is dropped takes its triggers along, and one that is renamed keeps them:
@@ -32,11 +31,11 @@ UnusedRows::UnusedRows(Sqlite::DatabaseSqlite& attachedDatabase, std::string sha
           "'By*Of' || tbl_name"),
       dataVersion("PRAGMA data_version") {}
 
-bool UnusedRows::Delete(const std::function<bool()>& deleteAll) {
-  if (!database.IsOpen()) return deleteAll();
-  // The notes are the connection's, and so may be other threads that note, begin and roll back on it: what is
-  // looked at, deleted and forgotten must be the same.
-  const Sqlite::ConnectionLock lock(database);
+bool UnusedRows::Delete(const DeleteRows& deleteAll) {
+  if (!database.IsOpen()) return DeleteByFullScan(deleteAll);
+  // Other threads may note, begin and roll back on the same connection. What is read, deleted and forgotten must
+  // be the same notes.
+  const Sqlite::ConnectionLock lock(database.Parts());
   try {
     return DeleteUnlinked(deleteAll);
   } catch (const std::exception&) {
@@ -47,22 +46,30 @@ bool UnusedRows::Delete(const std::function<bool()>& deleteAll) {
 
 void UnusedRows::Watch() {
   if (!database.IsOpen()) return;
-  const Sqlite::ConnectionLock lock(database);
+  const Sqlite::ConnectionLock lock(database.Parts());
   try {
     BeginNoting();
   } catch (const std::exception&) {
-    // Without notes, all is looked at.
+    // Without notes, the next deletion scans the whole table.
   }
 }
 
-bool UnusedRows::DeleteUnlinked(const std::function<bool()>& deleteAll) {
-  if (!BeginNoting()) return deleteAll();
+bool UnusedRows::DeleteUnlinked(const DeleteRows& deleteAll) {
+  if (!BeginNoting()) return DeleteByFullScan(deleteAll);
   const Changes changes = ChangesSinceLastTime();
-  if (changes.areKnown) {
+  if (!changes.needFullScan) {
     return changes.AreNone() || (DeleteAmong(changes.lastKnownKey) && Forget(changes));
   }
-  // What was noted goes first: as a rule there is nothing else, which is quickly seen.
-  return DeleteAmong(changes.lastKey) && (AreAllLinked() || deleteAll()) && Forget(changes);
+  // What was noted goes first: usually there is nothing else, and a count shows that quickly.
+  return DeleteAmong(changes.lastKey) && (AreAllLinked() || DeleteByFullScan(deleteAll)) && Forget(changes);
+}
+
+bool UnusedRows::DeleteByFullScan(const DeleteRows& deleteAll) const {
+  Sqlite::QuerySqlite linked;
+  linked.In("key", links.table, links.column);
+  Sqlite::QuerySqlite unlinked;
+  unlinked.Not(linked);
+  return deleteAll(unlinked);
 }
 
 bool UnusedRows::BeginNoting() {
@@ -90,8 +97,8 @@ std::string UnusedRows::NotingScript() const {
          "SAVEPOINT noting;\n"
          "DROP TABLE IF EXISTS temp." +
          notes + ";\nCREATE TEMP TABLE " + notes + " (key integer primary key);\n" +
-         trigger("DELETE", link, "old." + column, "") +
-         trigger("UPDATE OF " + column, link, "old." + column, "") +
+         trigger("DELETE", links.table, "old." + links.column, "") +
+         trigger("UPDATE OF " + links.column, links.table, "old." + links.column, "") +
          trigger("INSERT", table, "new.key", isLowKey) +
          trigger("UPDATE OF key", table, "new.key", isLowKey) +
          // Not by an INSERT, whose key another thread's insert could take for its own.
@@ -102,7 +109,7 @@ std::string UnusedRows::NotingScript() const {
 
 UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
   Changes changes;
-  // Before all else: what another connection commits from here on shows the next time.
+  // Read first: what another connection commits from here on shows the next time.
   // https://sqlite.org/pragma.html#pragma_data_version
   changes.dataVersion = dataVersion.FindKey(database);
   Sqlite::CursorSqlite cursor(database, "SELECT (SELECT ifnull(max(lastKey), -1) FROM temp." + known +
@@ -113,7 +120,7 @@ UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
   changes.lastKnownKey = cursor.GetInt64(0);
   changes.lastKey = cursor.GetInt64(1);
   changes.areNoted = cursor.GetBoolean(2);
-  changes.areKnown = changes.lastKnownKey >= 0;
+  changes.needFullScan = changes.lastKnownKey < 0;
   return changes;
 }
 
@@ -121,18 +128,19 @@ UnusedRows::Changes UnusedRows::ChangesSinceLastTime() {
 // are. Counting them takes a quarter of the time of looking for each row's link. There are no more rows than
 // numbers from the lowest key to the highest, so the rows are counted only where numbers are missing.
 bool UnusedRows::AreAllLinked() {
-  Sqlite::CursorSqlite cursor(
-      database, "SELECT CASE WHEN linked = (SELECT max(key) FROM " + table + ") - (SELECT min(key) FROM " +
-                    table + ") + 1 THEN 1 ELSE linked = (SELECT count(*) FROM " + table +
-                    ") END FROM (SELECT count(DISTINCT " + column + ") AS linked FROM " + link + ")");
+  Sqlite::CursorSqlite cursor(database, "SELECT CASE WHEN linked = (SELECT max(key) FROM " + table +
+                                            ") - (SELECT min(key) FROM " + table +
+                                            ") + 1 THEN 1 ELSE linked = (SELECT count(*) FROM " + table +
+                                            ") END FROM (SELECT count(DISTINCT " + links.column +
+                                            ") AS linked FROM " + links.table + ")");
   return cursor.Step() && cursor.GetBoolean(0);
 }
 
 bool UnusedRows::DeleteAmong(int64_t lastKnownKey) {
   return database.ExecuteStatement("DELETE FROM " + table + " WHERE key IN (SELECT key FROM temp." + notes +
                                    " UNION ALL SELECT key FROM " + table + " WHERE key > " +
-                                   Number(lastKnownKey) + ") AND NOT EXISTS (SELECT 1 FROM " + link +
-                                   " WHERE " + column + " = " + table + ".key)");
+                                   Number(lastKnownKey) + ") AND NOT EXISTS (SELECT 1 FROM " + links.table +
+                                   " WHERE " + links.column + " = " + table + ".key)");
 }
 
 bool UnusedRows::Forget(const Changes& changes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Oru/Common/Databases/Query.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 
@@ -9,34 +10,41 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// Deletes the rows of one shared table that no link refers to any more, whatever unlinked them, at a cost
-/// that goes by what has changed since the last time and not by the size of the file.
+/// Where rows of a shared table are linked: a column that holds their keys.
+struct LinkColumn {
+  std::string table;
+  std::string column;
+};
+
+/// Deletes the rows of one shared table to which no link is left, whatever removed it. The cost depends on what
+/// has changed since the last time, and not on the size of the file.
 ///
-/// From the first time on, temporary triggers of the connection note each row that loses a link, and rows
-/// that are new show by their keys. All is looked at the first time, and again when another connection has
-/// changed the file meanwhile, or this one has made one of the tables new. The notes lie in temporary tables, so
-/// that a rollback takes them back together with what they tell of. Internal to the library.
+/// From the first time on, temporary triggers of the connection note each row that loses a link; new rows are
+/// known by their keys. The first time scans the whole table. So does the next time after another connection has
+/// changed the file, or this one has created one of the tables again. The notes are in temporary tables, so that
+/// a rollback undoes them together with the changes.
 ///
 /// Threads: may be used from several threads at once.
 class UnusedRows {
  public:
-  /// @param sharedTable        the table whose rows need a link, with its key in the column `key`
-  /// @param linkTable          the table of the links
-  /// @param linkColumn         the column that refers to the shared table
-  UnusedRows(Common::Databases::Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable,
-             std::string linkTable, std::string linkColumn);
+  using DeleteRows = std::function<bool(Common::Databases::Query& query)>;
 
-  /// Has the connection note from now on which rows lose a link, so that the first deletion knows its own.
+  /// @param sharedTable  its key is in the column `key`
+  UnusedRows(Common::Databases::Sqlite::DatabaseSqlite& attachedDatabase, std::string sharedTable,
+             LinkColumn link);
+
+  /// Starts to note which rows lose a link, so that the first deletion knows its own.
   void Watch();
 
   /// Deletes the rows without a link.
-  /// @param deleteAll  deletes them by looking at all rows; gives false when the database refuses
+  /// @param deleteAll  deletes the rows of the shared table that a query finds, for a scan of the whole table;
+  ///                   gives false when the database refuses
   /// @return false, with a log entry, when the database refuses
-  bool Delete(const std::function<bool()>& deleteAll);
+  bool Delete(const DeleteRows& deleteAll);
 
  private:
   struct Changes {
-    bool areKnown = false;
+    bool needFullScan = true;
     // The connection's number of the file's state, the highest key looked at the last time and the highest
     // key now.
     int64_t dataVersion = 0;
@@ -47,7 +55,8 @@ class UnusedRows {
     bool AreNone() const { return lastKey <= lastKnownKey && !areNoted; }
   };
 
-  bool DeleteUnlinked(const std::function<bool()>& deleteAll);
+  bool DeleteUnlinked(const DeleteRows& deleteAll);
+  bool DeleteByFullScan(const DeleteRows& deleteAll) const;
   bool BeginNoting();
   std::string NotingScript() const;
   Changes ChangesSinceLastTime();
@@ -58,9 +67,8 @@ class UnusedRows {
 
   Common::Databases::Sqlite::DatabaseSqlite& database;
   const std::string table;
-  const std::string link;
-  const std::string column;
-  // Temporary tables: the keys of rows that have lost a link, and what was known the last time.
+  const LinkColumn links;
+  // Temporary tables: the keys of rows that have lost a link, and the state of the file at the last time.
   const std::string notes;
   const std::string known;
   Common::Databases::Sqlite::PreparedStatement partCount;
