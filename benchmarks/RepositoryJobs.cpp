@@ -231,7 +231,7 @@ class DeepPage {
     for (Statement* kind : kinds)
       byHand.Read(kind->With(owners));
   }
-  // Reads the rows and gives their keys, which stand in the first column.
+  // Reads the rows and gives their keys, the first column.
   static std::string ReadKeys(Statement& kind, const std::string& owners) {
     std::string keys;
     for (Rows row(kind.With(owners)); row.Next();) {

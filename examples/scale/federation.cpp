@@ -1,4 +1,4 @@
-// Tells what a search over several files costs, in one federation and one file after the other.
+// Prints what a search over several files costs, in one federation and one file after the other.
 //
 //     scale_federation FOLDER CLIPS FILES...
 //
@@ -106,7 +106,7 @@ void Measure(const std::vector<std::string>& paths, int clips) {
        MediaAssetParts::Row},
       {"list from a far place", MediaAssetSearch(newest).Limit(50, far), MediaAssetParts::Row},
   };
-  const auto tell = [&](const char* name, double together, double inTurn) {
+  const auto print = [&](const char* name, double together, double inTurn) {
     std::cout << paths.size() << " files, " << name << ": at once " << together << " ms, one after the other "
               << inTurn << " ms\n";
   };
@@ -119,7 +119,7 @@ void Measure(const std::vector<std::string>& paths, int clips) {
       for (const auto& repository : repositories)
         repository->Find(job.search, job.parts);
     });
-    tell(job.name, together, inTurn);
+    print(job.name, together, inTurn);
   }
   const FederatedPage before = federation.Find(MediaAssetSearch(newest).Limit(1, far - 1));
   const MediaAssetSearch page = MediaAssetSearch(newest).Limit(50);

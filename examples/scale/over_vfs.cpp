@@ -1,4 +1,4 @@
-// Opens a file through a VFS that an extension of SQLite brings, and tells what commits and pages cost there.
+// Opens a file through a VFS that an extension of SQLite brings, and prints what commits and pages cost there.
 //
 //     scale_over_vfs CONNECTION CLIPS [EXTENSION]
 //
@@ -34,7 +34,7 @@ void Put(MediaAssetRepository& repository, const std::string& id) {
 }
 
 template <class Job>
-void Tell(const std::string& what, int rounds, Job job) {
+void Print(const std::string& what, int rounds, Job job) {
   const auto start = std::chrono::steady_clock::now();
   for (int i = 0; i < rounds; ++i)
     job(i);
@@ -46,8 +46,8 @@ void Tell(const std::string& what, int rounds, Job job) {
 void Run(DataModelDatabase& database, int clips) {
   constexpr int rounds = 5;
   MediaAssetRepository repository(database);
-  Tell("a clip and its commit", clips, [&](int i) { Put(repository, "single-" + std::to_string(i)); });
-  Tell("a commit of 50 clips", rounds, [&](int i) {
+  Print("a clip and its commit", clips, [&](int i) { Put(repository, "single-" + std::to_string(i)); });
+  Print("a commit of 50 clips", rounds, [&](int i) {
     Sqlite::TransactionGuard transaction(database);
     for (int j = 0; j < 50; ++j)
       Put(repository, "batched-" + std::to_string(50 * i + j));
@@ -58,9 +58,9 @@ void Run(DataModelDatabase& database, int clips) {
     std::optional<Sqlite::ReadGuard> reading;
     if (isGuarded) reading.emplace(database);
     const auto page = MediaAssetSearch().Limit(50);
-    Tell("a list page of 50" + where, rounds, [&](int) { repository.Find(page); });
-    Tell("a deep page of 50" + where, rounds, [&](int) { repository.Find(page, MediaAssetParts::All); });
-    Tell("50 clips by identifier" + where, rounds, [&](int) {
+    Print("a list page of 50" + where, rounds, [&](int) { repository.Find(page); });
+    Print("a deep page of 50" + where, rounds, [&](int) { repository.Find(page, MediaAssetParts::All); });
+    Print("50 clips by identifier" + where, rounds, [&](int) {
       for (int i = 0; i < 50; ++i)
         repository.Find(Assets::MediaAssetId("batched-" + std::to_string(i)));
     });

@@ -8,7 +8,7 @@
 //
 // LIBRARY is an extension of SQLite that brings the VFS which the connection text names, or "-" for none. `write`
 // stores three clips a transaction and appends the number of each transaction whose commit succeeded to the file
-// ACKNOWLEDGED. `read` reads pages of whole clips. Both go on after a refusal, and tell the longest pause. `hold`
+// ACKNOWLEDGED. `read` reads pages of whole clips. Both go on after a refusal, and report the longest pause. `hold`
 // leaves a transaction open until the process is killed. `check` looks for damage, and for the clips of each
 // acknowledged transaction: all three or, of a transaction that wasn't acknowledged, all or none. `ask` gives a
 // federation of this one file some seconds to answer.

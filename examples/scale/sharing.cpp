@@ -1,4 +1,4 @@
-// Reader processes and a writer share one file for some seconds; tells how many clips each of them read or
+// Reader processes and a writer share one file for some seconds; prints how many clips each of them read or
 // saved.
 //
 //     scale_sharing READERS WRITERS SECONDS FILE [READ_OPTIONS [WRITE_OPTIONS]]
@@ -69,7 +69,7 @@ int Count(const std::string& file, const std::string& options, int seconds, Job 
   return rounds;
 }
 
-// Runs a job in a process of its own, which tells what it counted, or how it failed, in one line.
+// Runs a job in a process of its own, which reports what it counted, or how it failed, in one line.
 template <class Job>
 void Start(const std::string& name, int seconds, Job job) {
   if (fork() != 0) return;

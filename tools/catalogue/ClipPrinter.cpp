@@ -26,7 +26,7 @@ class Sheet {
  public:
   explicit Sheet(std::ostream& out) : mOut(out) {}
 
-  /// A heading, under which lines stand one step deeper until `End`.
+  /// A heading. The lines below it are indented by one more step until `End`.
   void Begin(const std::string& heading) {
     mOut << std::string(mDepth * 2, ' ') << Printable(heading) << '\n';
     ++mDepth;

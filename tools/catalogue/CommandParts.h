@@ -11,7 +11,7 @@ namespace Catalogue {
 
 /// The commands in the order in which they were added.
 std::vector<const CLI::App*> CommandsOf(const CLI::App& app);
-/// The options that help shows, `--help` with the program alone, and those that go by their places.
+/// The options that help shows, `--help` with the program alone, and positional arguments.
 std::vector<const CLI::Option*> OptionsOf(const CLI::App& command);
 std::vector<const CLI::Option*> PositionalsOf(const CLI::App& command);
 /// "-f", "--file".

@@ -14,7 +14,7 @@ namespace Catalogue {
 /// What is done with a field that no entity has.
 enum class UnknownFields { Refuse, PassOver };
 
-/// An entity as JSON, with all that hangs under it: see docs/interchange.md. The entities stay as they are; they are
+/// An entity as JSON, with all that belongs to it: see docs/interchange.md. The entities stay as they are; they are
 /// no constants because one list of fields serves both directions.
 Json EntityToJson(Oru::DataModel::MediaAssets::MediaAsset& clip);
 /// Either kind of group, by the class of the object.

@@ -20,7 +20,7 @@ struct Fraction {
 /// The time code of a clip's first frame.
 struct StartTimeCode {
   std::string text;    ///< hh:mm:ss:ff, with ';' before the frames when they are counted with drops
-  Fraction frameRate;  ///< 0/1 where neither the time code track nor the video tells
+  Fraction frameRate;  ///< 0/1 if neither the time code track nor the video has one
   bool isDrop = false;
   std::string source;  ///< what carries it, for example "MXF TC"
 };

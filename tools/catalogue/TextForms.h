@@ -11,7 +11,7 @@
 
 namespace Catalogue {
 
-// How values are shown to a reader. "-" stands for what isn't set.
+// How values are shown to a reader. "-" for what isn't set.
 
 /// Text that some file or user gave, with blanks for control characters, which a terminal would obey.
 std::string Printable(const std::string& text);

@@ -79,7 +79,7 @@ class Array {
     if (position != Size()) CheckPosition(position);
     collection.emplace(collection.begin() + position);
     Place(position, std::move(element));
-    TellPositionsFrom(position + 1);
+    RenumberFrom(position + 1);
   }
   /// Puts the element in place of the one at `position`, which is handed back.
   std::unique_ptr<T> Replace(int32_t position, std::unique_ptr<T>&& element) {
@@ -94,7 +94,7 @@ class Array {
     CheckPosition(position);
     std::unique_ptr<T> previous = std::move(collection[Index(position)]);
     collection.erase(collection.begin() + position);
-    TellPositionsFrom(position);
+    RenumberFrom(position);
     return previous;
   }
   /// Takes out all elements.
@@ -173,7 +173,7 @@ class Array {
     collection[Index(position)] = std::move(element);
   }
 
-  void TellPositionsFrom(int32_t first) noexcept {
+  void RenumberFrom(int32_t first) noexcept {
     for (int32_t position = first; position < Size(); ++position) {
       ArrayElementTraits<T>::Adding(*collection[Index(position)], position);
     }

@@ -26,7 +26,7 @@
 
 namespace Oru::DataModel::MediaAssets {
 
-/// A media asset, as a clip: what it is called, when its material runs, and all that hangs under it.
+/// A media asset, as a clip: what it is called, when its material runs, and all that belongs to it.
 ///
 /// A copy has bounds and metadata of its own, and shares its tracks, layouts, resources and annotations with
 /// the original. `Clone` shares none of these; only the assets of `Ancestor` and `Parent` are not part of

@@ -24,8 +24,7 @@ void MediaResource::ModificationDate(BaseTypes::DateTime value) {
   if (value < modificationDate) {
     throw std::runtime_error(
         "Oru::DataModel::MediaAssets::MediaResource::ModificationDate: New modification Date < actual "
-        "modification "
-        "date");
+        "modification date");
   }
   modificationDate = value;
 }

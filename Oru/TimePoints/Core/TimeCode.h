@@ -20,7 +20,7 @@ namespace Oru::TimePoints {
 /// numbered rate. `TimeCodeBuilder` makes one from a date and a clock.
 ///
 /// In drop-frame counting (30 or 60 samples a second only) the first 2 or 4 frame numbers of each minute are
-/// skipped, but for every tenth minute; no frame is lost, only its number.
+/// skipped, except in every tenth minute; no frame is lost, only its number.
 ///
 /// A time code without a date counts from 1900 all the same: its day is 1 January 1970.
 ///
@@ -205,7 +205,7 @@ class TimeCode {
   /// `SamplePerDay`, fit to divide by.
   int64_t DayLength() const {
     if (SamplePerSecond() <= 0) {
-      throw std::out_of_range("Rate " + rate.ToString() + " must be above 0 to tell a date or a clock");
+      throw std::out_of_range("Rate " + rate.ToString() + " must be above 0 for a date or a clock");
     }
     return SamplePerDay();
   }

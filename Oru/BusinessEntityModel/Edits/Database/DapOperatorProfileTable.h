@@ -46,7 +46,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DapOperatorProfileTable
   bool Delete(DapOperatorMetadataProfile& profile);
 
   bool BindToCursor(Common::Databases::Cursor& cursor, DapOperatorProfileEncapsulated& obj) override;
-  /// Reads the row, but for the key: the profile keeps its object id.
+  /// Reads the row without the key: the profile keeps its object id.
   /// @throws std::invalid_argument for a stored number that is no server's, 0 included; std::out_of_range for
   ///         a negative count of the time code
   void ReadFromCursor(const Common::Databases::Cursor& cursor, DapOperatorMetadataProfile& obj,

@@ -33,7 +33,7 @@ void RequireReadable(const Edit& edit, const std::string& owner, const DapOperat
     RefuseObject(edit.Id(), "the time code of " + owner + " has the negative count " + std::to_string(count));
 }
 
-// The operator's profile has a table for sequences only, and no other profile may go by its name.
+// The operator's profile has a table for sequences only, and no other profile may have its name.
 void RequireStorable(const Edit& edit, const MetadataProfileDictionary& metadata, const std::string& owner,
                      bool isOfSequence) {
   static const FullyQualifiedName operatorName = DapOperatorMetadataProfile::StaticFullyQualifiedName();

@@ -310,7 +310,7 @@ bool CursorSqlite::ReadText(int32_t index, std::string& out) const {
     out.assign(text, length);
     return true;
   }
-  // No text is NULL, or the want of memory to make it.
+  // No text means NULL, or too little memory to make it.
   if (GetDatabase().ErrorCode() == SQLITE_NOMEM) {
     GetDatabase().LogFailure(GetDatabase().ErrorText());
     return false;

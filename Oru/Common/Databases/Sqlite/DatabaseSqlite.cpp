@@ -61,7 +61,7 @@ void DatabaseSqlite::Open() {
   // https://sqlite.org/threadsafe.html
   constexpr int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI | SQLITE_OPEN_FULLMUTEX;
   const int code = sqlite3_open_v2(mConnection.c_str(), &mHandle, flags, nullptr);
-  // Without the memory for a handle there is none that could tell the reason.
+  // When there is no memory for a handle, none holds the reason.
   if (!mHandle) Fail(sqlite3_errstr(code));
   if (code != SQLITE_OK) Fail(ErrorText());
   sqlite3_extended_result_codes(mHandle, 1);

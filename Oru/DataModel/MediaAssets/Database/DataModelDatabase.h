@@ -66,7 +66,7 @@ class ORU_DATAMODEL_DATABASE_EXPORT DataModelDatabase : public Common::Databases
   /// The named properties of the file.
   Common::Databases::Sqlite::PropertiesTableSqlite& GetProperties() { return properties; }
 
-  /// Assets; saving and deleting one takes along what hangs under it.
+  /// Assets; saving and deleting one includes what belongs to it.
   MediaAssetTable& GetMediaAssetTable() { return mediaAssetTable; }
   /// Resources, with their streams.
   MediaResourceTable& GetMediaResourceTable() { return mediaAssetTable.GetMediaResourceTable(); }

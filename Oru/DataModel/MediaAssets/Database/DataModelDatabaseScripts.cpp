@@ -427,7 +427,7 @@ CREATE INDEX IF NOT EXISTS LookupDapOperatorMetadataSequenceZuServerId ON DapOpe
                 "DapOperatorMetadata(refMediaAsset) WHERE " + SearchColumns::Protected());
 
 // SQLite plans by these numbers what it joins. They call MediaAsset small, whatever it holds: a list then
-// goes by an index of that table and asks the full-text index for one row at a time, instead of walking the
+// follows an index of that table and asks the full-text index for one row at a time, instead of walking the
 // full-text index and sorting. True numbers don't do that, since SQLite takes a full-text index for a million
 // rows. https://sqlite.org/fileformat2.html#the_sqlite_stat1_table
 const std::string DataModelDatabase::statisticsStatements = R"sql(

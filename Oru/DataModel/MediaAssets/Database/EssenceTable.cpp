@@ -42,7 +42,7 @@ bool EssenceTable::Write(const EssenceArray& essences, int64_t fk) {
 }
 
 bool EssenceTable::Write(const EssenceArray& essences, int64_t fk, Sqlite::OwnerRow stream) {
-  // Numbers that aren't the positions may stand twice. The second essence then takes the place of the first.
+  // Numbers that aren't the positions may occur twice. The second essence then replaces the first.
   bool areAbsent = stream == Sqlite::OwnerRow::New;
   int32_t position = 0;
   return Sqlite::WriteEach(essences, [&](const std::unique_ptr<Essence>& essence) {

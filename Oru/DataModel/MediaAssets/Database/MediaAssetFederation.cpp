@@ -19,7 +19,7 @@ MediaAssetFederation::MediaAssetFederation(const std::vector<std::string>& conne
 }
 
 MediaAssetFederation::~MediaAssetFederation() {
-  // All at once, so that those that hang don't add up.
+  // All at once, so that the waits for those that hang don't add up.
   for (const auto& file : files)
     file->Stop();
 }

@@ -23,7 +23,7 @@ class MediaAssetTable;
 /// Groups of assets, with their items. What makes a group a multi-angle group is a row in
 /// `AnglesMediaAssetGroupTable`; its type text plays no part.
 ///
-/// Deletion is by row: items, angle rows and operator identity go by cascade.
+/// Deletion is by row: items, angle rows and operator identity are deleted by cascade.
 class ORU_DATAMODEL_DATABASE_EXPORT MediaAssetGroupTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaAssetGroupTable, MediaAssetGroup,
                                                       MediaAssetGroup> {

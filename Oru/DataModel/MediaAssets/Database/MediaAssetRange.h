@@ -14,7 +14,7 @@ class MediaAssetReader;
 
 /// The assets of a search's page, one after the other: what `MediaAssetRepository::Each` gives.
 ///
-/// Which assets come, and in which order, is settled when the walk begins; their objects are read a few dozen
+/// Which assets come, and in which order, is decided when the walk begins; their objects are read a few dozen
 /// at a time. So a walk ends, and passes each asset once, whatever the caller stores, renames or removes
 /// meanwhile. An asset that is gone by the time that it would be read is passed over. After a write on the
 /// same connection each further object is read again before it comes.

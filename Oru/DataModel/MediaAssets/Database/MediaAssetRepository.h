@@ -29,16 +29,16 @@ class FormerObjectIds;
 class MediaAssetReader;
 class MediaAssetWriter;
 
-/// Known here too, as callers name it beside the repository.
+// Callers name it together with the repository.
 using MediaAssets::MediaAssetParts;
 
-/// Media assets as wholes: an asset goes in with all that hangs under it, and comes back equal.
+/// Media assets as wholes: an asset goes in with all that belongs to it, and comes back equal.
 ///
 ///     MediaAssetRepository repository(database);
 ///     repository.Put(clip);
 ///     repository.Change(clip.Id(), [](MediaAsset& stored) { stored.Name("Opening"); });
 ///
-/// Everything goes by identifiers, and object ids play no part. An operation that writes stores all or
+/// Objects are found by their identifiers, never by object ids. An operation that writes stores all or
 /// nothing: it is a transaction of its own or, within one that the caller has begun, a savepoint. It throws
 ///   - NotStoredException when the asset is at fault: the text names the asset, the part and what is wrong;
 ///   - InvalidOperationException, with a log entry, when the file can't be written (locked, read-only, full,

@@ -28,13 +28,13 @@ namespace Oru::DataModel::MediaAssets::Database {
 class MediaAssetGroupTable;
 class UnusedRows;
 
-/// Media assets, with all that hangs under them.
+/// Media assets, with all that belongs to them.
 ///
 /// A save writes an asset whole, in a fixed order, and stops at the first part that fails; it opens no
 /// transaction. Bracket it with a `TransactionGuard` to have all or nothing, and to be fast.
 ///
 /// A read comes in two stages. Cursors and `GetObject` fill the asset's own columns; the `Read...` operations
-/// add what hangs under an asset that has its object id, one kind each, as the caller asks for them. None
+/// add what belongs to an asset that has its object id, one kind each, as the caller asks for them. None
 /// clears a collection first. They pass on the exceptions of cursors (InvalidOperationException,
 /// ObjectClosedException); what was added before stays.
 ///

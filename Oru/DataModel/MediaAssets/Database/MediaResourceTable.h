@@ -20,7 +20,7 @@ namespace Oru::DataModel::MediaAssets::Database {
 /// Media resources, with their streams, time bounds and technical metadata. Several assets may share a
 /// resource.
 ///
-/// Deletion is by row: what the resource owns goes by cascade. Resources that no asset uses any more are
+/// Deletion is by row: what the resource owns is deleted by cascade. Resources that no asset uses any more are
 /// removed by `MediaAssetTable`.
 class ORU_DATAMODEL_DATABASE_EXPORT MediaResourceTable
     : public Common::Databases::Sqlite::DeclaredTable<MediaResourceTable, MediaResource, MediaResource> {

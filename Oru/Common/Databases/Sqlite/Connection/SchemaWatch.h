@@ -12,7 +12,7 @@ namespace Oru::Common::Databases::Sqlite {
 class StatementHandle;
 
 /// Notices what other connections commit to the file of a connection, and keeps what SQLite knows of the
-/// tables true. SQLite itself goes by the file's schema version alone, and each opening of a data model database
+/// tables true. SQLite itself looks at the file's schema version alone, and each opening of a data model database
 /// resets that version: so the tables can change under a number that looks current.
 ///
 /// Threads: to be used with the connection locked.

@@ -57,7 +57,7 @@ class StatementHandle {
   /// @return SQLite's result code
   int BindAll(const std::vector<StatementValue>& values);
 
-  /// Keeps in mind that a parameter has its value for the next run.
+  /// Notes that a parameter has its value for the next run.
   /// @param length  how many bytes the statement holds on to for it
   void NoteBound(int number, std::size_t length = 0) {
     mBound |= BitOf(number);

@@ -188,7 +188,7 @@ int64_t MediaAssetReader::Count(const MediaAssetSearch& search) {
 // What the asset that the page follows has in the order.
 MediaAssetSearchText::Value MediaAssetReader::ValueBefore(const MediaAssetSearchText& text) const {
   if (!text.IsAfterAsset()) return {};
-  // Only identifiers need no key to tell equal ones apart.
+  // Only identifiers are unique: all other orders need the key as well.
   const bool needsKey = text.Order() != MediaAssetOrder::Identifier;
   if (needsKey && text.KeyBefore() == -1) throw ArgumentException();
   if (const auto value = text.ValueBefore()) return *value;

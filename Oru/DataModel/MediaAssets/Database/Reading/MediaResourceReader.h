@@ -16,7 +16,7 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-/// Reads what hangs under media resources, for many of them at once: each kind of row by one statement.
+/// Reads what belongs to media resources, for many of them at once: each kind of row by one statement.
 /// Internal to the library.
 class MediaResourceReader {
  public:

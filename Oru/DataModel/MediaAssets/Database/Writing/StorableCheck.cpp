@@ -68,7 +68,7 @@ class StorableCheck {
     Refuse(std::string(what) + " has the negative count " + std::to_string(timeCode.TotalSample()));
   }
 
-  // The operator's profile has a table on assets only, and no other profile may go by its name.
+  // The operator's profile has a table on assets only, and no other profile may have its name.
   void RequireGeneric(const MetadataProfile& profile, const std::string& owner) const {
     static const FullyQualifiedName operatorName = DapOperatorMetadataProfile::StaticFullyQualifiedName();
     if (dynamic_cast<const GenericMetadataProfile*>(&profile) != nullptr &&
