@@ -108,7 +108,7 @@ TEST_F(ChangeListenerTest, TellsWhicheverWayACommitComesAbout) {
   cursor.Close();
   EXPECT_THAT(Told(), ElementsAre("Free+5 Free+6"));
   {
-    const ConnectionLock lock(db);
+    const ConnectionLock lock(db.Parts());
     Run("INSERT INTO Free VALUES (8); BEGIN; INSERT INTO Free VALUES (9); ROLLBACK");
     Run("DELETE FROM Free WHERE x = 8; UPDATE Free SET x = 0 WHERE rowid = 1");
     EXPECT_THAT(Told(), IsEmpty());

@@ -149,7 +149,7 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
       now = next;
       isDirty = isDirty || changes;
     } else if (IsOpen()) {
-      hasDoubts = hasDoubts || isHalfDone;
+      isUncertain = isUncertain || isHalfDone;
       if (rollsBack) TakeBack(mode == Mode::Begun ? Mode::Lost : Mode::Free);
     }
     if (mode == Mode::Free) ExpectCommitted();
@@ -261,9 +261,9 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
     // It isn't known what a statement that failed half-way has left of the rows.
     for (auto row = reported.begin(); row != reported.end();) {
       const auto known = difference.find(row->first);
-      const bool isDoubted = hasDoubts && row->second == '?';
-      if (isDoubted && known != difference.end()) row->second = known->second;
-      row = isDoubted && known == difference.end() ? reported.erase(row) : std::next(row);
+      const bool mayDiffer = isUncertain && row->second == '?';
+      if (mayDiffer && known != difference.end()) row->second = known->second;
+      row = mayDiffer && known == difference.end() ? reported.erase(row) : std::next(row);
     }
     EXPECT_EQ(reported, difference);
     reported.clear();
@@ -275,7 +275,7 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
   void TakeBack(Mode next) {
     mode = next;
     now = {committed, {}, 0};
-    isDirty = hasDoubts = false;
+    isDirty = isUncertain = false;
     reading = nullptr;
     EndLevels(0);
   }
@@ -333,7 +333,7 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
   Work now;
   std::map<Row, char> reported;
   // Whether pages have been changed, and whether a statement has failed half-way in the transaction.
-  bool isDirty = false, hasDoubts = false;
+  bool isDirty = false, isUncertain = false;
   // The other connection's number: as it is stored, as this connection sees it, as it was when asked last.
   int stored = 0, seen = 0, asked = 0;
   std::optional<ReadGuard> othersReading;
