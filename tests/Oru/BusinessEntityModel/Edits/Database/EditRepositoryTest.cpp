@@ -3,7 +3,6 @@
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
@@ -76,7 +75,6 @@ TEST_F(EditRepositoryTest, TheFileHoldsWhatAMapHolds) {
   for (int round = 0; round < 600; ++round) {
     const std::string id = "it's " + std::to_string(random.Below(4));
     TransactionGuard transaction(database);
-    std::optional<SavepointGuard> savepoint(database);
     const bool isKept = !random.Chance(4);
     if (random.Chance(5)) {
       ASSERT_EQ(repository.Remove(EditId(id)), model.count(id) == 1);
@@ -113,9 +111,11 @@ TEST_F(EditRepositoryTest, TheFileHoldsWhatAMapHolds) {
         ASSERT_EQ(ObjectIds(edit), before);
       }
     }
-    if (isKept) savepoint->Commit();
-    savepoint.reset();
-    transaction.Commit();
+    if (isKept) {
+      transaction.Commit();
+    } else {
+      transaction.Rollback();
+    }
 
     const std::vector<Edit> all = repository.All();
     ASSERT_EQ(all.size(), model.size());

@@ -363,46 +363,40 @@ class ClipWalk {
     }
   }
 
+  // What a removal does to a clip.
+  RemoveOutcome RemoveFromModel(const Identifier& id, Protection protection) {
+    const auto clip = model.clips.find(id);
+    if (clip == model.clips.end()) return RemoveOutcome::Absent;
+    const MediaAsset& own = clip->second.own;
+    const bool isProtected = own.HasDapOperatorMetadata() && own.DapOperatorMetadata().IsUserProtected();
+    if (isProtected && protection == Protection::Respect) return RemoveOutcome::Protected;
+    model.Remove(id);
+    return RemoveOutcome::Removed;
+  }
+
   void Remove() {
     const Identifier id = AnyId();
     action = "removal of " + id.Value();
-    const auto clip = model.clips.find(id);
-    const bool isProtected = clip != model.clips.end() && IsProtected(clip->second);
-    const bool isIgnored = random.Chance(2);
-    const RemoveOutcome outcome =
-        desk->clips.Remove(id, isIgnored ? Protection::Ignore : Protection::Respect);
-    if (clip == model.clips.end()) {
-      EXPECT_EQ(outcome, RemoveOutcome::Absent) << action;
-    } else if (isProtected && !isIgnored) {
-      EXPECT_EQ(outcome, RemoveOutcome::Protected) << action;
-    } else {
-      EXPECT_EQ(outcome, RemoveOutcome::Removed) << action;
-      model.Remove(id);
-    }
-  }
-
-  static bool IsProtected(const ClipModel::Clip& clip) {
-    return clip.own.HasDapOperatorMetadata() && clip.own.DapOperatorMetadata().IsUserProtected();
+    const auto protection = random.Chance(2) ? Protection::Ignore : Protection::Respect;
+    EXPECT_EQ(desk->clips.Remove(id, protection), RemoveFromModel(id, protection)) << action;
   }
 
   void RemoveAll() {
-    const auto length = static_cast<int64_t>(random.Below(4));
+    const std::size_t length = random.Below(4);
     const auto direction = random.Chance(2) ? Direction::Ascending : Direction::Descending;
-    const bool isIgnored = random.Chance(2);
+    const auto protection = random.Chance(2) ? Protection::Ignore : Protection::Respect;
     action = "removal of " + std::to_string(length);
     std::vector<Identifier> ids;
     for (const auto& clip : model.clips)
       ids.push_back(clip.first);
     if (direction == Direction::Descending) std::reverse(ids.begin(), ids.end());
-    ids.resize(std::min<std::size_t>(ids.size(), length));
-    int64_t expected = 0;
-    for (const Identifier& id : ids) {
-      if (IsProtected(model.clips.at(id)) && !isIgnored) continue;
-      model.Remove(id);
-      ++expected;
-    }
-    const auto search = MediaAssetSearch().OrderBy(MediaAssetOrder::Identifier, direction).Limit(length);
-    EXPECT_EQ(desk->clips.RemoveAll(search, isIgnored ? Protection::Ignore : Protection::Respect), expected)
+    ids.resize(std::min(ids.size(), length));
+    const auto expected = std::count_if(ids.begin(), ids.end(), [&](const Identifier& id) {
+      return RemoveFromModel(id, protection) == RemoveOutcome::Removed;
+    });
+    const auto search = MediaAssetSearch().OrderBy(MediaAssetOrder::Identifier, direction);
+    EXPECT_EQ(desk->clips.RemoveAll(MediaAssetSearch(search).Limit(static_cast<int64_t>(length)), protection),
+              expected)
         << action;
   }
 
@@ -515,18 +509,12 @@ class ClipWalk {
     const auto key = [](const auto& table, const Identifier& id) {
       return std::to_string(table.GetObjectIdFromIdentifier(id));
     };
-    const Identifier clip = AnyId(), resource = AnyOf(model.resources);
-    const Identifier from = AnyOf(model.tracks), to = AnyOf(model.tracks);
-    const std::string newKey = key(desk->database.GetTrackTable(), to);
-    const std::string moving =
-        "FROM RelationAssetTrack WHERE refTrack = " + key(desk->database.GetTrackTable(), from) +
-        " AND refMediaAsset NOT IN (SELECT refMediaAsset FROM RelationAssetTrack WHERE"
-        " refTrack = " +
-        newKey + ")";
+    const Identifier id = AnyId(), resource = AnyOf(model.resources), to = AnyOf(model.tracks);
+    const auto clip = model.clips.find(id);
     const auto kind = random.Below(5);
     if (kind == 0) {
-      model.Erase([&](const auto& other) { return other.own.Id() == clip; });
-      Run("DELETE FROM MediaAsset WHERE key = " + key(desk->table, clip));
+      model.Erase([&](const auto& other) { return other.own.Id() == id; });
+      Run("DELETE FROM MediaAsset WHERE key = " + key(desk->table, id));
     } else if (kind == 1) {
       for (auto& other : model.clips)
         other.second.resources.erase(resource);
@@ -534,21 +522,23 @@ class ClipWalk {
           key(desk->database.GetMediaResourceTable(), resource));
     } else if (kind == 2) {
       // Under the lowest free key, after which there are others.
-      const Identifier id("low " + std::to_string(++lowKeys));
-      model.tracks[id] = std::make_shared<Track>(id);
-      Run("INSERT INTO Track(key, id) SELECT k + 1, '" + id.Value() +
+      const Identifier low("low " + std::to_string(++lowKeys));
+      model.tracks[low] = std::make_shared<Track>(low);
+      Run("INSERT INTO Track(key, id) SELECT k + 1, '" + low.Value() +
           "' FROM (SELECT 0 AS k UNION ALL SELECT key FROM Track) WHERE k + 1 NOT IN (SELECT key FROM Track) ORDER BY "
           "k LIMIT 1");
-    } else if (model.tracks.count(to) > 0) {
-      for (auto& other : model.clips) {
-        auto& tracks = other.second.tracks;
-        if (tracks.count(to) == 0 && tracks.erase(from) > 0) tracks.insert(to);
-      }
-      Run(kind == 3 ? "UPDATE RelationAssetTrack SET refTrack = " + newKey +
-                          " WHERE rowid IN (SELECT rowid " + moving + ")"
-                    : "REPLACE INTO RelationAssetTrack(rowid, refMediaAsset, refTrack) SELECT rowid, "
-                      "refMediaAsset, " +
-                          newKey + " " + moving);
+    } else if (clip != model.clips.end() && !clip->second.tracks.empty() && model.tracks.count(to) > 0 &&
+               clip->second.tracks.count(to) == 0) {
+      auto& linked = clip->second.tracks;
+      auto& tracks = desk->database.GetTrackTable();
+      const std::string ofOne = " WHERE refTrack = " + key(tracks, *linked.begin()) +
+                                " AND refMediaAsset = " + key(desk->table, id);
+      linked.erase(linked.begin());
+      linked.insert(to);
+      Run(kind == 3
+              ? "UPDATE RelationAssetTrack SET refTrack = " + key(tracks, to) + ofOne
+              : "REPLACE INTO RelationAssetTrack(rowid, refMediaAsset, refTrack) SELECT rowid, refMediaAsset, " +
+                    key(tracks, to) + " FROM RelationAssetTrack" + ofOne);
     }
   }
   void Run(const std::string& sql) {

@@ -50,6 +50,11 @@ class TableColumnsTest : public testing::Test {
     Bind(table, row);
     Read(table, row);
   }
+  template <class TableClass, class Row, class Object>
+  void BindAndRead(TableClass& table, const Row& row, Object&& object) {
+    Bind(table, row);
+    Read(table, object);
+  }
 
   void Note(const std::string& what, const Numbers& numbers, const std::vector<std::size_t>& ends,
             const Call& call) {
@@ -90,50 +95,38 @@ TEST_F(TableColumnsTest, AreBoundAndReadInTheirOrderUpToTheFirstThatIsRefused) {
   BindAndRead(assets.GetRelationMediasTable(), RelationMedias());
   StreamTable& streams = assets.GetStreamTable();
   Stream stream(StreamId("stream"));
-  Bind(streams, StreamEncapsulated(1, stream));
-  Read(streams, stream);
+  BindAndRead(streams, StreamEncapsulated(1, stream), stream);
   VideoEssence video;
   AudioEssence audio;
   DataEssence data;
-  Bind(streams.GetEssenceTable(), EssenceEncapsulated(1, video));
-  Read(streams.GetEssenceTable(), video);
-  Bind(streams.GetVideoEssenceTable(), EssenceEncapsulated(1, video));
-  Read(streams.GetVideoEssenceTable(), video);
-  Bind(streams.GetAudioEssenceTable(), EssenceEncapsulated(1, audio));
-  Read(streams.GetAudioEssenceTable(), audio);
-  Bind(streams.GetDataEssenceTable(), EssenceEncapsulated(1, data));
-  Read(streams.GetDataEssenceTable(), data);
+  BindAndRead(streams.GetEssenceTable(), EssenceEncapsulated(1, video), video);
+  BindAndRead(streams.GetVideoEssenceTable(), EssenceEncapsulated(1, video), video);
+  BindAndRead(streams.GetAudioEssenceTable(), EssenceEncapsulated(1, audio), audio);
+  BindAndRead(streams.GetDataEssenceTable(), EssenceEncapsulated(1, data), data);
   BindAndRead(assets.GetTrackTable(), Track());
   BindAndRead(assets.GetTrackTable().GetTrackChannelTable(), TrackChannelEncapsulated());
   BindAndRead(assets.GetRelationAssetTrackTable(), RelationAssetTrack());
   TimePoints::TimeBounds bounds;
-  Bind(assets.GetTimeBoundsTable(), TimeBoundsEncapsulated(1, bounds));
-  Read(assets.GetTimeBoundsTable(), bounds);
+  BindAndRead(assets.GetTimeBoundsTable(), TimeBoundsEncapsulated(1, bounds), bounds);
   const BusinessEntityModel::BaseTypes::FullyQualifiedName profileName("profile");
   const std::string entry = "entry";
-  Bind(assets.GetMetadataTable(), MetadataEncapsulated(1, profileName, entry, entry));
-  Read(assets.GetMetadataTable(), MetadataRow());
+  BindAndRead(assets.GetMetadataTable(), MetadataEncapsulated(1, profileName, entry, entry), MetadataRow());
   Annotation annotation;
-  Bind(assets.GetAnnotationTable(), AnnotationEncapsulated(1, annotation));
-  Read(assets.GetAnnotationTable(), annotation);
+  BindAndRead(assets.GetAnnotationTable(), AnnotationEncapsulated(1, annotation), annotation);
   DapOperatorMetadataProfile profile;
-  Bind(assets.GetDapOperatorMetadataTable(), DapMetadataEncapsulated(1, profile));
-  Read(assets.GetDapOperatorMetadataTable(), profile);
+  BindAndRead(assets.GetDapOperatorMetadataTable(), DapMetadataEncapsulated(1, profile), profile);
   BindAndRead(assets.GetDapOperatorKeywordsTable(), KeywordEncapsulated(1, 0, "keyword"));
 
   MediaAssetGroupTable& groups = database.GetMediaAssetGroupTable();
   BindAndRead(groups, MediaAssetGroup());
   MediaAssetGroupItemTable& items = groups.GetMediaAssetGroupItemTable();
   AnglesMediaAssetGroupItem item;
-  Bind(items, GroupItemEncapsulated(1, 1, item));
-  Read(items, item);
-  Bind(items.GetAnglesMediaAssetGroupItemTable(), GroupItemEncapsulated(1, 1, item));
-  Read(items.GetAnglesMediaAssetGroupItemTable(), item);
+  BindAndRead(items, GroupItemEncapsulated(1, 1, item), item);
+  BindAndRead(items.GetAnglesMediaAssetGroupItemTable(), GroupItemEncapsulated(1, 1, item), item);
   AnglesMediaAssetGroupTable& angles = groups.GetAnglesMediaAssetGroupTable();
   BindAndRead(angles, AnglesMediaAssetGroup());
   AnglesDapOperatorMetadataProfile place;
-  Bind(angles.GetDapOperatorProfileTable(), AnglesDapMetadataEncapsulated(1, place));
-  Read(angles.GetDapOperatorProfileTable(), place);
+  BindAndRead(angles.GetDapOperatorProfileTable(), AnglesDapMetadataEncapsulated(1, place), place);
 
   BindAndRead(database.GetEditTable(), Edits::Edit());
   Edits::Database::SequenceTable& sequences = database.GetSequenceTable();
