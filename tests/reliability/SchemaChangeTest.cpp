@@ -1,3 +1,4 @@
+#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
@@ -8,11 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
+#include <future>
 #include <string>
 
 namespace Oru::Reliability {
 
+using Common::Databases::Sqlite::ChangeListener;
 using Common::Databases::Sqlite::DatabaseSqlite;
 using Common::Databases::Sqlite::ReadGuard;
 using Common::Databases::Sqlite::TransactionGuard;
@@ -62,6 +66,10 @@ TEST_P(SchemaChangeTest, AnIdleConnectionNoticesWhatAnOpeningAfterItHides) {
         }
         EXPECT_TRUE(db.GetMediaAssetTable().Save(clip));
       },
+      [](DataModelDatabase& db, MediaAsset& clip) {
+        const ChangeListener listener(db, [](const auto&) {});
+        EXPECT_TRUE(db.GetMediaAssetTable().Save(clip));
+      },
   };
   for (int round = 0; round < (IsLong() ? 17 : 1); ++round) {
     for (const std::string change : Changes) {
@@ -98,6 +106,26 @@ TEST_P(SchemaChangeTest, AnIdleConnectionNoticesWhatAnOpeningAfterItHides) {
     }
   }
   EXPECT_EQ(log.Text(), "");
+}
+
+// The look at the tables is old when the write gets its lock.
+TEST_P(SchemaChangeTest, AWriteThatWaitsForTheChangeOfTheTablesNoticesIt) {
+  DataModelDatabase waiting(connection, log.Stream());
+  DatabaseSqlite tool(connection, log.Stream());
+  waiting.Open();
+  tool.Open();
+  MediaAsset clip = MakeClip("clip", 1), again = MakeClip("clip", 2);
+  ASSERT_TRUE(waiting.GetMediaAssetTable().Save(clip));
+  const std::string version = TestSupport::Value(tool, "PRAGMA schema_version");
+  TransactionGuard change(tool);
+  ASSERT_TRUE(tool.ExecuteStatement(Changes[0]) &&
+              tool.ExecuteStatement("PRAGMA schema_version = " + version));
+  auto saving = std::async(std::launch::async, [&] { return waiting.GetMediaAssetTable().Save(again); });
+  EXPECT_EQ(saving.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+  change.Commit();
+  EXPECT_TRUE(saving.get()) << log.Text();
+  EXPECT_EQ(StoredVersion(waiting, "clip"), 2);
+  EXPECT_EQ(Faults(path), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(Journal, SchemaChangeTest, testing::Values("delete", "wal"),

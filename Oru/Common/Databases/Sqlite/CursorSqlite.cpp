@@ -144,7 +144,11 @@ int CursorSqlite::StepOnce() {
   const bool isCommand = mPrepared->IsCommand();
   const bool wasInTransaction = isCommand && db.IsInTransaction();
   if (mPosition != Position::OnRow) mPrepared->ClearUnbound();
-  const int code = sqlite3_step(mStatement);
+  int code = sqlite3_step(mStatement);
+  if (CanRepeat() && db.Parts().connection.Schema().MustRepeat(code)) {
+    mPrepared->Rewind();
+    code = sqlite3_step(mStatement);
+  }
   if (mPosition != Position::OnRow) {
     mPrepared->NoticeNewPreparation();
     mLastColumn = 0;
@@ -160,6 +164,12 @@ int CursorSqlite::StepOnce() {
     mHasFailed = true;
   }
   return code;
+}
+
+// A statement that gives rows may have given some already, and listeners would miss what was noted before.
+bool CursorSqlite::CanRepeat() const {
+  return !mPrepared->IsReadOnly() && !mPrepared->IsCommand() && mPrepared->Columns().Size() == 0 &&
+         !GetDatabase().Parts().connection.Listeners().Notifier();
 }
 
 void CursorSqlite::ThrowStepFailure(const std::string& message) {
@@ -178,8 +188,9 @@ bool CursorSqlite::Step(const ConnectionLock&) {
   if (mPosition == Position::AfterRows) return false;
   DatabaseSqlite& db = GetDatabase();
   const StatementDeadline::Scope scope(db.Parts().connection.Deadline());
-  const char* refusal =
-      mPosition == Position::OnRow ? nullptr : db.Parts().transactions.Refusal(mPrepared->IsReadOnly());
+  const char* refusal = mPosition == Position::OnRow
+                            ? nullptr
+                            : db.Parts().transactions.Refusal(mPrepared->IsReadOnly(), CanRepeat());
   const int code = refusal ? SQLITE_ERROR : StepOnce();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;

@@ -150,6 +150,7 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   void Prepare(const std::string& select);
   void Rewind(bool isForSameParameters);
   int StepOnce();
+  bool CanRepeat() const;
   void LeaveRow();
   [[noreturn]] void ThrowStepFailure(const std::string& message);
   bool IsOnRow() const;

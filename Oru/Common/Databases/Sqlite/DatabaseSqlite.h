@@ -144,7 +144,7 @@ class ORU_COMMON_DATABASE_EXPORT DatabaseSqlite : public Database {
   /// numbers to see whether it has written in between.
   int64_t WrittenRows() const;
   /// The open connection, null while closed, for calls of SQLite's own interface that this class doesn't
-  /// offer. The database owns it.
+  /// offer. The database owns it, and its commit hook.
   sqlite3* Handle() const { return mHandle; }
   /// What the connection consists of, for the library's own sources. Callers don't have its header.
   ConnectionParts& Parts() const { return *mParts; }

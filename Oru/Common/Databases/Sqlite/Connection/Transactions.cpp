@@ -146,7 +146,7 @@ bool Transactions::IsLost() const {
   return mIsBegun && sqlite3_get_autocommit(mConnection.Handle()) != 0;
 }
 
-const char* Transactions::Refusal(bool isReadOnly) {
+const char* Transactions::Refusal(bool isReadOnly, bool canRepeat) {
   mConnection.Recovery().Recover(mConnection.Handle());
   if (!mConnection.IsInTransaction()) {
     if (mIsBegun && !isReadOnly) return LostTransactionText;
@@ -155,13 +155,13 @@ const char* Transactions::Refusal(bool isReadOnly) {
   }
   // What a reading writes would be lost, after it was reported, if its end can't commit.
   if (mIsReading && !isReadOnly) return ReadingText;
-  return IsSchemaTrue(isReadOnly) ? nullptr : sqlite3_errmsg(mConnection.Handle());
+  return IsSchemaTrue(isReadOnly, canRepeat) ? nullptr : sqlite3_errmsg(mConnection.Handle());
 }
 
 // A read that couldn't look shows by itself what was wrong, and the end of a transaction must not be refused
 // for it.
-bool Transactions::IsSchemaTrue(bool isReadOnly) {
-  if (mConnection.Schema().IsTrue(isReadOnly)) return true;
+bool Transactions::IsSchemaTrue(bool isReadOnly, bool canRepeat) {
+  if (mConnection.Schema().IsTrue(isReadOnly, canRepeat)) return true;
   mConnection.NoteFailure(sqlite3_extended_errcode(mConnection.Handle()));
   return isReadOnly;
 }

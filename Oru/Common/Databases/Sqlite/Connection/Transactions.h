@@ -47,7 +47,8 @@ class Transactions {
   bool IsLost() const;
 
   /// Why a statement must not be stepped now, null if it may. To be asked before the first step of each run.
-  const char* Refusal(bool isReadOnly);
+  /// @param canRepeat  as `SchemaWatch::IsTrue` has it
+  const char* Refusal(bool isReadOnly, bool canRepeat = false);
   /// Why damage can't be looked for now, null if it can.
   const char* WhyNoCheck() const;
   /// Why a backup must not begin now, null if it may.
@@ -58,7 +59,7 @@ class Transactions {
   void Forget();
 
  private:
-  bool IsSchemaTrue(bool isReadOnly);
+  bool IsSchemaTrue(bool isReadOnly, bool canRepeat = false);
   void NoteEnd();
 
   Connection& mConnection;
