@@ -9,7 +9,6 @@
 #include "TextForms.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -103,8 +102,11 @@ int LongCommands::Check() {
     if (progress.Show(seconds.count(), -1)) continue;
     progress.Clear();
     mConsole.errors << "interrupted" << std::endl;
-    // A check can't be ended half-way, and has nothing to lose.
-    std::_Exit(interrupted);
+    // Again, as it ends one statement, and a check is several.
+    do
+      mStore.Database().Interrupt();
+    while (check.wait_for(20ms) != std::future_status::ready);
+    return interrupted;
   }
   progress.Clear();
   const std::vector<std::string> findings = check.get();
