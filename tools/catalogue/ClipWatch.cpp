@@ -2,6 +2,11 @@
 
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 
+#include "InterchangeFields.h"
+
+#include <ctime>
+#include <functional>
+#include <optional>
 #include <utility>
 
 namespace Catalogue {
@@ -32,9 +37,21 @@ std::vector<ClipWatch::Change> ClipWatch::Changes() {
 
 std::map<int64_t, ClipWatch::Seen> ClipWatch::Read() {
   const Oru::Common::Databases::Sqlite::ReadGuard guard(mStore.Database());
+  const int64_t before = std::exchange(mReadAt, std::time(nullptr));
   std::map<int64_t, Seen> clips;
-  for (const ClipStore::MediaAsset& clip : mStore.Clips().Each({}))
-    clips[clip.ObjectId()] = {clip.Id().Value(), clip.Name(), clip.ModificationDate()};
+  for (const ClipStore::MediaAsset& clip : mStore.Clips().Each({})) {
+    Seen& seen = clips[clip.ObjectId()];
+    seen = {clip.Id().Value(), clip.Name(), clip.ModificationDate()};
+    const auto known = mSeen.find(clip.ObjectId());
+    const bool isOld = known != mSeen.end() && known->second.modified == seen.modified;
+    // Up to a second after its date, which was read before it was stored, a clip may change and keep the date.
+    if (isOld && seen.modified + 1 < before) {
+      seen.hash = known->second.hash;
+    } else if (seen.modified + 1 >= mReadAt || isOld) {
+      if (auto whole = mStore.Clips().Find(clip.Id()))
+        seen.hash = std::hash<std::string>()(EntityToJson(*whole).dump());
+    }
+  }
   return clips;
 }
 

@@ -9,10 +9,8 @@
 
 namespace Catalogue {
 
-/// What other processes do to the clips of a catalogue, seen by comparing keys and dates.
-///
-/// Dates count seconds: of several changes of a clip within one second, only those are seen that were there when the
-/// clips were compared.
+/// What other processes do to the clips of a catalogue, seen by comparing keys, names and dates. Dates count seconds; so
+/// a clip that was changed in the second of a comparison is compared with all that it holds.
 class ClipWatch {
  public:
   struct Change {
@@ -34,9 +32,11 @@ class ClipWatch {
     std::string id;
     std::string name;
     int64_t modified = 0;
+    // Of all that the clip holds; 0 while its date shows each change.
+    size_t hash = 0;
 
     bool operator==(const Seen& other) const {
-      return id == other.id && name == other.name && modified == other.modified;
+      return id == other.id && name == other.name && modified == other.modified && hash == other.hash;
     }
   };
 
@@ -44,6 +44,8 @@ class ClipWatch {
 
   ClipStore& mStore;
   std::map<int64_t, Seen> mSeen;
+  // When the clips were read last, in seconds since 1970.
+  int64_t mReadAt = 0;
 };
 
 }  // namespace Catalogue
