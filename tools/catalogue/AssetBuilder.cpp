@@ -70,13 +70,26 @@ void SetBounds(MediaAssets::TimeBoundsArray& bounds, int64_t duration) {
   bounds.OutBoundary(out);
 }
 
+/// @return the essence's profile, to be completed and added
+template <class Essence>
+ProfileWriter SetCoding(Essence& essence, const CodingReport& coding) {
+  essence.BitRate(Narrow(coding.bitRate));
+  essence.BitRateMode(BitRateModeOf(coding.bitRateMode));
+  essence.BitDepth(Narrow(coding.bitDepth));
+  // MXF has no codes of four characters but long labels, kept with the other words of the file.
+  if (coding.codecId.size() == 4) essence.FourCC(coding.codecId);
+  ProfileWriter profile(Profiles::essence);
+  profile.Text("format", coding.format)
+      .Text("formatVersion", coding.formatVersion)
+      .Text("formatProfile", coding.formatProfile)
+      .Text("codecId", coding.codecId);
+  return profile;
+}
+
 std::unique_ptr<MediaAssets::Essence> BuildEssence(const VideoReport& video) {
   auto essence = std::make_unique<MediaAssets::VideoEssence>();
   essence->ChannelCount(1);
   essence->VideoCodec(VideoCodecOf(video));
-  essence->BitRate(Narrow(video.bitRate));
-  essence->BitRateMode(BitRateModeOf(video.bitRateMode));
-  essence->BitDepth(Narrow(video.bitDepth));
   if (video.frameRate) essence->FrameRate(RateOf(video.frameRate));
   essence->Width(Narrow(video.width));
   essence->Height(Narrow(video.height));
@@ -84,14 +97,8 @@ std::unique_ptr<MediaAssets::Essence> BuildEssence(const VideoReport& video) {
   essence->ChromaSubSampling(ChromaSubSamplingOf(video.chromaSubsampling));
   essence->ColorSpace(ColorSpaceOf(video));
   essence->ScanMode(ScanModeOf(video.scanType));
-  // MXF has no codes of four characters but long labels, kept with the other words of the file.
-  if (video.codecId.size() == 4) essence->FourCC(video.codecId);
-  ProfileWriter(Profiles::essence)
-      .Text("format", video.format)
-      .Text("formatVersion", video.formatVersion)
-      .Text("formatProfile", video.formatProfile)
+  SetCoding(*essence, video)
       .Text("commercialName", video.commercialName)
-      .Text("codecId", video.codecId)
       .Text("colorSpace", video.colorSpace)
       .AddTo(*essence->Metadata());
   return essence;
@@ -101,17 +108,8 @@ std::unique_ptr<MediaAssets::Essence> BuildEssence(const AudioReport& audio) {
   auto essence = std::make_unique<MediaAssets::AudioEssence>();
   essence->ChannelCount(Narrow(audio.channels));
   essence->AudioCodec(AudioCodecOf(audio));
-  essence->BitRate(Narrow(audio.bitRate));
-  essence->BitRateMode(BitRateModeOf(audio.bitRateMode));
   if (audio.sampleRate > 0) essence->SampleRate({Narrow(audio.sampleRate), 1});
-  essence->BitDepth(Narrow(audio.bitDepth));
-  if (audio.codecId.size() == 4) essence->FourCC(audio.codecId);
-  ProfileWriter(Profiles::essence)
-      .Text("format", audio.format)
-      .Text("formatVersion", audio.formatVersion)
-      .Text("formatProfile", audio.formatProfile)
-      .Text("codecId", audio.codecId)
-      .AddTo(*essence->Metadata());
+  SetCoding(*essence, audio).AddTo(*essence->Metadata());
   return essence;
 }
 

@@ -43,16 +43,20 @@ Fraction FrameRate(const StreamFields& stream) {
   return {thousandths, 1000};
 }
 
+void ReadCoding(const StreamFields& stream, CodingReport& coding) {
+  coding.format = stream.Text("Format");
+  coding.formatVersion = stream.Text("Format_Version");
+  coding.formatProfile = stream.Text("Format_Profile");
+  coding.codecId = stream.Text("CodecID");
+  coding.bitRate = stream.Number("BitRate");
+  coding.bitRateMode = stream.Text("BitRate_Mode");
+  coding.bitDepth = stream.Number("BitDepth");
+}
+
 VideoReport ReadVideo(const StreamFields& stream) {
   VideoReport video;
-  video.format = stream.Text("Format");
-  video.formatVersion = stream.Text("Format_Version");
-  video.formatProfile = stream.Text("Format_Profile");
+  ReadCoding(stream, video);
   video.commercialName = stream.Text("Format_Commercial_IfAny");
-  video.codecId = stream.Text("CodecID");
-  video.bitRate = stream.Number("BitRate");
-  video.bitRateMode = stream.Text("BitRate_Mode");
-  video.bitDepth = stream.Number("BitDepth");
   video.frameRate = FrameRate(stream);
   video.frameCount = stream.Number("FrameCount");
   video.width = stream.Number("Width");
@@ -68,16 +72,10 @@ VideoReport ReadVideo(const StreamFields& stream) {
 
 AudioReport ReadAudio(const StreamFields& stream) {
   AudioReport audio;
-  audio.format = stream.Text("Format");
-  audio.formatVersion = stream.Text("Format_Version");
-  audio.formatProfile = stream.Text("Format_Profile");
-  audio.codecId = stream.Text("CodecID");
-  audio.bitRate = stream.Number("BitRate");
-  audio.bitRateMode = stream.Text("BitRate_Mode");
+  ReadCoding(stream, audio);
   audio.sampleRate = stream.Number("SamplingRate");
   audio.sampleCount = stream.Number("SamplingCount");
   audio.channels = stream.Number("Channel(s)");
-  audio.bitDepth = stream.Number("BitDepth");
   return audio;
 }
 

@@ -25,16 +25,20 @@ struct StartTimeCode {
   std::string source;  ///< what carries it, for example "MXF TC"
 };
 
-/// One video track, or a still picture. Texts stay empty and numbers 0 where the file says nothing.
-struct VideoReport {
+/// How a track is coded. Texts stay empty and numbers 0 where the file says nothing.
+struct CodingReport {
   std::string format;         ///< for example "MPEG Video"
   std::string formatVersion;  ///< for example "Version 2"
   std::string formatProfile;  ///< for example "4:2:2@High"
-  std::string commercialName;
-  std::string codecId;  ///< four characters in QuickTime and AVI, a label in MXF
-  int64_t bitRate = 0;  ///< bits a second
+  std::string codecId;        ///< four characters in QuickTime and AVI, a label in MXF
+  int64_t bitRate = 0;        ///< bits a second
   std::string bitRateMode;
   int64_t bitDepth = 0;
+};
+
+/// One video track, or a still picture.
+struct VideoReport : CodingReport {
+  std::string commercialName;
   Fraction frameRate;
   int64_t frameCount = 0;
   int64_t width = 0;
@@ -48,17 +52,10 @@ struct VideoReport {
 };
 
 /// One sound track.
-struct AudioReport {
-  std::string format;
-  std::string formatVersion;
-  std::string formatProfile;
-  std::string codecId;
-  int64_t bitRate = 0;  ///< bits a second
-  std::string bitRateMode;
+struct AudioReport : CodingReport {
   int64_t sampleRate = 0;  ///< samples a second
   int64_t sampleCount = 0;
   int64_t channels = 0;
-  int64_t bitDepth = 0;
 };
 
 /// A track that is neither picture nor sound: time code, captions, ancillary data.
