@@ -229,22 +229,22 @@ struct Change {
   enum Kind { Drop, Cut, Bytes, Value };
   /// By the letters v (value), b (bytes), d (drop) and c (cut), and others as they come.
   Kind WhichKind() const {
-    switch (head[0] % 8) {
-      case 'c' % 8:
-        return Cut;
-      case 'd' % 8:
-        return Drop;
-      case 'b' % 8:
-        return Bytes;
-      default:
-        return Value;
-    }
+    const unsigned letter = head[0] % 8;
+    if (letter == 'c' % 8) return Cut;
+    if (letter == 'd' % 8) return Drop;
+    return letter == 'b' % 8 ? Bytes : Value;
   }
+  const ColumnName& Column() const { return Sound().Column(head[1]); }
+  /// Whether the tables' definitions may be others now.
+  bool IsOfTables() const {
+    return WhichKind() == Drop || (WhichKind() == Value && Column().table == "sqlite_schema");
+  }
+  bool IsOfRows() const { return WhichKind() == Value && !IsOfTables(); }
 };
 
 // Gives one column of one row, or of all rows, a value of any type.
 void SetValue(sqlite3* handle, const Change& change) {
-  const auto& [table, column] = Sound().Column(change.head[1]);
+  const auto& [table, column] = change.Column();
   const std::string sql =
       "UPDATE OR IGNORE \"" + table + "\" SET \"" + column + "\" = ?1" +
       (change.head[2] % 2 ? " WHERE rowid = " + std::to_string(change.head[2] / 2 % 16) : std::string());
@@ -252,20 +252,13 @@ void SetValue(sqlite3* handle, const Change& change) {
   if (sqlite3_prepare_v2(handle, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK) return;
   const std::string& text = change.text;
   const int size = static_cast<int>(text.size());
-  constexpr int64_t edges[] = {std::numeric_limits<int64_t>::min(),
-                               std::numeric_limits<int64_t>::max(),
-                               std::numeric_limits<int32_t>::min(),
-                               std::numeric_limits<int32_t>::max(),
-                               std::numeric_limits<uint32_t>::max(),
-                               -1,
-                               0,
-                               1};
-  switch (change.head[3] % 8) {
-    case 'i' % 8:
-      sqlite3_bind_int64(statement, 1, std::atoll(text.c_str()));
-      break;
-    case 'e' % 8:
-      sqlite3_bind_int64(statement, 1, edges[text.empty() ? 0 : text[0] & 7]);
+  using Whole = std::numeric_limits<int64_t>;
+  using Half = std::numeric_limits<int32_t>;
+  constexpr int64_t edges[] = {Whole::min(), Whole::max(), Half::min(), Half::max(), 0xFFFFFFFF, -1, 0, 1};
+  int64_t number = 0;
+  std::memcpy(&number, text.data(), std::min(text.size(), sizeof number));
+  switch (const unsigned kind = change.head[3] % 8) {
+    case 'n' % 8:
       break;
     case 'r' % 8:
       sqlite3_bind_double(statement, 1, std::atof(text.c_str()));
@@ -273,37 +266,27 @@ void SetValue(sqlite3* handle, const Change& change) {
     case 't' % 8:
       sqlite3_bind_text(statement, 1, text.c_str(), size, SQLITE_STATIC);
       break;
-    case 'n' % 8:
-      break;
     case 'x' % 8:
       sqlite3_bind_blob(statement, 1, text.c_str(), size, SQLITE_STATIC);
       break;
-    default: {
-      int64_t number = 0;
-      std::memcpy(&number, text.data(), std::min(text.size(), sizeof number));
+    default:
+      if (kind == 'i' % 8) number = std::atoll(text.c_str());
+      if (kind == 'e' % 8) number = edges[number & 7];
       sqlite3_bind_int64(statement, 1, number);
-    }
   }
   sqlite3_step(statement);
   sqlite3_finalize(statement);
 }
 
 void ChangeSchema(sqlite3* handle, const Change& change) {
-  const auto& [table, column] = Sound().Column(change.head[1]);
-  switch (change.head[2] % 4) {
-    case 0:
-      Run(handle, "ALTER TABLE \"" + table + "\" DROP COLUMN \"" + column + "\"");
-      break;
-    case 1:
-      Run(handle, "DROP TABLE \"" + table + "\"");
-      break;
-    case 2:
-      Run(handle, "ALTER TABLE \"" + table + "\" RENAME TO Other; CREATE VIEW \"" + table +
-                      "\" AS SELECT * FROM Other UNION ALL SELECT * FROM Other");
-      break;
-    default:
-      Run(handle, "DELETE FROM \"" + table + "\"");
-  }
+  const auto& [table, column] = change.Column();
+  const std::string quoted = '"' + table + '"';
+  const std::string changes[] = {"ALTER TABLE " + quoted + " DROP COLUMN \"" + column + '"',
+                                 "DROP TABLE " + quoted,
+                                 "ALTER TABLE " + quoted + " RENAME TO Other; CREATE VIEW " + quoted +
+                                     " AS SELECT * FROM Other UNION ALL SELECT * FROM Other",
+                                 "DELETE FROM " + quoted};
+  Run(handle, changes[change.head[2] % 4]);
 }
 
 void SetBytes(std::string& content, const Change& change) {
@@ -321,20 +304,6 @@ std::vector<Change> ChangesOf(const std::string& input) {
   for (std::string line; std::getline(lines, line) && changes.size() < 16;)
     changes.emplace_back(line);
   return changes;
-}
-
-bool ChangeTables(const std::vector<Change>& changes) {
-  return std::any_of(changes.begin(), changes.end(), [](const Change& change) {
-    return change.WhichKind() == Change::Drop ||
-           (change.WhichKind() == Change::Value && Sound().Column(change.head[1]).table == "sqlite_schema");
-  });
-}
-
-// Whether the changes leave the pages and the tables' definitions alone.
-bool AreOfRowsAlone(const std::vector<Change>& changes) {
-  return std::all_of(changes.begin(), changes.end(), [](const Change& change) {
-    return change.WhichKind() == Change::Value && Sound().Column(change.head[1]).table != "sqlite_schema";
-  });
 }
 
 std::string Damaged(const std::vector<Change>& changes) {
@@ -463,7 +432,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   std::string content = Damaged(changes);
   // Most of an input's time would go to the opening and to preparing statements. So most inputs with the usual tables
   // come to an open connection, as if another one had written them. A finding of theirs may need the inputs before it.
-  const bool isOpened = !db.IsOpen() || ChangeTables(changes) || count % 16 == 0;
+  const bool isOpened = !db.IsOpen() || count % 16 == 0 ||
+                        std::any_of(changes.begin(), changes.end(), std::mem_fn(&Change::IsOfTables));
   if (isOpened) db.Close();
   for (std::size_t i = 0; i < 4 && content.size() >= 28 && !isOpened; ++i) {
     // The count of changes, by which SQLite tells that its cache is old: https://sqlite.org/fileformat.html
@@ -479,6 +449,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     if (transaction) Try([&] { transaction->Commit(); });
   }
   // What it has read of a damaged file isn't for the next one.
-  if ((isOpened && !AreOfRowsAlone(changes)) || db.IsInTransaction()) db.Close();
+  const bool areOfRows = std::all_of(changes.begin(), changes.end(), std::mem_fn(&Change::IsOfRows));
+  if ((isOpened && !areOfRows) || db.IsInTransaction()) db.Close();
   return 0;
 }

@@ -41,6 +41,7 @@ class ChildProcess {
     close(mPipe);
   }
 
+  pid_t Id() const { return mPid; }
   void Kill() {
     if (mPid > 0) kill(mPid, SIGKILL);
   }

@@ -15,12 +15,14 @@
 
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
 
 namespace Oru::Reliability {
 
+namespace Edits = BusinessEntityModel::Edits;
 using Common::Databases::Sqlite::ReadGuard;
 using Common::Databases::Sqlite::TransactionGuard;
 using namespace DataModel::MediaAssets::Database;
@@ -76,52 +78,22 @@ Clock::time_point InSeconds(int seconds) {
   return Clock::now() + std::chrono::seconds(seconds);
 }
 
+void RunThreads(const std::vector<std::function<void()>>& works) {
+  std::vector<std::thread> threads(works.begin(), works.end());
+  for (std::thread& thread : threads)
+    thread.join();
+}
+
 }  // namespace
 
 class ConcurrencyTest : public testing::TestWithParam<const char*> {
  protected:
-  const TestSupport::TemporaryDirectory directory;
-  const std::string path = directory.File("clips.db");
-  const std::string connection = "file:" + path + "?_busy_timeout=20000&_journal_mode=" + GetParam();
-};
-
-TEST_P(ConcurrencyTest, ProcessesShareAFile) {
-  const auto end = InSeconds(IsLong() ? 30 : 4);
-  std::vector<std::unique_ptr<ChildProcess>> children;
-  for (int worker = 0; worker < WorkerCount; ++worker) {
-    children.push_back(std::make_unique<ChildProcess>([&, worker](int pipe) {
-      const std::string text = Work(connection, worker, end);
-      return write(pipe, text.data(), text.size()) == 0;
-    }));
-  }
-  for (const auto& child : children) {
-    EXPECT_EQ(child->Heard(), "");
-    EXPECT_TRUE(child->Succeeds());
-  }
-  EXPECT_EQ(Faults(path), "");
-  EXPECT_FALSE(HasSideFiles(path));
-}
-
-TEST_P(ConcurrencyTest, ThreadsShareAFileWithADatabaseEach) {
-  const auto end = InSeconds(IsLong() ? 30 : 4);
-  std::vector<std::thread> threads;
-  for (int worker = 0; worker < WorkerCount; ++worker)
-    threads.emplace_back([&, worker] { EXPECT_EQ(Work(connection, worker, end), ""); });
-  for (std::thread& thread : threads)
-    thread.join();
-  EXPECT_EQ(Faults(path), "");
-  EXPECT_FALSE(HasSideFiles(path));
-}
-
-TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
-  for (int round = 0; round < (IsLong() ? 200 : 20); ++round) {
-    Restore(path, "");
-    const auto start = Clock::now() + std::chrono::milliseconds(20);
+  void RunProcesses(Clock::time_point begin, Clock::time_point end) {
     std::vector<std::unique_ptr<ChildProcess>> children;
     for (int worker = 0; worker < WorkerCount; ++worker) {
       children.push_back(std::make_unique<ChildProcess>([&, worker](int pipe) {
-        std::this_thread::sleep_until(start);
-        std::string text = Work(connection, worker, Clock::now());
+        std::this_thread::sleep_until(begin);
+        const std::string text = Work(connection, worker, end);
         return write(pipe, text.data(), text.size()) == 0;
       }));
     }
@@ -129,8 +101,36 @@ TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
       EXPECT_EQ(child->Heard(), "");
       EXPECT_TRUE(child->Succeeds());
     }
+    ExpectSound();
+  }
+  void ExpectSound() {
     EXPECT_EQ(Faults(path), "");
-    if (HasFailure()) return;
+    EXPECT_FALSE(HasSideFiles(path));
+  }
+
+  const TestSupport::TemporaryDirectory directory;
+  const std::string path = directory.File("clips.db");
+  const std::string connection = "file:" + path + "?_busy_timeout=20000&_journal_mode=" + GetParam();
+};
+
+TEST_P(ConcurrencyTest, ProcessesShareAFile) {
+  RunProcesses(Clock::now(), InSeconds(IsLong() ? 30 : 4));
+}
+
+TEST_P(ConcurrencyTest, ThreadsShareAFileWithADatabaseEach) {
+  std::vector<std::function<void()>> works;
+  for (int worker = 0; worker < WorkerCount; ++worker) {
+    works.push_back(
+        [this, worker, end = InSeconds(IsLong() ? 30 : 4)] { EXPECT_EQ(Work(connection, worker, end), ""); });
+  }
+  RunThreads(works);
+  ExpectSound();
+}
+
+TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
+  for (int round = 0; round < (IsLong() ? 200 : 20) && !HasFailure(); ++round) {
+    Restore(path, "");
+    RunProcesses(Clock::now() + std::chrono::milliseconds(20), Clock::now());
   }
 }
 
@@ -156,26 +156,25 @@ TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughTablesOfTheirOwn) {
       EXPECT_EQ(read.Tracks().Size(), 3U);
     }
   };
-  std::thread threads[] = {
-      std::thread(assets, 1), std::thread(assets, 2), std::thread([&] {
-        for (int round = 1; Clock::now() < end; ++round) {
-          AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
-          EXPECT_TRUE(db.GetAnglesMediaAssetGroupTable().Save(group));
-        }
-      }),
-      std::thread([&] {
-        for (int round = 1; Clock::now() < end; ++round) {
-          BusinessEntityModel::Edits::Edit edit(BusinessEntityModel::Edits::EditId("edit"));
-          edit.Name(std::to_string(round));
-          EXPECT_TRUE(db.GetEditTable().Save(edit));
-          EXPECT_EQ(TestSupport::Value(db, "SELECT name FROM Edit WHERE id = 'edit'"), std::to_string(round));
-        }
-      })};
-  for (std::thread& thread : threads)
-    thread.join();
+  RunThreads({[&] { assets(1); }, [&] { assets(2); },
+              [&] {
+                for (int round = 1; Clock::now() < end; ++round) {
+                  AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
+                  EXPECT_TRUE(db.GetAnglesMediaAssetGroupTable().Save(group));
+                }
+              },
+              [&] {
+                for (int round = 1; Clock::now() < end; ++round) {
+                  Edits::Edit edit("edit");
+                  edit.Name(std::to_string(round));
+                  EXPECT_TRUE(db.GetEditTable().Save(edit));
+                  EXPECT_EQ(TestSupport::Value(db, "SELECT name FROM Edit WHERE id = 'edit'"),
+                            std::to_string(round));
+                }
+              }});
   EXPECT_EQ(log.Text(), "");
   db.Close();
-  EXPECT_EQ(Faults(path), "");
+  ExpectSound();
 }
 
 // Each operation has the connection to itself: what one thread has refused takes nothing of the others along, and
@@ -207,31 +206,30 @@ TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughRepositoriesOfTheirOwn) {
       EXPECT_EQ(repository.Find(batch[2].Id()), batch[2]);
     }
   };
-  std::thread threads[] = {std::thread(clips, 1), std::thread(clips, 2), std::thread([&] {
-                             MediaAssetGroupRepository groups(db);
-                             for (int round = 1; Clock::now() < end; ++round) {
-                               AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
-                               groups.Put(group);
-                               EXPECT_EQ(groups.FindAngles(group.Id()), group);
-                               EXPECT_EQ(groups.All().size(), 1U);
-                             }
-                           }),
-                           std::thread([&] {
-                             BusinessEntityModel::Edits::Database::EditRepository edits(db);
-                             for (int round = 1; Clock::now() < end; ++round) {
-                               BusinessEntityModel::Edits::Edit edit("edit");
-                               edit.Name(std::to_string(round));
-                               edit.Sequences().Add(BusinessEntityModel::Edits::Sequence("sequence"));
-                               edits.Put(edit);
-                               EXPECT_EQ(edits.Find(edit.Id()), edit);
-                             }
-                           })};
-  for (std::thread& thread : threads)
-    thread.join();
+  RunThreads({[&] { clips(1); }, [&] { clips(2); },
+              [&] {
+                MediaAssetGroupRepository groups(db);
+                for (int round = 1; Clock::now() < end; ++round) {
+                  AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
+                  groups.Put(group);
+                  EXPECT_EQ(groups.FindAngles(group.Id()), group);
+                  EXPECT_EQ(groups.All().size(), 1U);
+                }
+              },
+              [&] {
+                Edits::Database::EditRepository edits(db);
+                for (int round = 1; Clock::now() < end; ++round) {
+                  Edits::Edit edit("edit");
+                  edit.Name(std::to_string(round));
+                  edit.Sequences().Add(Edits::Sequence("sequence"));
+                  edits.Put(edit);
+                  EXPECT_EQ(edits.Find(edit.Id()), edit);
+                }
+              }});
   EXPECT_EQ(log.Text(), "");
   EXPECT_EQ(MediaAssetRepository(db).Find(shared.Id())->Description(), std::to_string(changes));
   db.Close();
-  EXPECT_EQ(Faults(path), "");
+  ExpectSound();
 }
 
 INSTANTIATE_TEST_SUITE_P(Journal, ConcurrencyTest, testing::Values("delete", "wal"),

@@ -38,12 +38,10 @@ using DataModel::MediaAssets::Database::MediaAssetSearch;
 using DataModel::MediaAssets::Database::Protection;
 namespace Edits = BusinessEntityModel::Edits;
 
-FaultJob::Attempt Opening() {
-  return [](DataModelDatabase& db) {
-    db.Close();
-    db.Open();
-    return true;
-  };
+bool Opens(DataModelDatabase& db) {
+  db.Close();
+  db.Open();
+  return true;
 }
 
 // The last script of an opening has made each of its indexes.
@@ -56,6 +54,11 @@ bool HoldsAll(DataModelDatabase& db) {
                        return TestSupport::Value(db, "SELECT count(*) FROM sqlite_schema WHERE name = '" +
                                                          name + "'") == "1";
                      });
+}
+
+template <bool (*attempt)(DataModelDatabase&)>
+FaultJob::Attempt Each() {
+  return attempt;
 }
 
 // All or nothing. The keys that a rolled-back save has left in its objects are void, so each attempt saves a
@@ -112,8 +115,9 @@ bool IsSavedOrMended(DataModelDatabase& db) {
 }
 
 // The same objects in each attempt: they are as they were when one fails.
-FaultJob::Attempt PuttingAll(std::vector<MediaAsset> clips) {
-  const auto objects = std::make_shared<std::vector<MediaAsset>>(std::move(clips));
+FaultJob::Attempt PuttingAll() {
+  const auto objects =
+      std::make_shared<std::vector<MediaAsset>>(std::vector{MakeClip("a", 2), MakeClip("new", 1)});
   return [objects](DataModelDatabase& db) { return MediaAssetRepository(db).PutAll(*objects).empty(); };
 }
 
@@ -169,8 +173,12 @@ bool Changes(DataModelDatabase& db) {
   return true;
 }
 
+AnglesMediaAssetGroup NewGroup() {
+  return MakeGroup("g", 2, {"b", "a"});
+}
+
 bool PutsGroup(DataModelDatabase& db) {
-  AnglesMediaAssetGroup group = MakeGroup("g", 2, {"b", "a"});
+  AnglesMediaAssetGroup group = NewGroup();
   MediaAssetGroupRepository(db).Put(group);
   return true;
 }
@@ -287,8 +295,8 @@ bool HasReason(const std::string& log) {
 
 const std::vector<FaultJob>& FaultJobs() {
   static const std::vector<FaultJob> jobs = {
-      {"OpenNew", Opening, HoldsAll, false, true, true},
-      {"OpenOld", Opening, HoldsAll, true, true},
+      {"OpenNew", Each<Opens>, HoldsAll, false, true, true},
+      {"OpenOld", Each<Opens>, HoldsAll, true, true},
       {"SaveNew", [] { return Plain(MakeClip("new", 1), SaveClip); }, IsSavedOrMended},
       {"SaveNewInTransaction", [] { return InTransaction(MakeClip("new", 1), SaveClip); },
        HasVersion("new", 1), true},
@@ -297,32 +305,20 @@ const std::vector<FaultJob>& FaultJobs() {
        true},
       {"PutNew", [] { return Putting(MakeClip("new", 1)); }, HasVersion("new", 1), true},
       {"PutAgain", [] { return Putting(MakeClip("a", 2)); }, HasVersion("a", 2), true},
-      {"PutAll",
-       [] {
-         return PuttingAll({MakeClip("a", 2), MakeClip("new", 1)});
-       },
-       HasVersion("new", 1), true},
-      {"PutHeard", [] { return FaultJob::Attempt(PutsHeard); }, HasVersion("new", 1), true},
-      {"PutInSavepoints", [] { return FaultJob::Attempt(PutsInSavepoints); }, HasVersion("new", 1), true},
-      {"Change", [] { return FaultJob::Attempt(Changes); }, HasVersion("a", 2), true},
-      {"PutGroup", [] { return FaultJob::Attempt(PutsGroup); }, HasNewGroup, true},
-      {"PutEdit", [] { return FaultJob::Attempt(PutsEdit); }, HasEdit, true},
-      {"Remove", [] { return FaultJob::Attempt(RemovesFirst); }, IsDeleted, true},
-      {"RemoveAll", [] { return FaultJob::Attempt(RemovesAll); }, IsDeleted, true},
+      {"PutAll", PuttingAll, HasVersion("new", 1), true},
+      {"PutHeard", Each<PutsHeard>, HasVersion("new", 1), true},
+      {"PutInSavepoints", Each<PutsInSavepoints>, HasVersion("new", 1), true},
+      {"Change", Each<Changes>, HasVersion("a", 2), true},
+      {"PutGroup", Each<PutsGroup>, HasNewGroup, true},
+      {"PutEdit", Each<PutsEdit>, HasEdit, true},
+      {"Remove", Each<RemovesFirst>, IsDeleted, true},
+      {"RemoveAll", Each<RemovesAll>, IsDeleted, true},
       {"Delete", [] { return Plain(MakeClip("a", 1), DeleteClip); }, IsDeleted},
       {"DeleteInTransaction", [] { return InTransaction(MakeClip("a", 1), DeleteClip); }, IsDeleted, true},
-      {"SaveGroup",
-       [] {
-         return Plain(MakeGroup("g", 2, {"b", "a"}), SaveGroup);
-       },
-       HasNewGroup},
-      {"SaveGroupInTransaction",
-       [] {
-         return InTransaction(MakeGroup("g", 2, {"b", "a"}), SaveGroup);
-       },
-       HasNewGroup, true},
-      {"Read", [] { return FaultJob::Attempt(Reads); }, Reads, true},
-      {"Backup", [] { return FaultJob::Attempt(BacksUp); }, HasWholeCopy, true},
+      {"SaveGroup", [] { return Plain(NewGroup(), SaveGroup); }, HasNewGroup},
+      {"SaveGroupInTransaction", [] { return InTransaction(NewGroup(), SaveGroup); }, HasNewGroup, true},
+      {"Read", Each<Reads>, Reads, true},
+      {"Backup", Each<BacksUp>, HasWholeCopy, true},
   };
   return jobs;
 }

@@ -9,6 +9,7 @@
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
+#include "reliability/ChildProcess.h"
 #include "reliability/Clips.h"
 #include "support/TemporaryDirectory.h"
 
@@ -17,7 +18,6 @@
 #include <array>
 #include <atomic>
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -30,7 +30,6 @@
 #include <sstream>
 #include <string>
 #include <sys/mman.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -69,7 +68,7 @@ struct Clip {
 
 // What the processes share.
 struct Board {
-  std::atomic<bool> isOver{false};
+  std::atomic<bool> isOver{false}, hasFailed{false};
   std::atomic<int64_t> steps[ProcessCount]{};
   std::atomic<int64_t> writes{0}, refusals{0}, copies{0};
   Clip clips[ProcessCount][ThreadCount][ClipCount];
@@ -277,7 +276,7 @@ bool RunProcess(Board& board, int process, const std::string& path, const std::s
     } catch (const std::exception& exception) {
       const std::lock_guard<std::mutex> lock(mutex);
       faults += "process " + std::to_string(process) + ": " + exception.what() + "\n";
-      board.isOver = true;
+      board.hasFailed = board.isOver = true;
     }
   };
   guarded([&] {
@@ -307,7 +306,7 @@ bool RunProcess(Board& board, int process, const std::string& path, const std::s
 
 // One of the places for a process, and the process that fills it now.
 struct Place {
-  pid_t pid = -1;
+  std::unique_ptr<ChildProcess> child;
   Clock::time_point begin, lastStep;
   int64_t steps = 0;
   long memoryAtFirst = 0, memoryAtMost = 0;
@@ -339,8 +338,9 @@ class Soak {
       KillOne();
     }
     mBoard->isOver = true;
-    for (Place& place : mPlaces)
-      End(place);
+    for (const Place& place : mPlaces)
+      mBoard->hasFailed = !place.child->Succeeds() || mBoard->hasFailed;
+    if (mBoard->hasFailed) Complain("a process has failed");
     CompareTheFile();
     Report();
     return mIsSound;
@@ -358,18 +358,18 @@ class Soak {
     place = Place();
     place.begin = place.lastStep = Clock::now();
     place.steps = mBoard->steps[process];
-    place.pid = fork();
-    // Without this process's destructors.
-    if (place.pid == 0) _exit(RunProcess(*mBoard, process, mPath, mConnection, seed) ? 0 : 1);
+    place.child = std::make_unique<ChildProcess>([=](int) {
+      // Should it hang at the end.
+      alarm(static_cast<unsigned>((mEnd - Clock::now() + LongestStep) / std::chrono::seconds(1)));
+      return RunProcess(*mBoard, process, mPath, mConnection, seed);
+    });
   }
 
   void KillOne() {
     const int process = static_cast<int>(mRandom() % ProcessCount);
-    Place& place = mPlaces[static_cast<std::size_t>(process)];
-    kill(place.pid, SIGKILL);
-    int status = 0;
-    waitpid(place.pid, &status, 0);
-    if (WIFEXITED(status)) return Complain("a process ends by itself");
+    ChildProcess& child = *mPlaces[static_cast<std::size_t>(process)].child;
+    child.Kill();
+    if (child.Succeeds()) return Complain("a process ends by itself");
     ++mKills;
     Start(process);
   }
@@ -380,10 +380,10 @@ class Soak {
     if (mBoard->steps[process] != place.steps) place.lastStep = now;
     place.steps = mBoard->steps[process];
     if (now - place.lastStep > LongestStep) Complain("process " + std::to_string(process) + " hangs");
-    const long memory = ResidentMemory(place.pid);
+    const long memory = ResidentMemory(place.child->Id());
     if (now - place.begin > std::chrono::seconds(3) && place.memoryAtFirst == 0) place.memoryAtFirst = memory;
     place.memoryAtMost = std::max(place.memoryAtMost, memory);
-    place.descriptors = std::max(place.descriptors, DescriptorCount(std::to_string(place.pid)));
+    place.descriptors = std::max(place.descriptors, DescriptorCount(std::to_string(place.child->Id())));
     mMemoryAtMost = std::max(mMemoryAtMost, memory);
     mDescriptorsAtMost = std::max(mDescriptorsAtMost, place.descriptors);
     if (place.memoryAtFirst > 0 && memory > 2 * place.memoryAtFirst + 65536) {
@@ -392,19 +392,6 @@ class Soak {
     }
     if (place.descriptors > 64)
       Complain("a process has " + std::to_string(place.descriptors) + " descriptors open");
-  }
-
-  void End(const Place& place) {
-    const auto latest = Clock::now() + LongestStep;
-    int status = 0;
-    pid_t ended = 0;
-    while ((ended = waitpid(place.pid, &status, WNOHANG)) == 0 && Clock::now() < latest)
-      std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    if (ended == 0) {
-      kill(place.pid, SIGKILL);
-      waitpid(place.pid, &status, 0);
-    }
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) Complain("a process has failed");
   }
 
   void CompareTheFile() {
