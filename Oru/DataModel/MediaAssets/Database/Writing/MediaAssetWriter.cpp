@@ -151,20 +151,21 @@ void MediaAssetWriter::RequireNew(const MediaAsset& asset) {
 
 void MediaAssetWriter::WriteOwn(MediaAsset& asset, int64_t key) {
   asset.ObjectId(key);
+  const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(key == -1);
   Require(asset, key == -1 ? assets.Insert(asset, true) : assets.Update(asset, true));
   if (Holds(asset, MediaAssetParts::Annotations))
-    Require(asset, assets.GetAnnotationTable().Write(asset.Annotations(), asset.ObjectId()));
+    Require(asset, assets.GetAnnotationTable().Write(asset.Annotations(), asset.ObjectId(), row));
   if (Holds(asset, MediaAssetParts::TimeBounds))
-    Require(asset, assets.GetTimeBoundsTable().Write(asset.PhysicalTimebounds(), asset.ObjectId()));
-  if (Holds(asset, MediaAssetParts::Operator)) WriteOperatorProfile(asset);
+    Require(asset, assets.GetTimeBoundsTable().Write(asset.PhysicalTimebounds(), asset.ObjectId(), row));
+  if (Holds(asset, MediaAssetParts::Operator)) WriteOperatorProfile(asset, row);
   if (Holds(asset, MediaAssetParts::Metadata))
-    Require(asset, assets.GetMetadataTable().Write(asset.Metadata(), asset.ObjectId()));
+    Require(asset, assets.GetMetadataTable().Write(asset.Metadata(), asset.ObjectId(), row));
 }
 
-void MediaAssetWriter::WriteOperatorProfile(MediaAsset& asset) {
+void MediaAssetWriter::WriteOperatorProfile(MediaAsset& asset, Sqlite::OwnerRow row) {
   DapOperatorMetadataTable& profiles = assets.GetDapOperatorMetadataTable();
-  Require(asset, asset.HasDapOperatorMetadata() ? profiles.Write(asset.Metadata(), asset.ObjectId())
-                                                : profiles.DeleteOwned(asset.ObjectId()));
+  Require(asset, asset.HasDapOperatorMetadata() ? profiles.Write(asset.Metadata(), asset.ObjectId(), row)
+                                                : profiles.DeleteOwned(asset.ObjectId(), row));
 }
 
 // Tracks come after the resources, whose essences their channels take. What is no longer used goes at the
@@ -226,7 +227,8 @@ bool MediaAssetWriter::WriteChannels(const Track& track, bool isNew) {
     return true;
   std::stable_sort(channels.begin(), channels.end(),
                    [&](const auto& left, const auto& right) { return number(left) < number(right); });
-  return assets.GetTrackTable().GetTrackChannelTable().Write(channels, track.ObjectId(), true);
+  return assets.GetTrackTable().GetTrackChannelTable().Write(channels, track.ObjectId(), true,
+                                                             Sqlite::OwnerRowThatIs(isNew));
 }
 
 // Why the channels of a track couldn't be written.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
+#include "Oru/Common/Databases/Sqlite/OwnerRow.h"
 #include "Oru/Common/Databases/Sqlite/PreparedStatement.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 #include "Oru/DataModel/MediaAssets/Database/Writing/AssetUses.h"
@@ -47,7 +48,7 @@ class MediaAssetWriter {
  private:
   void RequireNew(const MediaAsset& asset);
   void WriteOwn(MediaAsset& asset, int64_t key);
-  void WriteOperatorProfile(MediaAsset& asset);
+  void WriteOperatorProfile(MediaAsset& asset, Common::Databases::Sqlite::OwnerRow row);
   void WriteShared(MediaAsset& asset, bool isNew);
   std::vector<int64_t> WriteTracks(MediaAsset& asset, const std::vector<int64_t>& linked,
                                    std::vector<int64_t>& released);

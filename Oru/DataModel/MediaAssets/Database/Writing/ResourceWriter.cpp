@@ -63,10 +63,11 @@ std::vector<int64_t> ResourceWriter::Write(MediaAsset& asset, const std::vector<
 
 int64_t ResourceWriter::WriteRow(const Writing& writing, MediaResource& resource) {
   resource.ObjectId(resources.GetObjectIdFromIdentifier(resource.Id()));
-  Require(writing,
-          resource.ObjectId() == -1 ? resources.Insert(resource, true) : resources.Update(resource, true));
-  Require(writing, resources.GetTimeBoundsTable().Write(resource.Timebounds(), resource.ObjectId()));
-  Require(writing, resources.GetMetadataTable().Write(*resource.Metadata(), resource.ObjectId()));
+  const bool isNew = resource.ObjectId() == -1;
+  const Sqlite::OwnerRow row = Sqlite::OwnerRowThatIs(isNew);
+  Require(writing, isNew ? resources.Insert(resource, true) : resources.Update(resource, true));
+  Require(writing, resources.GetTimeBoundsTable().Write(resource.Timebounds(), resource.ObjectId(), row));
+  Require(writing, resources.GetMetadataTable().Write(*resource.Metadata(), resource.ObjectId(), row));
   return resource.ObjectId();
 }
 
@@ -94,9 +95,10 @@ void ResourceWriter::WriteStream(const Writing& writing, Stream& stream, int64_t
   }
   stream.ObjectId(stored.key);
   StreamEncapsulated row(resource, stream);
+  const Sqlite::OwnerRow owner = Sqlite::OwnerRowThatIs(isNew);
   Require(writing, isNew ? streams.Insert(row, true) : streams.Update(row, true));
-  Require(writing, streams.GetTimeBoundsTable().Write(stream.Timebounds(), stream.ObjectId()));
-  Require(writing, streams.GetMetadataTable().Write(*stream.Metadata(), stream.ObjectId()));
+  Require(writing, streams.GetTimeBoundsTable().Write(stream.Timebounds(), stream.ObjectId(), owner));
+  Require(writing, streams.GetMetadataTable().Write(*stream.Metadata(), stream.ObjectId(), owner));
   WriteEssences(writing, stream, isNew);
 }
 
@@ -134,7 +136,8 @@ void ResourceWriter::WriteEssence(const Writing& writing, Essence& essence, int6
   EssenceEncapsulated row(stream, essence);
   essence.ObjectId(stored ? stored->key : -1);
   Require(writing, stored ? essences.Update(row, true) : essences.Insert(row, true));
-  Require(writing, essences.GetMetadataTable().Write(*essence.Metadata(), essence.ObjectId()));
+  Require(writing, essences.GetMetadataTable().Write(*essence.Metadata(), essence.ObjectId(),
+                                                     Sqlite::OwnerRowThatIs(stored == nullptr)));
   const auto kind = static_cast<std::size_t>(essence.GetType());
   for (std::size_t other = 0; stored && other < kinds.size(); ++other) {
     if (other != kind && stored->isOfKind[other]) Require(writing, kinds[other]->Delete(stored->key));

@@ -81,8 +81,9 @@ class QueryPlanTest : public TestSupport::OpenDatabase {
 
 TEST_F(QueryPlanTest, NothingIsDeletedOrLookedUpBelowARowThatIsNew) {
   texts.clear();
-  MediaAsset clip = MakeClip("one");
+  MediaAsset clip = MakeClip("one"), other = MakeClip("two");
   ASSERT_TRUE(assets.Save(clip));
+  MediaAssetRepository(database).Put(other);
   for (const std::string& text : texts) {
     EXPECT_NE(text.rfind("DELETE ", 0), 0U) << text;
     for (const char* look : {" FROM Essence WHERE ", " FROM DapOperatorMetadata WHERE "})
