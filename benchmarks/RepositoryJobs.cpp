@@ -1,5 +1,6 @@
 #include "RepositoryJobs.h"
 
+#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
@@ -23,6 +24,7 @@
 namespace Oru::Benchmarks {
 
 using namespace DataModel::MediaAssets::Database;
+using Common::Databases::Sqlite::QuerySqlite;
 using Common::Databases::Sqlite::ReadGuard;
 using Common::Databases::Sqlite::TransactionGuard;
 using DataModel::MediaAssets::DapId;
@@ -270,7 +272,43 @@ void MeasureDeepPages(Report& report, LibrarySite& site, ByHand& byHand, int cli
   report.Compare("deep page in a guard", 100, DeepCeiling, 0, read, readByHand);
 }
 
-/// A page of a list and its total, by the library and by hand.
+/// What a list gives: the keys of its first page and the total.
+struct Page {
+  std::vector<int64_t> keys;
+  int64_t total = 0;
+};
+
+/// Compares a page of a list and its total with SQL by hand, which runs in a transaction.
+/// @param rows   selects the page
+/// @param total  selects the total
+/// @param read   gives the library's page
+template <class Read>
+void ComparePage(Report& report, ByHand& byHand, const std::string& job, const std::string& rows,
+                 const std::string& total, double most, Read read) {
+  Statement& rowsByHand = byHand.Prepared(rows + " LIMIT " + std::to_string(PageLength));
+  Statement& totalByHand = byHand.Prepared("SELECT " + total);
+  Page page, pageByHand;
+  report.Compare(
+      job, 15, ListCeiling, most, [&](int) { page = read(); },
+      [&](int) {
+        byHand.Begin();
+        pageByHand.keys.clear();
+        for (Rows row(rowsByHand); row.Next();) {
+          row->ReadColumns();
+          pageByHand.keys.push_back(row->Int64(0));
+        }
+        {
+          Rows row(totalByHand);
+          row.Next();
+          pageByHand.total = row->Int64(0);
+        }
+        byHand.End();
+      });
+  if (page.keys != pageByHand.keys || page.total != pageByHand.total)
+    throw std::logic_error(job + ": by hand something else is found");
+}
+
+/// A list of the repository.
 struct ListJob {
   std::string name;
   MediaAssetSearch search;
@@ -282,36 +320,70 @@ struct ListJob {
 const std::string assetColumns = "SELECT MediaAsset.* FROM ";
 
 void MeasureList(Report& report, MediaAssetRepository& repository, ByHand& byHand, const ListJob& job) {
-  Statement& rows = byHand.Prepared(assetColumns + job.rows + " ORDER BY " + job.order + " LIMIT 50");
-  Statement& total = byHand.Prepared("SELECT " + job.total);
   const MediaAssetSearch search = MediaAssetSearch(job.search).Limit(PageLength);
-  std::vector<int64_t> keys, keysByHand;
-  int64_t count = 0, countByHand = 0;
-  report.Compare(
-      job.name, 15, ListCeiling, job.most,
-      [&](int) {
-        const MediaAssetPage page = repository.Find(search);
-        count = page.total;
-        keys.clear();
-        for (const MediaAsset& asset : page.assets)
-          keys.push_back(asset.ObjectId());
-      },
-      [&](int) {
-        byHand.Begin();
-        keysByHand.clear();
-        for (Rows row(rows); row.Next();) {
-          row->ReadColumns();
-          keysByHand.push_back(row->Int64(0));
-        }
-        {
-          Rows row(total);
-          row.Next();
-          countByHand = row->Int64(0);
-        }
-        byHand.End();
-      });
-  if (keys != keysByHand || count != countByHand)
-    throw std::logic_error(job.name + ": by hand something else is found");
+  ComparePage(report, byHand, job.name, assetColumns + job.rows + " ORDER BY " + job.order, job.total,
+              job.most, [&] {
+                const MediaAssetPage found = repository.Find(search);
+                Page page{{}, found.total};
+                for (const MediaAsset& asset : found.assets)
+                  page.keys.push_back(asset.ObjectId());
+                return page;
+              });
+}
+
+// The same through an object cursor of the table.
+void MeasureCursors(Report& report, LibrarySite& site, ByHand& byHand) {
+  MediaAssetTable& assets = site.Database().GetMediaAssetTable();
+  const auto measure = [&](const std::string& name, double most, QuerySqlite query,
+                           const std::string& columns, const std::string& rows, const std::string& order) {
+    query.Limit(PageLength, 0);
+    ComparePage(report, byHand, "object cursor, " + name, columns + rows + order, "count(*) FROM " + rows,
+                most, [&] {
+                  const ReadGuard guard(site.Database());
+                  const auto cursor = assets.OpenObjectCursor(query, true);
+                  Page page;
+                  for (MediaAsset asset; cursor->Next(asset);)
+                    page.keys.push_back(asset.ObjectId());
+                  page.total = cursor->GetTotalItemsCount();
+                  return page;
+                });
+  };
+  const auto ordered = [](const std::string& column, bool isUp) {
+    QuerySqlite query;
+    isUp ? query.OrderByAsc(column) : query.OrderByDesc(column);
+    return query;
+  };
+  const auto among = [&](const std::string& table, const std::string& column, const QuerySqlite& condition) {
+    QuerySqlite query = ordered("creationDate", false);
+    query.In("MediaAsset.key", table, column, condition);
+    return query;
+  };
+  QuerySqlite ofServer, beginning, matching;
+  ofServer.Equals("zuServerId", 120);
+  beginning.BeginWith("keyword", "camera 7");
+  matching.Match("MediaAssetFts", "19").OrderByAsc("MediaAssetFts.rank").OrderByAsc("MediaAsset.key");
+  const std::string newestFirst = " ORDER BY creationDate DESC";
+  measure("by key, down", FastPage, ordered("MediaAsset.key", false), assetColumns, "MediaAsset",
+          " ORDER BY key DESC");
+  measure("by name, up", 0, ordered("MediaAsset.name", true), assetColumns, "MediaAsset", " ORDER BY name");
+  measure("newest first", FastPage, ordered("creationDate", false), assetColumns, "MediaAsset", newestFirst);
+  measure("changed last", 0, ordered("modificationDate", false), assetColumns, "MediaAsset",
+          " ORDER BY modificationDate DESC");
+  measure("on a server, newest first", 0, among("DapOperatorMetadata", "refMediaAsset", ofServer),
+          assetColumns,
+          "MediaAsset WHERE key IN (SELECT refMediaAsset FROM DapOperatorMetadata WHERE zuServerId = 120)",
+          newestFirst);
+  measure("beginning of a keyword, newest first", 0,
+          among("DapOperatorKeywords", "refDapOperatorMetadata", beginning), assetColumns,
+          "MediaAsset WHERE key IN (SELECT refDapOperatorMetadata FROM DapOperatorKeywords WHERE keyword LIKE"
+          " 'camera 7%')",
+          newestFirst);
+  measure(
+      "match, by rank", 0, matching,
+      "SELECT MediaAsset.*, highlight(MediaAssetFts, 0, '<b>', '</b>'), highlight(MediaAssetFts, 1, '<b>', '</b>')"
+      " FROM ",
+      "MediaAssetFts CROSS JOIN MediaAsset ON key = MediaAssetFts.rowid WHERE MediaAssetFts MATCH '19'",
+      " ORDER BY MediaAssetFts.rank, key");
 }
 
 void MeasureLists(Report& report, LibrarySite& site, ByHand& byHand) {
@@ -483,6 +555,7 @@ void MeasureRepository(const std::string& folder, int clipCount, std::ostream& o
   MeasureDeepPages(report, site, byHand, clipCount);
   Vary(site.Handle());
   MeasureLists(report, site, byHand);
+  MeasureCursors(report, site, byHand);
 }
 
 }  // namespace Oru::Benchmarks

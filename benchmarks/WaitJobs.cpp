@@ -2,6 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "Clock.h"
 #include "FileJobs.h"
@@ -21,6 +22,11 @@ namespace Oru::Benchmarks {
 using Common::Databases::Sqlite::DatabaseSqlite;
 using Common::Databases::Sqlite::QuerySqlite;
 using Common::Databases::Sqlite::ReadGuard;
+using DataModel::MediaAssets::Database::DataModelDatabase;
+using DataModel::MediaAssets::Database::MediaAssetRepository;
+using DataModel::MediaAssets::Database::MediaAssetTable;
+using DataModel::MediaAssets::Database::Protection;
+using DataModel::MediaAssets::Database::RemoveOutcome;
 
 namespace {
 
@@ -66,30 +72,25 @@ double OpeningSeconds(const std::string& uri) {
   return SecondsOf([&] { LibrarySite opening(uri); });
 }
 
-double FirstDeletionSeconds(const std::string& uri, int number) {
+/// The first deletion of a new connection, which is rolled back.
+/// @param remove  deletes a clip of a database, and gives whether it did
+template <class Delete>
+double FirstDeletionSeconds(const std::string& uri, Delete remove) {
   LibrarySite site(uri);
-  const int64_t key = site.Jobs().FindKey(ClipId(number));
   auto& database = site.Database();
   database.BeginTransaction();
   const double seconds = SecondsOf([&] {
-    if (!database.GetMediaAssetTable().Delete(key)) throw std::runtime_error("a deletion was refused");
+    if (!remove(database)) throw std::runtime_error("a deletion was refused");
   });
   database.EndTransaction(false);
   return seconds;
 }
 
-double PageSeconds(LibrarySite& site, const std::string& order, double& countSeconds) {
+double TotalSeconds(LibrarySite& site) {
   QuerySqlite query;
-  query.OrderByDesc(order).Limit(50, 0);
-  std::unique_ptr<Common::Databases::ObjectCursor<MediaAsset, MediaAsset>> cursor;
-  const double page = SecondsOf([&] {
-    cursor = site.Database().GetMediaAssetTable().OpenObjectCursor(query, true);
-    MediaAsset asset;
-    while (cursor->Next(asset)) {
-    }
-  });
-  countSeconds = SecondsOf([&] { cursor->GetTotalItemsCount(); });
-  return page + countSeconds;
+  query.OrderByDesc("creationDate").Limit(50, 0);
+  const auto cursor = site.Database().GetMediaAssetTable().OpenObjectCursor(query, true);
+  return SecondsOf([&] { cursor->GetTotalItemsCount(); });
 }
 
 double DeepReadSeconds(LibrarySite& site, int number) {
@@ -97,6 +98,15 @@ double DeepReadSeconds(LibrarySite& site, int number) {
     const ReadGuard reading(site.Database());
     MediaAsset clip;
     site.Jobs().ReadDeep(site.Jobs().FindKey(ClipId(number)), clip);
+  });
+}
+
+double DeepReadSeconds(RivalSite& site, int number) {
+  return SecondsOf([&] {
+    site.Jobs().Begin();
+    MediaAsset clip;
+    site.Jobs().ReadDeep(site.Jobs().FindKey(ClipId(number)), clip);
+    site.Jobs().Commit();
   });
 }
 
@@ -128,19 +138,22 @@ void MeasureWaits(const std::string& folder, int clipCount, std::ostream& out) {
   site.Database().ExecuteStatement("UPDATE MediaAsset SET name = name WHERE key = 1");
   write("opening beside a writer", MedianOf(51, [&](int) { return OpeningSeconds(uri); }), 0.8);
   site.Jobs().Commit();
-  write("first deletion", MedianOf(9, [&](int i) { return FirstDeletionSeconds(uri, number(i)); }), 5);
-  double total = 0;
-  for (const std::string order : {"MediaAsset.key", "creationDate", "MediaAsset.name"}) {
-    write("page of 50 with total, by " + order,
-          MedianOf(51, [&](int) { return PageSeconds(site, order, total); }), 3);
-  }
-  write("total of a list",
-        MedianOf(51,
-                 [&](int) {
-                   PageSeconds(site, "MediaAsset.key", total);
-                   return total;
-                 }),
-        1);
+  const auto firstDeletion = [&](auto remove) {
+    return MedianOf(9, [&](int i) {
+      const auto id = ClipId(number(i));
+      return FirstDeletionSeconds(uri, [&](DataModelDatabase& database) { return remove(database, id); });
+    });
+  };
+  write("first removal by a repository", firstDeletion([](DataModelDatabase& database, const auto& id) {
+          return MediaAssetRepository(database).Remove(id, Protection::Ignore) == RemoveOutcome::Removed;
+        }),
+        5);
+  write("first deletion by a table", firstDeletion([](DataModelDatabase& database, const auto& id) {
+          MediaAssetTable& assets = database.GetMediaAssetTable();
+          return assets.Delete(assets.GetObjectIdFromIdentifier(id));
+        }),
+        5);
+  write("total of a list", MedianOf(51, [&](int) { return TotalSeconds(site); }), 1);
   const std::pair<const char*, const char*> settings[] = {
       {"defaults", ""},
       {"cache of 64 MB", "PRAGMA cache_size = -65536"},
@@ -152,6 +165,10 @@ void MeasureWaits(const std::string& folder, int clipCount, std::ostream& out) {
     reader.Database().ExecuteStatement(pragma);
     write(std::string("deep read, ").append(name),
           MedianOf(2000, [&](int i) { return DeepReadSeconds(reader, number(i)); }), 0);
+    RivalSite byHand(file.Path());
+    Connection::Execute(byHand.Handle(), pragma);
+    write(std::string("the same by hand, ").append(name),
+          MedianOf(2000, [&](int i) { return DeepReadSeconds(byHand, number(i)); }), 0);
   }
 }
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Turns what oru_benchmark measured into tables and a chart.
 
-usage: report.py ratios JOBS.json RATIOS.json   medians of the jobs beside the ceilings, and the same as JSON
+usage: report.py ratios JOBS.json               medians of the jobs beside the ceilings
        report.py growth GROWTH.json             cost of a clip by the number of clips
        report.py connections CONNECTIONS.json   cost of a clip by the options of the connection
        report.py repository REPOSITORY.json     puts beside saves, and pages beside SQL by hand
@@ -9,35 +9,44 @@ usage: report.py ratios JOBS.json RATIOS.json   medians of the jobs beside the c
        report.py threads PLAIN.json TUNED.json  deep reads by 1, 2 and 4 threads, without TuneForThreads and with it
        report.py instructions COUNTS.txt        lines of JOB SIDE FEW-INSTRUCTIONS MANY-INSTRUCTIONS CLIPS-BETWEEN
        report.py chart GROWTH.json CHART.svg    the growth as a picture
+       report.py over PAGE.md                   the jobs of the page's tables that are over their ceilings
+With --into PAGE.md at its end, a command also puts its table in place of the page's table after the line
+"<!-- measured: COMMAND -->"; `over` does so with its sentence.
 """
 import json
 import math
+import re
 import statistics
 import sys
 
-# What a job may cost as a multiple of hand-written code. The others are shown without one.
-CEILINGS = {
-    "save_new": 1.1,
-    "save_again": 1.08,
-    "find_key": 1.6,
-    "get_object": 1.3,
-    "read_deep": 1.12,
-    "read_lazy": 1.3,
-    "walk_row": 1.05,
-    "match": 1.1,
-    "match_raw": 1.1,
-    "delete_one": 1.05,
+# The name of each job, and what it may cost as a multiple of hand-written code; None for those that are shown only.
+JOBS = {
+    "save_new": ("save new", 1.1),
+    "save_again": ("save again", 1.08),
+    "find_key": ("find a key by identifier", 1.6),
+    "get_object": ("`GetObject` of one asset", 1.3),
+    "read_deep": ("read deep", 1.12),
+    "read_lazy": ("read lazy", 1.3),
+    "walk_row": ("walk all assets, a row", 1.05),
+    "match": ("full-text search", 1.1),
+    "match_raw": ("raw full-text search", 1.1),
+    "delete_one": ("delete one, with clean-up", 1.05),
+    "save_having_deleted": ("save new, after a deletion", None),
+    "search": ("search by name", None),
+    "save_group": ("save a group", None),
+    "read_group": ("read a group", None),
+    "save_sequence": ("save a sequence", None),
+    "read_sequence": ("read a sequence", None),
 }
-OTHER_JOBS = ["save_having_deleted", "search", "save_group", "read_group", "save_sequence", "read_sequence"]
 # The same by instructions.
-INSTRUCTION_CEILINGS = {
-    "save": 1.08,
-    "resave": 1.08,
-    "deep": 1.12,
-    "match": 1.1,
-    "match_raw": 1.1,
-    "walk": 1.05,
-    "walk_plain": 1.05,
+COUNTED = {
+    "save": ("save new", 1.08),
+    "resave": ("save again", 1.08),
+    "deep": ("read deep", 1.12),
+    "match": ("full-text search", 1.1),
+    "match_raw": ("raw full-text search", 1.1),
+    "walk": ("walk all assets", 1.05),
+    "walk_plain": ("walk all assets, by hand without the full-text index", 1.05),
 }
 
 
@@ -46,73 +55,71 @@ def load(path):
         return json.load(file)
 
 
-def verdict(ratio, ceiling):
-    """The ceiling beside a ratio, and whether the ratio is within it; nothing without a ceiling."""
-    return f"{ceiling:>9.2f}  {'PASS' if ratio <= ceiling else 'OVER'}" if ceiling else ""
+def verdict(value, ceiling):
+    """The last two cells of a row: the ceiling, and whether the value is within it. Empty without a ceiling."""
+    return [f"{ceiling:.2f}", "PASS" if value <= ceiling else "OVER"] if ceiling else ["", ""]
 
 
-def ratios(path, result_path):
+def compared(name, library, rival, ceiling):
+    """A row of a job by both sides."""
+    digits = 0 if min(library, rival) >= 1000 else 1 if min(library, rival) >= 10 else 2
+    ratio = library / rival
+    return [name, f"{library:,.{digits}f}", f"{rival:,.{digits}f}", f"{ratio:.2f}", *verdict(ratio, ceiling)]
+
+
+def ratios(path):
     times = {}
     for run in load(path)["benchmarks"]:
         if run.get("run_type") != "aggregate":
             job, side = run["run_name"].split("/")[:2]
             times.setdefault(job, {}).setdefault(side, []).append(run["real_time"])
-    print(f"{'job':<21}{'library us':>12}{'by hand us':>12}{'ratio':>8}{'ceiling':>9}")
-    rows = []
-    for job in [*CEILINGS, *OTHER_JOBS]:
-        if job not in times:
-            continue
-        library = statistics.median(times[job]["library"])
-        rival = statistics.median(times[job]["rival"])
-        ratio, ceiling = library / rival, CEILINGS.get(job)
-        print(f"{job:<21}{library:>12.2f}{rival:>12.2f}{ratio:>8.2f}{verdict(ratio, ceiling)}")
-        rows.append({"job": job, "library": library, "rival": rival, "ratio": ratio, "ceiling": ceiling})
-    with open(result_path, "w", encoding="utf-8") as file:
-        json.dump(rows, file, indent=2)
+    yield ["Job", "library, µs", "by hand, µs", "ratio", "ceiling", ""]
+    for job, (name, ceiling) in JOBS.items():
+        if job in times:
+            yield compared(name, *(statistics.median(times[job][side]) for side in ("library", "rival")), ceiling)
 
 
 def growth(path):
-    print(f"{'clips':>9} {'by':<9}{'look-up indexes':<16}{'find us':>10}{'save us':>10}{'read deep us':>14}"
-          f"{'pages of it':>13}")
+    yield ["Clips on the file", "look-up indexes", "by", "find a key, µs", "save new, µs", "read deep, µs",
+           "pages of a deep read"]
     for row in load(path):
-        indexes = "with" if row["indexes"] else "without"
-        side = "library" if row["side"] == "library" else "hand"
-        print(f"{row['clips']:>9} {side:<9}{indexes:<16}{row['find']:>10.1f}{row['save']:>10.1f}{row['read_deep']:>14.1f}"
-              f"{row['pages_of_deep']:>13.1f}")
+        yield [f"{row['clips']:,}", "with" if row["indexes"] else "without",
+               "library" if row["side"] == "library" else "hand", f"{row['find']:.1f}", f"{row['save']:,.0f}",
+               f"{row['read_deep']:,.0f}", f"{row['pages_of_deep']:,.1f}"]
 
 
 def connections(path):
-    # A save without a transaction, in one of its own, as one of a hundred in one.
-    print(f"{'journal':<9}{'synchronous':<13}{'bare save us':>13}{'save alone us':>15}{'save in 100 us':>16}"
-          f"{'deep us':>10}{'deep guarded us':>17}")
+    yield ["Journal", "`_synchronous`", "save without a transaction, µs", "one transaction a clip, µs",
+           "a hundred clips in one, µs", "read deep, µs", "in a `ReadGuard`, µs"]
     for row in load(path):
-        print(f"{row['journal']:<9}{row['synchronous']:<13}{row['save_bare']:>13.0f}{row['save_alone']:>15.0f}{row['save_in_100']:>16.0f}"
-              f"{row['deep_unguarded']:>10.0f}{row['deep_guarded']:>17.0f}")
+        costs = ("save_bare", "save_alone", "save_in_100", "deep_unguarded", "deep_guarded")
+        yield [f"`{row['journal']}`", f"`{row['synchronous']}`", *(f"{row[cost]:,.0f}" for cost in costs)]
 
 
 def repository(path):
-    # A page that is fast enough by itself needs no comparison.
-    print(f"{'job':<30}{'repository us':>14}{'by hand us':>12}{'ratio':>8}{'ceiling':>9}")
+    yield ["Job of the repository", "library, µs", "other, µs", "ratio", "ceiling", ""]
     for row in load(path):
-        ratio = row["library"] / row["rival"]
-        is_fast = row["library"] <= row["most"]
-        words = f"{row['most'] / 1000:>6.0f} ms  PASS" if is_fast else verdict(ratio, row["ceiling"])
-        print(f"{row['job']:<30}{row['library']:>14.0f}{row['rival']:>12.0f}{ratio:>8.2f}{words}")
+        cells = compared(row["job"], row["library"], row["rival"], row["ceiling"])
+        # A page that is fast enough by itself needs no comparison.
+        if row["library"] <= row["most"]:
+            cells[-2:] = [f"{row['most'] / 1000:.0f} ms", "PASS"]
+        yield cells
 
 
 def waits(path):
-    print(f"{'job':<45}{'ms':>9}{'ceiling':>9}")
+    yield ["Wait", "ms", "ceiling, ms", ""]
     for row in load(path):
-        print(f"{row['job']:<45}{row['ms']:>9.3f}{verdict(row['ms'], row['ceiling'])}")
+        yield [row["job"], f"{row['ms']:.3f}", *verdict(row["ms"], row["ceiling"])]
 
 
 def threads(plain_path, tuned_path):
     # What the threads take together of the time of one.
     plain, tuned = ({row["threads"]: row["ms"] for row in load(path)} for path in (plain_path, tuned_path))
-    print(f"{'threads':<9}{'plain ms':>10}{'tuned ms':>10}{'tuned / one thread':>20}")
+    yield ["Threads", "without, ms", "after `TuneForThreads`, ms", "of one thread's time", "ceiling", ""]
     for count, milliseconds in tuned.items():
         share = milliseconds / tuned[1]
-        print(f"{count:<9}{plain[count]:>10.0f}{milliseconds:>10.0f}{share:>20.2f}{verdict(share, 0.6 if count == 2 else 0)}")
+        yield [str(count), f"{plain[count]:.0f}", f"{milliseconds:.0f}", f"{share:.2f}",
+               *verdict(share, 0.6 if count == 2 else None)]
 
 
 def instructions(path):
@@ -121,11 +128,44 @@ def instructions(path):
         for line in file:
             job, side, few, many, between = line.split()
             costs.setdefault(job, {})[side] = (int(many) - int(few)) / int(between)
-    print(f"{'job':<10}{'library':>12}{'by hand':>12}{'ratio':>8}{'ceiling':>9}   (instructions each)")
+    yield ["Job", "library", "by hand", "ratio", "ceiling", ""]
     for job, sides in costs.items():
-        ratio = sides["library"] / sides["rival"]
-        ceiling = INSTRUCTION_CEILINGS.get(job)
-        print(f"{job:<10}{sides['library']:>12.0f}{sides['rival']:>12.0f}{ratio:>8.2f}{verdict(ratio, ceiling)}")
+        name, ceiling = COUNTED[job]
+        yield compared(name, sides["library"], sides["rival"], ceiling)
+
+
+def print_table(rows):
+    widths = [max(len(row[column]) for row in rows) for column in range(len(rows[0]))]
+    for row in rows:
+        cells = [cell.ljust(width) if column == 0 else cell.rjust(width)
+                 for column, (cell, width) in enumerate(zip(row, widths))]
+        print("  ".join(cells).rstrip())
+
+
+def markdown(rows):
+    lines = [rows[0], ["---", *("---:" for _ in rows[0][1:])], *rows[1:]]
+    return "".join("| " + " | ".join(line) + " |\n" for line in lines)
+
+
+def put_into(page, name, text):
+    """Puts a text in place of the paragraph or table after its line on the page."""
+    with open(page, encoding="utf-8") as file:
+        before = file.read()
+    place = re.compile(rf"(<!-- measured: {name} -->\n)(?:[^\n]+\n)*")
+    if not place.search(before):
+        sys.exit(f"report.py: {page} has no place for {name}")
+    with open(page, "w", encoding="utf-8") as file:
+        file.write(place.sub(lambda found: found[1] + text, before))
+
+
+def over(page):
+    with open(page, encoding="utf-8") as file:
+        lines = file.read().splitlines()
+    jobs = []
+    for cells in ([cell.strip() for cell in line.strip("|").split("|")] for line in lines if line.startswith("| ")):
+        if cells[-1] == "OVER":
+            jobs.append(f"{cells[0]} ({cells[-3]}, ceiling {cells[-2]})")
+    return "Over their ceilings: " + "; ".join(jobs) + ".\n" if jobs else "No job is over its ceiling.\n"
 
 
 WIDTH, HEIGHT, LEFT, TOP, RIGHT, BOTTOM = 760, 480, 80, 70, 190, 60
@@ -187,10 +227,28 @@ def chart(path, svg_path):
         file.write("\n".join(parts))
 
 
-COMMANDS = {"ratios": ratios, "growth": growth, "connections": connections, "repository": repository,
-            "instructions": instructions, "waits": waits, "threads": threads, "chart": chart}
+TABLES = {"ratios": ratios, "growth": growth, "connections": connections, "repository": repository,
+          "instructions": instructions, "waits": waits, "threads": threads}
+
+
+def main(command, *arguments):
+    page = arguments[-1] if arguments[-2:-1] == ("--into",) else None
+    if page:
+        arguments = arguments[:-2]
+    if command == "chart":
+        chart(*arguments)
+    elif command == "over":
+        print(over(*arguments), end="")
+        if page:
+            put_into(page, command, over(*arguments))
+    else:
+        rows = list(TABLES[command](*arguments))
+        print_table(rows)
+        if page:
+            put_into(page, command, markdown(rows))
+
 
 if __name__ == "__main__":
-    if len(sys.argv) < 3 or sys.argv[1] not in COMMANDS:
+    if len(sys.argv) < 3 or sys.argv[1] not in {*TABLES, "chart", "over"}:
         sys.exit(__doc__)
-    COMMANDS[sys.argv[1]](*sys.argv[2:])
+    main(*sys.argv[1:])

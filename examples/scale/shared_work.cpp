@@ -175,6 +175,7 @@ bool Check(DataModelDatabase& database, const std::vector<std::string>& files) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  DataModelDatabase::TuneForThreads();
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   if (arguments.size() < 4) return 2;
   const std::string &library = arguments[0], &job = arguments[2], &name = arguments[3];
