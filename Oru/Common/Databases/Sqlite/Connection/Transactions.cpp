@@ -73,6 +73,7 @@ uint64_t Transactions::BeginReading() {
   if (mConnection.IsInTransaction() || IsLost()) return 0;
   if (!mConnection.Run("BEGIN")) mConnection.Refuse(operation, sqlite3_errmsg(mConnection.Handle()));
   mIsReading = true;
+  mSavepoints.Forget();
   mConnection.Schema().TransactionBegins();
   return ++mReadingNumber;
 }
@@ -150,8 +151,9 @@ const char* Transactions::Refusal(bool isReadOnly, bool canRepeat) {
   mConnection.Recovery().Recover(mConnection.Handle());
   if (!mConnection.IsInTransaction()) {
     if (mIsBegun && !isReadOnly) return LostTransactionText;
-    // A statement of the caller's may have ended the reading.
+    // A statement of the caller's may have ended the reading, or failed and so ended a transaction with its savepoints.
     mIsReading = false;
+    mSavepoints.Forget();
   }
   // What a reading writes would be lost, after it was reported, if its end can't commit.
   if (mIsReading && !isReadOnly) return ReadingText;

@@ -128,7 +128,7 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
         eraseChildren(key);
         break;
       default:
-        rollsBack = Any(6) == 0;
+        rollsBack = Any(15) == 0;
         sql.insert(0, rollsBack ? "INSERT OR ROLLBACK " : "INSERT ");
         fits = !has(x);
         insert("A", key, x);
@@ -169,7 +169,7 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
   }
 
   void End() {
-    const bool commits = Any(2) == 0, byText = Any(2) == 0, isOpen = IsOpen();
+    const bool commits = Any(3) > 0, byText = Any(4) == 0, isOpen = IsOpen();
     if (!isDirty) othersReading.reset();
     int64_t changes = 0;
     bool isDone = true;
@@ -205,7 +205,7 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
     } else {
       const int place = Any(levels.size());
       Level& level = levels[static_cast<std::size_t>(place)];
-      if (Any(2) == 0) {
+      if (Any(3) == 0) {
         level.guard->Commit();
       } else {
         now = level.before;
@@ -347,15 +347,17 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
 TEST_P(GuardsModelTest, StoreShowAndReportWhatTheModelSays) {
   for (int step = 0; step < 12000; ++step) {
     const int action = Any(32);
-    if (action < 16) {
+    if (action < 8 && !IsOpen()) {
+      mode == Mode::Free ? Begin() : mode == Mode::Reading ? Read() : End();
+    } else if (action < 14) {
       Write();
-    } else if (action < 19) {
+    } else if (action < 15) {
       Begin();
-    } else if (action < 21) {
+    } else if (action < 16) {
       End();
-    } else if (action < 26) {
+    } else if (action < 27) {
       UseSavepoint();
-    } else if (action < 28) {
+    } else if (action < 29) {
       Read();
     } else if (action < 31) {
       OtherWorks();
