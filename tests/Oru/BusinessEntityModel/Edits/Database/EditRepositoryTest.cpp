@@ -1,6 +1,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
@@ -17,7 +18,9 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 namespace Oru::BusinessEntityModel::Edits::Database {
@@ -27,6 +30,7 @@ using namespace Common::Databases;
 using namespace Common::Databases::Sqlite;
 using DataModel::MediaAssets::ZuServerId;
 using DataModel::MediaAssets::Database::NotStoredException;
+using TimePoints::Duration;
 
 class EditRepositoryTest : public TestSupport::OpenDatabase {
  protected:
@@ -51,7 +55,15 @@ class EditRepositoryTest : public TestSupport::OpenDatabase {
     return ids;
   }
 
+  Sequence Stored(const std::string& id, int server = 0) {
+    Sequence sequence{SequenceId(id)};
+    if (server != 0) sequence.Metadata().Set(OnServer(server));
+    EXPECT_TRUE(sequences.Save(sequence)) << log.Text();
+    return sequence;
+  }
+
   EditRepository repository{database};
+  SequenceTable& sequences = database.GetSequenceTable();
   TestSupport::RandomValues random{20261125};
 
   template <class Entity>
@@ -102,7 +114,6 @@ TEST_F(EditRepositoryTest, TheFileHoldsWhatAMapHolds) {
         const auto found = repository.Find(edit.Id());
         ASSERT_TRUE(found);
         ASSERT_EQ(*found, edit);
-        const auto& sequences = database.GetSequenceTable();
         for (const auto& sequence : edit.Sequences())
           ASSERT_EQ(sequence->ObjectId(), sequences.GetObjectIdFromIdentifier(sequence->Id()));
         if (isKept) model[id] = std::move(edit);
@@ -148,8 +159,7 @@ TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
   Edit other = WithSequences("other", {"taken"});
   repository.Put(other);
   // One of no edit is free to be taken up.
-  Sequence loose(SequenceId("loose"));
-  ASSERT_TRUE(database.GetSequenceTable().Save(loose));
+  const Sequence loose = Stored("loose");
   using Profile = std::shared_ptr<MetadataProfile>;
   const Profile ofAssets = std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>();
   const Profile named = std::make_shared<GenericMetadataProfile>("oru.dapoperator");
@@ -161,7 +171,7 @@ TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
   const std::string noTable = "e: there is no table for the metadata profile oru.dapoperator of ";
   const struct {
     std::string id, reason;
-    std::vector<std::string> sequences;
+    std::vector<std::string> sequenceIds;
     Profile ofSequence, ofEdit;
   } cases[] = {
       {"", "the edit has no identifier", {}, {}, {}},
@@ -193,6 +203,106 @@ TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
   database.Close();
   EXPECT_THROW(repository.Put(taking), InvalidOperationException);
   EXPECT_THROW(repository.Find(taking.Id()), InvalidOperationException);
+}
+
+// The table of sequences, and that of their operator's profiles.
+
+TEST_F(EditRepositoryTest, ADurationThatIsNotFixedIsStoredAndReadAsNone) {
+  Sequence sequence(SequenceId("s")), read;
+  SequenceDuration duration(Duration::FromNanoseconds(5000000000));
+  duration.Fixed(false);
+  sequence.Duration(duration);
+  ASSERT_TRUE(sequences.Save(sequence));
+  EXPECT_EQ(Value("SELECT duration || ' ' || fixedDuration || typeof(editRef) FROM Sequence"),
+            "5000000000 0null");
+  read.Duration(SequenceDuration(Duration::FromNanoseconds(7)));
+  ASSERT_TRUE(sequences.GetObject(sequence.ObjectId(), read));
+  EXPECT_EQ(read.Duration(), SequenceDuration());
+}
+
+TEST_F(EditRepositoryTest, DeletionByObjectIdentifierAndServer) {
+  Sequence object = Stored("object", 10);
+  for (const auto& [id, server] : {std::pair("it's", 10), {"ten", 10}, {"twenty", 20}, {"bare", 0}})
+    Stored(id, server);
+  Run("INSERT INTO Edit(key, id) VALUES (1, 'e'); UPDATE Sequence SET editRef = 1");
+  ASSERT_TRUE(sequences.Delete(object));
+  EXPECT_EQ(object.ObjectId(), -1);
+  ASSERT_TRUE(sequences.Delete(SequenceId("' OR ''='")) && sequences.Delete(SequenceId("it's")));
+  EXPECT_EQ(Count("Sequence"), 3);
+  ASSERT_TRUE(sequences.DeleteByServerId(ZuServerId(30)) && sequences.DeleteByServerId(ZuServerId::Empty()) &&
+              sequences.DeleteByServerId(ZuServerId(10)));
+  EXPECT_EQ(Value("SELECT group_concat(id) FROM (SELECT id FROM Sequence ORDER BY id)"), "bare,twenty");
+  EXPECT_EQ(Count("DapOperatorMetadataSequence") + Count("Edit"), 2);
+}
+
+TEST_F(EditRepositoryTest, TheProfileIsAddedOrFilledOrAbsentAndOfAServer) {
+  Sequence bare = Stored("bare"), sequence = Stored("s", 10);
+  sequences.ReadDapOperatorProfileTable(bare);
+  EXPECT_FALSE(bare.HasDapOperatorMetadata());
+  bare.Metadata().Set(OnServer(40));
+  sequences.ReadDapOperatorProfileTable(bare);
+  EXPECT_EQ(bare.DapOperatorMetadata(), *OnServer(40)) << "nothing is stored";
+
+  const auto* held = &sequence.DapOperatorMetadata();
+  Run("UPDATE DapOperatorMetadataSequence SET zuServerId = 20");
+  sequences.ReadDapOperatorProfileTable(sequence);
+  EXPECT_EQ(&sequence.DapOperatorMetadata(), held);
+  EXPECT_EQ(*held, *OnServer(20));
+
+  // Saved without one, the stored one stays.
+  sequence.Metadata().Clear();
+  ASSERT_TRUE(sequences.Save(sequence));
+  sequence.Metadata().Set(std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>());
+  ASSERT_TRUE(sequences.Save(sequence));
+  EXPECT_THROW(sequences.ReadDapOperatorProfileTable(sequence), std::bad_cast);
+  EXPECT_EQ(Value("SELECT zuServerId FROM DapOperatorMetadataSequence"), "20");
+
+  // A profile without a server is saved as 0, and can't be read.
+  sequence.Metadata().Clear();
+  for (const std::string number : {"0", "25", "-10"}) {
+    Run("UPDATE DapOperatorMetadataSequence SET zuServerId = " + number);
+    EXPECT_THAT(
+        [&] { sequences.ReadDapOperatorProfileTable(sequence); },
+        testing::ThrowsMessage<std::invalid_argument>("Invalid server serial number " + number + "."));
+    EXPECT_TRUE(sequence.Metadata().Empty());
+  }
+}
+
+TEST_F(EditRepositoryTest, TheProfilesRowFollowsFromTheSequence) {
+  for (const char* id : {"s", "t"})
+    Stored(id);
+  DapOperatorProfileTable& profiles = sequences.GetDapOperatorProfileTable();
+  DapOperatorMetadataProfile profile = *OnServer(10);
+  for (const int64_t sequence : {1, 2}) {
+    // The same object for another sequence, and the row of the first stays.
+    profile.ServerId(ZuServerId(static_cast<int>(10 * sequence)));
+    DapOperatorProfileEncapsulated row(sequence, profile);
+    ASSERT_TRUE(profiles.Save(row));
+  }
+  profile.ServerId(ZuServerId(30));
+  ASSERT_TRUE(profiles.Save(profile)) << "a profile with a key knows its sequence";
+  EXPECT_EQ(Value("SELECT group_concat(refSequence || ' ' || zuServerId) FROM DapOperatorMetadataSequence"),
+            "1 10,2 30");
+  ASSERT_TRUE(profiles.Delete(profile));
+  EXPECT_EQ(profile.ObjectId(), -1);
+  EXPECT_FALSE(profiles.Save(profile)) << "one without a key has none";
+  EXPECT_TRUE(log.Contains("FOREIGN KEY constraint failed"));
+
+  DapOperatorTimecodeRegen regen;
+  profile.ObjectId(1);
+  profile.TimecodeRegen(regen);
+  ASSERT_TRUE(profiles.Save(profile));
+  Run("UPDATE DapOperatorMetadataSequence SET tcRegenOn = 0, tcRegenTimecodeRef = -1");
+  ASSERT_TRUE(profiles.GetObject(1, profile));
+  EXPECT_TRUE(profile.TimecodeRegen().HasValue()) << "one that is held is kept";
+  profile.TimecodeRegen({});
+  ASSERT_TRUE(profiles.Save(profile));
+  regen.TimecodeRef(TimePoints::TimeCodeBuilder().Year(1900).Sample(-1).Build());
+  profile.TimecodeRegen(regen);
+  EXPECT_FALSE(profiles.Save(profile)) << "a read would refuse it";
+  EXPECT_TRUE(log.Contains("tcRegenTimecodeRef has the negative count -1"));
+  EXPECT_EQ(Value("SELECT tcRegenOn || ' ' || tcRegenTimecodeRefFormat FROM DapOperatorMetadataSequence"),
+            "0 1");
 }
 
 }  // namespace Oru::BusinessEntityModel::Edits::Database

@@ -1,8 +1,12 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
+#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
+#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
+#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
+#include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/AssetReading.h"
@@ -307,6 +311,65 @@ TEST_F(MediaAssetRepositoryTest, AStreamMovesBetweenTheResourcesOfAnAssetAndKeep
   EXPECT_EQ(repository.Find(clip.Id()), clip);
   EXPECT_EQ(Value("SELECT channelNr FROM TrackChannel WHERE channelNr = 5"), "5");
   EXPECT_EQ(Count("MediaResource"), 1);
+}
+
+TEST_F(MediaAssetRepositoryTest, AGroupThatCannotBeStoredIsRefusedByName) {
+  MediaAsset asset{MediaAssetId("a")};
+  ASSERT_TRUE(assets.Save(asset));
+  MediaAssetGroupRepository groups(database);
+  AnglesMediaAssetGroup stored = MakeGroup("stored", {"a"});
+  groups.Put(stored);
+  const auto identity = [](int page, int bank, int clip) {
+    auto made = std::make_shared<AnglesDapOperatorMetadataProfile>();
+    made->Page(page);
+    made->Bank(bank);
+    made->Clip(clip);
+    return made;
+  };
+  const auto generic = std::make_shared<BusinessEntityModel::BaseTypes::GenericMetadataProfile>("notes");
+  generic->Set("by", "Zoe");
+  const struct {
+    const char *id, *reason;
+    bool isMultiAngle;
+    std::vector<std::string> clips;
+    std::shared_ptr<BusinessEntityModel::BaseTypes::MetadataProfile> profile;
+  } cases[] = {
+      {"", "the group has no identifier", true, {}, {}},
+      {"g", "g: item 1 refers to asset gone, which isn't stored", false, {"a", "gone"}, {}},
+      {"g", "g: item 0 refers to asset , which isn't stored", true, {""}, {}},
+      {"g", "g: item 0 is a null pointer", true, {"null"}, {}},
+      {"stored",
+       "stored: a multi-angle group of that identifier is stored, and this is a plain one",
+       false,
+       {},
+       {}},
+      {"g", "g: there is no table for the metadata profile notes", true, {}, generic},
+      {"g", "g: there is no table for the metadata profile oru.dapoperator", false, {}, identity(1, 1, 1)},
+      {"g", "g: page 10 is off the range from 0 to 9", true, {}, identity(10, 1, 1)},
+      {"g", "g: bank -1 is off the range from 0 to 9", true, {}, identity(1, -1, 1)},
+      {"g", "g: clip 256 is off the range from 0 to 9", true, {}, identity(1, 1, 256)},
+  };
+  for (const auto& [id, reason, isMultiAngle, clips, profile] : cases) {
+    AnglesMediaAssetGroup multiAngle = MakeGroup(id, clips);
+    if (clips == std::vector<std::string>{"null"}) multiAngle.Items() = {nullptr};
+    if (profile) multiAngle.Metadata().Set(profile);
+    MediaAssetGroup plain = multiAngle;
+    MediaAssetGroup& group = isMultiAngle ? multiAngle : plain;
+    EXPECT_THAT([&] { groups.Put(group); }, ThrowsMessage<NotStoredException>(reason));
+    EXPECT_EQ(group.ObjectId(), -1);
+  }
+  EXPECT_EQ(groups.All().size(), 1U);
+  EXPECT_FALSE(groups.Find(MediaAssetGroupId("")) || groups.FindAngles(MediaAssetGroupId("")) ||
+               groups.Remove(MediaAssetGroupId("")));
+  {
+    const ReadGuard reading(database);
+    EXPECT_THROW(groups.Put(stored), InvalidOperationException);
+    EXPECT_THROW(groups.Remove(stored.Id()), InvalidOperationException);
+  }
+  database.Close();
+  EXPECT_THROW(groups.Put(stored), InvalidOperationException);
+  EXPECT_THROW(groups.Find(stored.Id()), InvalidOperationException);
+  EXPECT_EQ(stored.ObjectId(), 1);
 }
 
 }  // namespace
