@@ -363,6 +363,12 @@ class ClipWalk {
     }
   }
 
+  // A file may say of the interface alone what of an object holds for the user, too.
+  Protection AnyProtection() {
+    Run("UPDATE DapOperatorMetadata SET userProtected = 0 WHERE dapUIProtected");
+    return random.Chance(3) ? Protection::Ignore : Protection::Respect;
+  }
+
   // What a removal does to a clip.
   RemoveOutcome RemoveFromModel(const Identifier& id, Protection protection) {
     const auto clip = model.clips.find(id);
@@ -376,15 +382,15 @@ class ClipWalk {
 
   void Remove() {
     const Identifier id = AnyId();
+    const Protection protection = AnyProtection();
     action = "removal of " + id.Value();
-    const auto protection = random.Chance(2) ? Protection::Ignore : Protection::Respect;
     EXPECT_EQ(desk->clips.Remove(id, protection), RemoveFromModel(id, protection)) << action;
   }
 
   void RemoveAll() {
     const std::size_t length = random.Below(4);
     const auto direction = random.Chance(2) ? Direction::Ascending : Direction::Descending;
-    const auto protection = random.Chance(2) ? Protection::Ignore : Protection::Respect;
+    const Protection protection = AnyProtection();
     action = "removal of " + std::to_string(length);
     std::vector<Identifier> ids;
     for (const auto& clip : model.clips)
