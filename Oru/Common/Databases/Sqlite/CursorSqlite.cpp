@@ -16,17 +16,6 @@
 
 namespace Oru::Common::Databases::Sqlite {
 
-namespace {
-
-template <class T>
-T GetOrThrow(const CursorSqlite& cursor, int32_t index) {
-  T value{};
-  if (!cursor.Get(index, value)) throw ArgumentException();
-  return value;
-}
-
-}  // namespace
-
 CursorSqlite::CursorSqlite() = default;
 
 CursorSqlite::CursorSqlite(DatabaseSqlite& db, const std::string& select) : Cursor(db) {
@@ -316,18 +305,29 @@ bool CursorSqlite::Get(int32_t index, std::string& out) const {
 
 bool CursorSqlite::ReadText(int32_t index, std::string& out) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mStatement, index));
-  const auto length = static_cast<std::size_t>(sqlite3_column_bytes(mStatement, index));
   if (text) {
-    out.assign(text, length);
+    out.assign(text, static_cast<std::size_t>(sqlite3_column_bytes(mStatement, index)));
     return true;
   }
-  // No text means NULL, or too little memory to make it.
-  if (GetDatabase().ErrorCode() == SQLITE_NOMEM) {
-    GetDatabase().LogFailure(GetDatabase().ErrorText());
-    return false;
-  }
+  if (!IsTextNull()) return false;
   out.clear();
   return true;
+}
+
+// Made at once, where it is, from the text of the row.
+std::string CursorSqlite::TextOrThrow(int32_t column) const {
+  if (column < 0) throw ArgumentException();
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(mStatement, column));
+  if (text) return std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(mStatement, column)));
+  if (!IsTextNull()) throw ArgumentException();
+  return std::string();
+}
+
+// No text is NULL, or the want of memory to make it.
+bool CursorSqlite::IsTextNull() const {
+  if (GetDatabase().ErrorCode() != SQLITE_NOMEM) return true;
+  GetDatabase().LogFailure(GetDatabase().ErrorText());
+  return false;
 }
 
 int32_t CursorSqlite::Get(const std::string& name, uint8_t** out) const {
@@ -348,32 +348,55 @@ int32_t CursorSqlite::Get(int32_t index, uint8_t** out) const {
   return GetDatabase().ErrorCode() == SQLITE_NOMEM ? -1 : 0;
 }
 
+template <class T>
+T CursorSqlite::ReadOrThrow(int32_t column) const {
+  T value{};
+  if (!Read(column, value)) throw ArgumentException();
+  return value;
+}
+
+int64_t CursorSqlite::GetInt64(const std::string& name) const {
+  return ReadOrThrow<int64_t>(ColumnOnRow(name));
+}
+
+int32_t CursorSqlite::GetInt32(const std::string& name) const {
+  return ReadOrThrow<int32_t>(ColumnOnRow(name));
+}
+
+bool CursorSqlite::GetBoolean(const std::string& name) const {
+  return ReadOrThrow<bool>(ColumnOnRow(name));
+}
+
+std::string CursorSqlite::GetString(const std::string& name) const {
+  return TextOrThrow(ColumnOnRow(name));
+}
+
 int64_t CursorSqlite::GetInt64(int32_t index) const {
-  return GetOrThrow<int64_t>(*this, index);
+  return ReadOrThrow<int64_t>(IsColumnOnRow(index) ? index : -1);
 }
 
 uint64_t CursorSqlite::GetUInt64(int32_t index) const {
-  return GetOrThrow<uint64_t>(*this, index);
+  return ReadOrThrow<uint64_t>(IsColumnOnRow(index) ? index : -1);
 }
 
 int32_t CursorSqlite::GetInt32(int32_t index) const {
-  return GetOrThrow<int32_t>(*this, index);
+  return ReadOrThrow<int32_t>(IsColumnOnRow(index) ? index : -1);
 }
 
 uint32_t CursorSqlite::GetUInt32(int32_t index) const {
-  return GetOrThrow<uint32_t>(*this, index);
+  return ReadOrThrow<uint32_t>(IsColumnOnRow(index) ? index : -1);
 }
 
 double CursorSqlite::GetDouble(int32_t index) const {
-  return GetOrThrow<double>(*this, index);
+  return ReadOrThrow<double>(IsColumnOnRow(index) ? index : -1);
 }
 
 bool CursorSqlite::GetBoolean(int32_t index) const {
-  return GetOrThrow<bool>(*this, index);
+  return ReadOrThrow<bool>(IsColumnOnRow(index) ? index : -1);
 }
 
 std::string CursorSqlite::GetString(int32_t index) const {
-  return GetOrThrow<std::string>(*this, index);
+  return TextOrThrow(IsColumnOnRow(index) ? index : -1);
 }
 
 int32_t CursorSqlite::GetBytes(int32_t index, uint8_t** out) const {

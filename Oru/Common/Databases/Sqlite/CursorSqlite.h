@@ -34,12 +34,8 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   explicit CursorSqlite(DatabaseSqlite& db, StatementText select, StatementText count = {});
   ~CursorSqlite() override;
 
-  using Cursor::GetBoolean;
   using Cursor::GetBytes;
   using Cursor::GetDouble;
-  using Cursor::GetInt32;
-  using Cursor::GetInt64;
-  using Cursor::GetString;
   using Cursor::GetUInt32;
   using Cursor::GetUInt64;
 
@@ -59,6 +55,10 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool Get(const std::string& name, bool& out) const override;
   bool Get(const std::string& name, std::string& out) const override;
   int32_t Get(const std::string& name, uint8_t** out) const override;
+  int64_t GetInt64(const std::string& name) const override;
+  int32_t GetInt32(const std::string& name) const override;
+  bool GetBoolean(const std::string& name) const override;
+  std::string GetString(const std::string& name) const override;
 
   /// The same by position, from 0. An index outside the columns is like an unknown name:
   bool IsNull(int32_t index) const;
@@ -158,7 +158,11 @@ class ORU_COMMON_DATABASE_EXPORT CursorSqlite : public Cursor {
   bool IsColumnOnRow(int32_t index) const;
   template <class T>
   bool Read(int32_t column, T& out) const;
+  template <class T>
+  T ReadOrThrow(int32_t column) const;
   bool ReadText(int32_t index, std::string& out) const;
+  std::string TextOrThrow(int32_t column) const;
+  bool IsTextNull() const;
   int ParameterNumber(const std::string& name);
   int FindParameter(const std::string& name);
   bool MayBind(int32_t number);

@@ -17,12 +17,8 @@ class DatabaseSqlite;
 template <class Base>
 class ORU_COMMON_DATABASE_EXPORT ForwardingCursor : public Base {
  public:
-  using Cursor::GetBoolean;
   using Cursor::GetBytes;
   using Cursor::GetDouble;
-  using Cursor::GetInt32;
-  using Cursor::GetInt64;
-  using Cursor::GetString;
   using Cursor::GetUInt32;
   using Cursor::GetUInt64;
 
@@ -41,6 +37,11 @@ class ORU_COMMON_DATABASE_EXPORT ForwardingCursor : public Base {
   bool Get(const std::string& name, bool& out) const override { return cursorSqlite.Get(name, out); }
   bool Get(const std::string& name, std::string& out) const override { return cursorSqlite.Get(name, out); }
   int32_t Get(const std::string& name, uint8_t** out) const override { return cursorSqlite.Get(name, out); }
+
+  int64_t GetInt64(const std::string& name) const override { return cursorSqlite.GetInt64(name); }
+  int32_t GetInt32(const std::string& name) const override { return cursorSqlite.GetInt32(name); }
+  bool GetBoolean(const std::string& name) const override { return cursorSqlite.GetBoolean(name); }
+  std::string GetString(const std::string& name) const override { return cursorSqlite.GetString(name); }
 
   /// The same by position, from 0:
   bool IsNull(int32_t index) const { return cursorSqlite.IsNull(index); }
