@@ -436,7 +436,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
                         std::any_of(changes.begin(), changes.end(), std::mem_fn(&Change::IsOfTables));
   if (isOpened) db.Close();
   for (std::size_t i = 0; i < 4 && content.size() >= 28 && !isOpened; ++i) {
-    // The count of changes, by which SQLite tells that its cache is old: https://sqlite.org/fileformat.html
+    // The count of changes, by which SQLite notices that its cache is old: https://sqlite.org/fileformat.html
     content[24 + i] = static_cast<char>(count >> (24 - 8 * i));
   }
   file.Content(content);

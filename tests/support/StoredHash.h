@@ -5,7 +5,7 @@
 
 namespace Oru::TestSupport {
 
-/// A number that tells a text from every other one, in place of a copy of the text.
+/// A number that differs for every other text, in place of a copy of the text.
 inline uint64_t StoredHash(const std::string& text) {
   uint64_t hash = 14695981039346656037U;
   for (const char c : text)

@@ -54,20 +54,20 @@ class ChangeListenerTest : public testing::Test {
         "END;"
         "INSERT INTO A VALUES (1, 'one'), (2, 'two'); INSERT INTO Child VALUES (7, 1), (8, 2);"
         "INSERT INTO Free VALUES (1), (2);");
-    listener.emplace(db, [this](const ChangeNotice& notice) { told.push_back(Text(notice)); });
+    listener.emplace(db, [this](const ChangeNotice& notice) { reported.push_back(Text(notice)); });
   }
   void Run(const std::string& sql) { ASSERT_TRUE(db.ExecuteStatement(sql)) << log.Text(); }
-  std::vector<std::string> Told() { return std::exchange(told, {}); }
+  std::vector<std::string> Reported() { return std::exchange(reported, {}); }
 
   TestSupport::CapturedLog log;
   TestSupport::TemporaryDirectory directory;
   const std::string path = directory.File("clips.db");
   DatabaseSqlite db{"file:" + path + "?_busy_timeout=0&_synchronous=off", log.Stream()};
-  std::vector<std::string> told;
+  std::vector<std::string> reported;
   std::optional<ChangeListener> listener;
 };
 
-TEST_F(ChangeListenerTest, TellsWhatItCanAndNothingOfTablesThatAreNotTheCallers) {
+TEST_F(ChangeListenerTest, ReportsWhatItCanAndNothingOfTablesThatAreNotTheCallers) {
   const std::pair<const char*, const char*> cases[] = {
       {"DELETE FROM Free", "Free-1 Free-2"},
       {"BEGIN; DELETE FROM A WHERE key = 1; INSERT INTO A VALUES (1, 'new'); COMMIT", "A~1 Child-7"},
@@ -83,49 +83,49 @@ TEST_F(ChangeListenerTest, TellsWhatItCanAndNothingOfTablesThatAreNotTheCallers)
   for (const auto& [sql, expected] : cases) {
     Run(sql);
     if (expected) {
-      EXPECT_THAT(Told(), ElementsAre(expected)) << sql;
+      EXPECT_THAT(Reported(), ElementsAre(expected)) << sql;
     } else {
-      EXPECT_THAT(Told(), IsEmpty()) << sql;
+      EXPECT_THAT(Reported(), IsEmpty()) << sql;
     }
   }
 }
 
-TEST_F(ChangeListenerTest, TellsWhicheverWayACommitComesAbout) {
+TEST_F(ChangeListenerTest, ReportsWhicheverWayACommitComesAbout) {
   TestSupport::NoteTable notes(db);
   Run(TestSupport::NoteTable::CreateText);
   TestSupport::Note note{-1, "a", 1};
   EXPECT_TRUE(notes.Save(note));
   EXPECT_TRUE(notes.Save(note));
   EXPECT_TRUE(notes.DeleteAll());
-  EXPECT_THAT(Told(), ElementsAre("Note+1", "Note~1", "Note-1"));
+  EXPECT_THAT(Reported(), ElementsAre("Note+1", "Note~1", "Note-1"));
   CursorSqlite cursor(db, "INSERT INTO Free VALUES (4), (5) RETURNING rowid");
   EXPECT_TRUE(cursor.Step());
   EXPECT_EQ(Value(db, "SELECT 1"), "1");
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Reported(), IsEmpty());
   cursor.Reset();
-  EXPECT_THAT(Told(), ElementsAre("Free+3 Free+4"));
+  EXPECT_THAT(Reported(), ElementsAre("Free+3 Free+4"));
   EXPECT_TRUE(cursor.Step());
   cursor.Close();
-  EXPECT_THAT(Told(), ElementsAre("Free+5 Free+6"));
+  EXPECT_THAT(Reported(), ElementsAre("Free+5 Free+6"));
   {
     const ConnectionLock lock(db.Parts());
     Run("INSERT INTO Free VALUES (8); BEGIN; INSERT INTO Free VALUES (9); ROLLBACK");
     Run("DELETE FROM Free WHERE x = 8; UPDATE Free SET x = 0 WHERE rowid = 1");
-    EXPECT_THAT(Told(), IsEmpty());
+    EXPECT_THAT(Reported(), IsEmpty());
   }
-  EXPECT_THAT(Told(), ElementsAre("Free~1"));
+  EXPECT_THAT(Reported(), ElementsAre("Free~1"));
 }
 
 TEST_F(ChangeListenerTest, TheFunctionMayReadWriteThrowComeAndGo) {
   listener.reset();
   Run("INSERT INTO Free VALUES (3)");
-  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(Reported(), IsEmpty());
   int depth = 0;
   std::unique_ptr<ChangeListener> second;
   const ChangeListener first(db, [&](const ChangeNotice& notice) {
     EXPECT_EQ(++depth, 1);
     EXPECT_FALSE(db.IsInTransaction());
-    told.push_back(Text(notice) + " of " + Value(db, "SELECT count(*) FROM Free"));
+    reported.push_back(Text(notice) + " of " + Value(db, "SELECT count(*) FROM Free"));
     if (Value(db, "SELECT count(*) FROM Free") < "6") {
       TransactionGuard guard(db);
       Run("INSERT INTO Free VALUES (0)");
@@ -139,33 +139,33 @@ TEST_F(ChangeListenerTest, TheFunctionMayReadWriteThrowComeAndGo) {
     throw 1;
   });
   EXPECT_TRUE(db.ExecuteStatement("INSERT INTO Free VALUES (4)"));
-  EXPECT_THAT(Told(), ElementsAre("Free+4 of 4", "Free+5 of 5", "Free+6 of 6"));
+  EXPECT_THAT(Reported(), ElementsAre("Free+4 of 4", "Free+5 of 5", "Free+6 of 6"));
   EXPECT_EQ(log.Lines().size(), 4U);
   EXPECT_TRUE(log.Contains("a listener of changes threw: no more paper"));
   EXPECT_TRUE(log.Contains("something that is no exception"));
   EXPECT_EQ(second, nullptr);
 }
 
-TEST_F(ChangeListenerTest, OfTooManyRowsTellsTheTable) {
+TEST_F(ChangeListenerTest, OfTooManyRowsReportsTheTable) {
   Run("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n LIMIT 100000) INSERT INTO Free SELECT "
       "i FROM n");
-  EXPECT_THAT(Told(), ElementsAre(testing::EndsWith(" Free+100002")));
+  EXPECT_THAT(Reported(), ElementsAre(testing::EndsWith(" Free+100002")));
   Run("BEGIN; UPDATE Free SET x = x + 1; DELETE FROM A WHERE key = 1; COMMIT");
-  EXPECT_THAT(Told(), ElementsAre("A-1 Child-7 Free*"));
+  EXPECT_THAT(Reported(), ElementsAre("A-1 Child-7 Free*"));
 }
 
 TEST_F(ChangeListenerTest, OutlivesItsDatabase) {
   auto late = std::make_unique<DatabaseSqlite>(":memory:", nullptr);
-  const ChangeListener early(*late, [this](const ChangeNotice& notice) { told.push_back(Text(notice)); });
+  const ChangeListener early(*late, [this](const ChangeNotice& notice) { reported.push_back(Text(notice)); });
   late->Open();
   EXPECT_TRUE(late->ExecuteStatement("CREATE TABLE T (x); INSERT INTO T VALUES (1)"));
-  EXPECT_THAT(Told(), ElementsAre("T+1"));
+  EXPECT_THAT(Reported(), ElementsAre("T+1"));
   late.reset();
 }
 
 // Threads: two write on one connection, and a third comes and goes as a listener, at first beside another one
 // and then as the only one.
-TEST_F(ChangeListenerTest, ThreadsTellOneAtATimeAndMissNothing) {
+TEST_F(ChangeListenerTest, ThreadsReportOneAtATimeAndMissNothing) {
   std::atomic<int> callers{0};
   int rows = 0;
   const auto count = [&](const ChangeNotice& notice) {

@@ -92,7 +92,7 @@ TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
   }
 }
 
-TEST_F(CursorSqliteTest, StandsOnNoRowAheadOfTheFirstAndBehindTheLast) {
+TEST_F(CursorSqliteTest, IsOnNoRowBeforeTheFirstAndAfterTheLast) {
   EXPECT_THROW(CursorSqlite().GetDatabase(), ArgumentException);
   CursorSqlite cursor(db, "SELECT k, v FROM T WHERE k = 2");
   const auto readsNothing = [&](const auto&... columns) {
@@ -169,7 +169,7 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
   expectBinds(objects, "a", "b", [&] { return objects.Next(row); });
   expectBinds(objects, 1, 2, [&] { return objects.Next(row); });
   expectBinds(rows, "a", "b", [&] { return rows.Next(row); });
-  // By names that stay, of which the last stands for none of the parameters; for a second statement they stand for
+  // By names that stay, of which the last names none of the parameters; for a second statement they name
   // others.
   const std::string names[] = {"b", "a", "c"};
   cursor.Reset(db, select, "");
@@ -263,7 +263,7 @@ TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
   EXPECT_EQ(read() + read(), "123123");
   second.ExecuteStatement("DROP TABLE S; CREATE TABLE S (c, b, x, a); INSERT INTO S VALUES (3, 2, 0, 1);");
   EXPECT_EQ(read() + read(), "124124");
-  // What this connection changes itself shows ahead of the first step too.
+  // What this connection changes itself shows before the first step too.
   first.ExecuteStatement("ALTER TABLE S ADD COLUMN d");
   const auto has = [&](const char* column) {
     return CursorSqlite(first, "SELECT * FROM S WHERE b = 2").GetColumnIndex(column) != -1;

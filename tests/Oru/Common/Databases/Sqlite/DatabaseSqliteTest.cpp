@@ -216,7 +216,7 @@ TEST_F(DatabaseSqliteTest, KeepsTheStatementsThatWereUsedLastWithoutTheirValues)
   EXPECT_TRUE(texts.count(often) == 2 && texts.count(number(999)) == 1 && texts.count(number(700)) == 0);
 }
 
-TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneBehindALostTransaction) {
+TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneAfterALostTransaction) {
   constexpr int count = 2000;
   db.ExecuteStatement("PRAGMA synchronous = off; PRAGMA journal_mode = memory");
   std::thread writer([&] {

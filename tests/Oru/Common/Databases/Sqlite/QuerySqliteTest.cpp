@@ -128,7 +128,7 @@ class QuerySqliteTest : public testing::Test {
     return {add, column + operators[chosen] + Bound(value)};
   }
 
-  // Bytes are found as they are. Texts are found without telling A from a, and those of ASCII in what stands
+  // Bytes are found as they are. Texts are found in either case of A to Z, and those of ASCII only
   // before a NUL byte.
   static void Occurs(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL) return sqlite3_result_null(context);

@@ -65,7 +65,7 @@ TEST_F(IntegrityCheckTest, NamesARowWhoseOwnerIsMissingAndNothingElse) {
   EXPECT_THAT(db.CheckIntegrity(), ElementsAre("row 2 of Part refers to a missing row of Owner"));
 }
 
-TEST_F(IntegrityCheckTest, FindsAFullTextIndexThatLagsBehindAndRebuildsIt) {
+TEST_F(IntegrityCheckTest, FindsAnOutdatedFullTextIndexAndRebuildsIt) {
   Run("UPDATE Owner SET name = 'seven' WHERE key = 1");
   EXPECT_EQ(Found("seven"), 0);
   EXPECT_THAT(db.CheckIntegrity(), ElementsAre(HasSubstr("full-text index A b\"c: ")));
@@ -128,7 +128,7 @@ class OnlineCopyTest : public UpkeepTest {
   static std::string Total(DatabaseSqlite& database) {
     return Value(database, "SELECT (SELECT total FROM Sums) || '/' || count(*) FROM A");
   }
-  // The sum as the copy tells it, which must be that of its own rows.
+  // The sum as the copy reports it, which must be that of its own rows.
   std::string TotalOfCopy(const std::string& name) {
     DatabaseSqlite copy(directory.File(name), nullptr);
     copy.Open();
@@ -152,7 +152,7 @@ class OnlineCopyTest : public UpkeepTest {
   }
 };
 
-TEST_F(OnlineCopyTest, CopiesStepByStepAndTellsHowFarItHasCome) {
+TEST_F(OnlineCopyTest, CopiesStepByStepAndReportsHowFarItHasCome) {
   chmod(path.c_str(), 0600);
   std::vector<int32_t> steps;
   int32_t total = 0;
@@ -198,7 +198,7 @@ TEST_F(OnlineCopyTest, RefusesATargetThatIsThereAlreadyOrCannotBe) {
     ExpectRefusal<ArgumentException>(file, "is no path");
   ExpectRefusal<NotSupportedException>(directory.File("no/such/folder.db"), "No such file");
   ExpectRefusal<NotSupportedException>(directory.File("old.db/copy.db"), "Not a directory");
-  // Whoever puts a file there in the midst of it keeps that.
+  // A file that another process puts there meanwhile stays.
   const auto race = [&](int32_t, int32_t) { return bool(std::ofstream(directory.File("new.db")) << "new"); };
   EXPECT_THROW(db.Backup(directory.File("new.db"), race), NotSupportedException);
   EXPECT_EQ(FileContent(directory.File("new.db")), "new");
