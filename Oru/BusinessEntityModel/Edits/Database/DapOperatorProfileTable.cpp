@@ -1,7 +1,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/DapOperatorProfileTable.h"
 
 #include "Oru/DataModel/MediaAssets/Database/Columns/PackedTimeCode.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Utils/ZuServerId.h"
 
 ORU_TABLE_TEMPLATES(, Oru::BusinessEntityModel::Edits::DapOperatorMetadataProfile,

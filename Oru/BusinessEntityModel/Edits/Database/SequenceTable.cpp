@@ -1,7 +1,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 
 #include "Oru/Common/Databases/Sqlite/Writing/FalseWhenRefused.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 
 #include <memory>
 

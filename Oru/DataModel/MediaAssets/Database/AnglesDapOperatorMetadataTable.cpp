@@ -1,7 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/AnglesDapOperatorMetadataTable.h"
 
 #include "Oru/DataModel/MediaAssets/Database/Columns/GridColumns.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::AnglesDapOperatorMetadataProfile,
                     Oru::DataModel::MediaAssets::AnglesDapMetadataEncapsulated)

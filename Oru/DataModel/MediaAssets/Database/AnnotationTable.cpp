@@ -2,7 +2,7 @@
 
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/Columns/BoundaryColumns.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::Annotation,
                     Oru::DataModel::MediaAssets::Database::AnnotationEncapsulated)

@@ -2,7 +2,7 @@
 
 #include "Oru/DataModel/MediaAssets/Database/Columns/GridColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/Columns/PackedTimeCode.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::DapOperatorMetadataProfile,
                     Oru::DataModel::MediaAssets::DapMetadataEncapsulated)

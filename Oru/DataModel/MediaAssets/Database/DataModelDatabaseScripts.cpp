@@ -1,5 +1,5 @@
+#include "Oru/DataModel/MediaAssets/Database/Columns/MediaAssetSearchColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetSearchColumns.h"
 
 // The stored file. Every statement may run on a file that has it all already. Several processes may open one
 // new file at once: see DataModelDatabase::Create for the lock.

@@ -4,8 +4,8 @@
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::BusinessEntityModel::BaseTypes::PersistentObject,
                     Oru::DataModel::MediaAssets::Database::EssenceEncapsulated)

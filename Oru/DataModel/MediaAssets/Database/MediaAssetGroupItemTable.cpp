@@ -3,7 +3,7 @@
 #include "Oru/Common/Databases/Sqlite/Writing/WriteEach.h"
 #include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 
 ORU_TABLE_TEMPLATES(, Oru::DataModel::MediaAssets::MediaAssetGroupItem,
                     Oru::DataModel::MediaAssets::Database::GroupItemEncapsulated)

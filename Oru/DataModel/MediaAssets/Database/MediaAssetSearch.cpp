@@ -1,7 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetSearch.h"
 
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
-#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetSearchColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/MediaAssetSearchColumns.h"
 
 #include <algorithm>
 #include <utility>

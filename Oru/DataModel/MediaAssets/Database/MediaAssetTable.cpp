@@ -5,7 +5,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Columns/BoundaryColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupItemTable.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/UnusedRows.h"
 
 #include <algorithm>
 #include <cctype>

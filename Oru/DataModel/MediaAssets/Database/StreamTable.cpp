@@ -6,8 +6,8 @@
 #include "Oru/DataModel/MediaAssets/DataEssence.h"
 #include "Oru/DataModel/MediaAssets/Database/AudioEssenceTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/Changeable.h"
 #include "Oru/DataModel/MediaAssets/Database/VideoEssenceTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Writing/Changeable.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
 
 #include <algorithm>

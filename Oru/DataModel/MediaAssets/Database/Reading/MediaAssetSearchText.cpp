@@ -1,7 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetSearchText.h"
 
+#include "Oru/DataModel/MediaAssets/Database/Columns/MediaAssetSearchColumns.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetTable.h"
-#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetSearchColumns.h"
 
 #include <algorithm>
 

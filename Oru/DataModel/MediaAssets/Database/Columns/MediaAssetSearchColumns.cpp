@@ -1,4 +1,4 @@
-#include "Oru/DataModel/MediaAssets/Database/Reading/MediaAssetSearchColumns.h"
+#include "Oru/DataModel/MediaAssets/Database/Columns/MediaAssetSearchColumns.h"
 
 #include "Oru/TimePoints/Core/Int128.h"
 

@@ -1,4 +1,4 @@
-#include "Oru/DataModel/MediaAssets/Database/Writing/UnusedRows.h"
+#include "Oru/DataModel/MediaAssets/Database/Rows/UnusedRows.h"
 
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
