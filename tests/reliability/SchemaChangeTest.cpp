@@ -81,8 +81,8 @@ TEST_P(SchemaChangeTest, AnIdleConnectionNoticesWhatAnOpeningAfterItHides) {
         opened.Open();
         opened.Close();
         MediaAsset first = MakeClip("clip", 1), second = MakeClip("clip", 2), other = MakeClip("other", 1);
-        EXPECT_TRUE(idle.GetMediaAssetTable().Save(first) &&
-                    idle.ExecuteStatement("CREATE TABLE Seen (name)"));
+        EXPECT_TRUE(idle.ExecuteStatement("CREATE TABLE Seen (name)") &&
+                    idle.GetMediaAssetTable().Save(first));
         opened.Open();
         opened.Close();
         EXPECT_EQ(StoredVersion(idle, "clip"), 1);
