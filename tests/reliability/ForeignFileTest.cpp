@@ -38,7 +38,7 @@ class ForeignFileTest : public testing::Test {
 
   const TestSupport::TemporaryDirectory directory;
   TestSupport::CapturedLog log;
-  DataModelDatabase db{directory.File("clips.db"), log.Stream()};
+  DataModelDatabase db{"file:" + directory.File("clips.db") + "?_synchronous=off", log.Stream()};
   DataModel::MediaAssets::Database::MediaAssetTable& assets = db.GetMediaAssetTable();
 };
 
