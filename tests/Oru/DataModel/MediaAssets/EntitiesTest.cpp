@@ -8,7 +8,9 @@
 #include "Oru/TimePoints/Core/Parsers/ClockTimeCodeParser.h"
 
 #include "support/Changes.h"
+#include "support/EnumerationNames.h"
 #include "support/RandomAsset.h"
+#include "support/StoredHash.h"
 
 #include <gmock/gmock.h>
 
@@ -339,6 +341,20 @@ TEST(EntitiesTest, ATimeCodeStringIsTheTextOfAClock) {
   }
   for (const std::string text : {"24:00:00:00", "00:60:00:00", "00:00:00:30", "00:01:00;01"})
     EXPECT_THROW(TimeCodeString(text).ToTimeCode(TimePoints::Rate(30, 1)), std::out_of_range) << text;
+}
+
+// The numbers are in stored files.
+TEST(EntitiesTest, StoredNumbersKeepTheirNames) {
+  const std::string names =
+      TestSupport::CheckedNames<AssetType>() + TestSupport::CheckedNames<ResourceFormat>() +
+      TestSupport::CheckedNames<WrapperFormat>() + TestSupport::CheckedNames<VideoCodingFormat>() +
+      TestSupport::CheckedNames<AudioCodingFormat>() + TestSupport::CheckedNames<BitRateMode>() +
+      TestSupport::CheckedNames<ChromaSubSampling>() + TestSupport::CheckedNames<ColorSpace>() +
+      TestSupport::CheckedNames<ScanMode>() + TestSupport::CheckedNames<Boxing>() +
+      TestSupport::CheckedNames<AnnotationType>() + TestSupport::CheckedNames<ArchiveStatus>() +
+      TestSupport::CheckedNames<UserTimecodeType>() + TestSupport::CheckedNames<TimecodePrimary>() +
+      TestSupport::CheckedNames<FillAndKeyType>() + TestSupport::CheckedNames<Location::Type>();
+  EXPECT_EQ(TestSupport::StoredHash(names), 7751804348144559129U) << names;
 }
 
 }  // namespace
