@@ -323,11 +323,15 @@ TEST_F(QuerySqliteTest, RunsWithAnyNumberOfConditionsAndAlternatives) {
   }
 }
 
-TEST_F(QuerySqliteTest, OrdersAndLimitsAreAddedInTurn) {
+TEST_F(QuerySqliteTest, PartsAreAddedInTurn) {
   QuerySqlite query;
   query.OrderByDesc("T.t").OrderByAsc("key").Limit(1, 1).Limit(7, 3);
   EXPECT_TRUE(query.IsEmpty());
   EXPECT_EQ(query.GetOrderBySQL() + " " + query.GetLimitSQL(), "T.t DESC, key ASC LIMIT 7 OFFSET 3");
+  QuerySqlite both;
+  query.Equals("a", 1).Or(both.Equals("b", 2).LessThan("c", 3)).Not(both).And(both);
+  EXPECT_EQ(query.GetFilterSQL(),
+            "((a = 1) OR (b = 2 AND c < 3)) AND NOT (b = 2 AND c < 3) AND (b = 2 AND c < 3)");
   query.Limit(-1, 0);
   EXPECT_EQ(TestSupport::Column(db, "SELECT key FROM T " + query.GetLimitSQL()).size(), 150U);
 }
