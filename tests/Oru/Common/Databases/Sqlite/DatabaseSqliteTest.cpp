@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <set>
 #include <thread>
 
@@ -206,6 +207,20 @@ TEST_F(DatabaseSqliteTest, KeepsTheStatementsThatWereUsedLastWithoutTheirValues)
   const auto texts = kept();
   EXPECT_EQ(texts.size() - before, 256U);
   EXPECT_TRUE(texts.count(often) == 2 && texts.count(number(999)) == 1 && texts.count(number(700)) == 0);
+}
+
+TEST_F(DatabaseSqliteTest, ServesSeveralThreadsWithKeptStatements) {
+  const auto work = [this](unsigned int seed) {
+    std::minstd_rand random(seed);
+    for (int i = 0; i < 10000; ++i) {
+      const std::string number = std::to_string(random() % 300);
+      ASSERT_EQ(Value(db, "SELECT " + number), number);
+    }
+  };
+  std::thread first(work, 1U), second(work, 2U);
+  work(3);
+  first.join();
+  second.join();
 }
 
 TEST_F(DatabaseSqliteTest, AWriteOnAnotherThreadIsNeverTakenForOneAfterALostTransaction) {
