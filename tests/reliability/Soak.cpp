@@ -23,6 +23,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -71,11 +72,11 @@ struct Board {
   std::atomic<bool> isOver{false}, hasFailed{false};
   std::atomic<int64_t> steps[ProcessCount]{};
   std::atomic<int64_t> writes{0}, refusals{0}, copies{0};
-  Clip clips[ProcessCount][ThreadCount][ClipCount];
+  Clip clips[ProcessCount * ThreadCount * ClipCount];
 };
 
-std::string ClipId(int process, int thread, int number) {
-  return std::to_string(process) + "/" + std::to_string(thread) + "/" + std::to_string(number);
+std::string ClipId(std::size_t index) {
+  return "clip " + std::to_string(index);
 }
 
 // The version of a clip in the file, 0 without that clip, -1 when what is there isn't a whole version.
@@ -133,8 +134,11 @@ class Worker {
   }
 
  private:
-  std::string Id(int number) const { return ClipId(mProcess, mThread, number); }
-  Clip& ClipAt(int number) { return mBoard.clips[mProcess][mThread][number]; }
+  std::size_t Index(int number) const {
+    return static_cast<std::size_t>((mProcess * ThreadCount + mThread) * ClipCount + number);
+  }
+  std::string Id(int number) const { return ClipId(Index(number)); }
+  Clip& ClipAt(int number) { return mBoard.clips[Index(number)]; }
   int Any(int count) { return static_cast<int>(mRandom() % static_cast<unsigned>(count)); }
 
   void Expect(int number, int stored, int expected, const std::string& when) const {
@@ -183,7 +187,7 @@ class Worker {
     } else if (kind < 150) {
       Expect(number, VersionIn(mDatabase, Id(number)), ClipAt(number).acknowledged, "at a read");
     } else if (kind < 170) {
-      const std::string other = ClipId(Any(ProcessCount), Any(ThreadCount), number);
+      const std::string other = ClipId(mRandom() % std::size(mBoard.clips));
       if (VersionIn(mDatabase, other) == -1) throw Fault(other + " isn't whole");
     } else if (kind < 185) {
       Search(repository, number);
@@ -397,17 +401,12 @@ class Soak {
   void CompareTheFile() {
     DataModelDatabase db(mConnection, nullptr);
     db.Open();
-    for (int process = 0; process < ProcessCount; ++process) {
-      for (int thread = 0; thread < ThreadCount; ++thread) {
-        for (int number = 0; number < ClipCount; ++number) {
-          const Clip& clip = mBoard->clips[process][thread][number];
-          const std::string id = ClipId(process, thread, number);
-          const int stored = VersionIn(db, id);
-          if (stored != clip.acknowledged && stored != clip.written)
-            Complain(id + " has version " + std::to_string(stored) + " at the end");
-          mClipsAtEnd += stored > 0;
-        }
-      }
+    for (std::size_t i = 0; i < std::size(mBoard->clips); ++i) {
+      const Clip& clip = mBoard->clips[i];
+      const int stored = VersionIn(db, ClipId(i));
+      if (stored != clip.acknowledged && stored != clip.written)
+        Complain(ClipId(i) + " has version " + std::to_string(stored) + " at the end");
+      mClipsAtEnd += stored > 0;
     }
     // A journal that a killed process has made and not used stays until the next write.
     db.ExecuteStatement("PRAGMA user_version = 1");
