@@ -424,6 +424,8 @@ class Soak {
               << mClipsAtEnd << " clips at the end; at most " << mMemoryAtMost << " kB and "
               << mDescriptorsAtMost << " descriptors a process" << std::endl;
     if (mBoard->writes < 10 || mKills == 0 || mClipsAtEnd == 0) Complain("too little was done");
+    // The busy timeout is longer than all others may take.
+    if (mBoard->refusals > 0) Complain("steps were refused");
   }
 
   const TestSupport::TemporaryDirectory mDirectory;
