@@ -120,6 +120,8 @@ TEST(SharedReferenceTest, TakesObjectAndIdentifierFromEveryKindOfPointer) {
   EXPECT_LT(references[2], references[0]);
   EXPECT_TRUE(references[1].IsEmpty()) << "an empty pointer assigned";
   EXPECT_TRUE(references[2].Id() == "x" && !references[2]) << "the object let go";
+  references[1].Pointer(std::make_shared<LiveClip>("z"));
+  EXPECT_EQ(references[1].Id(), "z");
   weak = std::make_shared<LiveClip>("gone");
   EXPECT_TRUE(SharedReference<Clip>(weak).IsEmpty());
   references[0]->id = "renamed";
