@@ -65,6 +65,10 @@ TEST_F(MediaAssetRepositoryTest, AChangeHoldsTheLockFromItsReadOn) {
   EXPECT_EQ(changed.ObjectId(), clip.ObjectId());
   EXPECT_FALSE(other.Find(clip.Id()));
   EXPECT_EQ(other.Find(changed.Id()), changed);
+  one.Put(clip = MakeClip("free"));
+  const auto rename = [&] { one.Change(clip.Id(), [](MediaAsset& stored) { stored.Id("renamed"); }); };
+  EXPECT_THAT(rename, ThrowsMessage<NotStoredException>(
+                          "free: it can't be renamed to renamed, which is stored already"));
 }
 
 TEST_F(MediaAssetRepositoryTest, AFileThatCantBeWrittenIsAnInvalidOperationWithAnEntry) {
@@ -179,8 +183,8 @@ TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFil
        [](Parts of) { of.resource.Adopt(std::make_unique<Stream>(StreamId("other/resource/stream"))); }},
       {"essence 1 of stream c/resource/stream has the number 7",
        [](Parts of) { of.stream.Essences()[1].Nr(7); }},
-      {"essence 1 of stream c/resource/stream has -2 channels",
-       [](Parts of) { of.stream.Essences()[1].ChannelCount(-2); }},
+      {"essence 1 of stream c/resource/stream has -1 channels",
+       [](Parts of) { of.stream.Essences()[1].ChannelCount(-1); }},
       {"track c/track refers to essence 3 of stream c/resource/stream, which isn't stored",
        [](Parts of) { of.Take("c/resource/stream", 3, 0); }},
       {"track c/track refers to essence 0 of stream none, which isn't stored",
