@@ -1,15 +1,15 @@
 #include "Oru/DataModel/MediaAssets/TimeBoundsArray.h"
 
+#include "support/RandomValues.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
-#include <random>
+#include <iterator>
 #include <set>
 #include <stdexcept>
 #include <utility>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets {
 namespace {
@@ -18,119 +18,74 @@ using TimePoints::TimeBoundary;
 using TimePoints::TimeBounds;
 using TimePoints::TimePoint;
 
-using Instant = std::optional<int64_t>;
-const Instant unset;
+constexpr int64_t unset = INT64_MIN + 1;
 
-TimeBoundary Boundary(Instant instant, bool isMoving = false) {
-  return instant ? TimeBoundary(TimePoint::FromNanoseconds(*instant), isMoving) : TimeBoundary();
+TimeBoundary At(int64_t instant, bool isMoving = false) {
+  return TimeBoundary(TimePoint::FromNanoseconds(instant), isMoving);
 }
 
-TimeBounds Bounds(Instant in, Instant out) {
-  return TimeBounds(Boundary(in), Boundary(out));
+int64_t EndOf(const std::pair<int64_t, int64_t>& bounds) {
+  return bounds.second == unset ? INT64_MAX : bounds.second;
 }
 
-using BoundsList = std::vector<std::pair<Instant, Instant>>;
-
-TimeBoundsArray Array(const BoundsList& list, Instant in = unset, Instant out = unset) {
-  TimeBoundsArray array;
-  for (const auto& [from, to] : list)
-    array.Insert(Bounds(from, to));
-  array.InBoundary(Boundary(in));
-  array.OutBoundary(Boundary(out));
-  return array;
-}
-
-TEST(TimeBoundsArrayTest, BoundsStandInOrderHoweverTheyCame) {
-  std::vector<TimeBounds> sorted{Bounds(unset, 5), Bounds(-10, 0),   Bounds(0, 3),
-                                 Bounds(0, 10),    Bounds(7, unset), Bounds(7, 8)};
-  std::vector<std::size_t> order{0, 1, 2, 3, 4, 5};
-  do {
+// Against pairs of few instants, which are counted one by one.
+TEST(TimeBoundsArrayTest, OrderDurationsAndValidityAreThoseOfTheInstants) {
+  TestSupport::RandomValues random(7);
+  const auto any = [&] { return random.Chance(5) ? unset : static_cast<int64_t>(random.Below(12)); };
+  const auto areInOrder = [](int64_t in, int64_t out) { return in == unset || out == unset || in <= out; };
+  for (int round = 0; round < 10000; ++round) {
     TimeBoundsArray array;
-    for (const std::size_t place : order)
-      array.Insert(sorted[place]);
-    ASSERT_TRUE(std::equal(array.begin(), array.end(), sorted.begin(), sorted.end()));
-  } while (std::next_permutation(order.begin(), order.end()));
-}
-
-TEST(TimeBoundsArrayTest, EqualBoundsAreRefusedOnceAndMovingOnesAreOthers) {
-  TimeBoundsArray array = Array({{0, 10}});
-  array.Insert(TimeBounds(Boundary(0), Boundary(10, true)));
-  EXPECT_EQ(array.Size(), 2U);
-  EXPECT_THROW(array.Insert(TimeBounds(Boundary(0), Boundary(10, true))), std::runtime_error);
-  EXPECT_EQ(array.Size(), 2U);
-}
-
-// Against the nanoseconds one by one. All bounds begin before they end.
-TEST(TimeBoundsArrayTest, DurationsAndValidityAgreeWithAModel) {
-  std::mt19937 random(7);
-  const auto any = [&](int64_t lowest) {
-    return random() % 5 == 0 ? unset : Instant(lowest + static_cast<int64_t>(random() % 8));
-  };
-  for (int round = 0; round < 20000; ++round) {
-    std::set<std::pair<Instant, Instant>> list;
-    for (auto count = random() % 4; count > 0; --count) {
-      const Instant from = any(0);
-      list.emplace(from, any(from.value_or(0) + 1));
-    }
-    const Instant in = any(0), out = any(0);
-    int64_t material = 0;
-    bool overlaps = false;
-    for (int64_t at = -1; at < 20; ++at) {
-      int holding = 0, counted = 0;
-      for (const auto& [from, to] : list) {
-        const bool holds = (!from || *from <= at) && (!to || at < *to);
-        holding += holds ? 1 : 0;
-        counted += holds && from && to ? 1 : 0;
+    std::set<std::pair<int64_t, int64_t>> sorted;
+    for (auto count = random.Below(4); count > 0; --count) {
+      const int64_t in = any(), out = any();
+      if (sorted.emplace(in, out).second) {
+        array.Insert(TimeBounds(At(in), At(out)));
+      } else {
+        EXPECT_THROW(array.Insert(TimeBounds(At(in), At(out))), std::runtime_error);
       }
-      material += counted > 0 ? 1 : 0;
-      overlaps = overlaps || holding > 1;
     }
-    const auto isOutside = [&list](const Instant& mark) {
-      return mark && std::none_of(list.begin(), list.end(), [&](const auto& bounds) {
-               return (!bounds.first || *bounds.first <= *mark) &&
-                      (!bounds.second || *mark <= *bounds.second);
-             });
-    };
-    const bool inOrder = !in || !out || *in <= *out;
-    const bool isInValid = !isOutside(in) && inOrder, isOutValid = !isOutside(out) && inOrder;
-    const bool isOpen =
-        std::any_of(list.begin(), list.end(), [](const auto& bounds) { return !bounds.second; });
-    Instant first = in, last = out;
-    if (!in && !list.empty()) first = list.begin()->first;
-    for (const auto& bounds : list)
-      if (!out && !isOpen) last = std::max(last, bounds.second);
-    const TimeBoundsArray array = Array({list.begin(), list.end()}, in, out);
-    SCOPED_TRACE(round);
-    ASSERT_EQ(array.GetDuration().ToNanoseconds(), material);
-    ASSERT_EQ(array.HasOverlappingTimeBounds(), overlaps);
-    ASSERT_EQ(array.IsInOutOfTimeBounds(), isOutside(in));
-    ASSERT_EQ(array.IsOutOutOfTimeBounds(), isOutside(out));
-    ASSERT_EQ(array.IsInValid(), isInValid);
-    ASSERT_EQ(array.IsOutValid(), isOutValid);
-    ASSERT_EQ(array.IsValid(), !overlaps && isInValid && isOutValid);
-    ASSERT_EQ(array.GetInOutDuration().ToNanoseconds(), first && last ? *last - *first : 0);
-  }
-}
+    ASSERT_TRUE(std::equal(array.begin(), array.end(), sorted.begin(), sorted.end(),
+                           [](const TimeBounds& bounds, const auto& pair) {
+                             return bounds == TimeBounds(At(pair.first), At(pair.second));
+                           }));
+    const int64_t in = any(), out = any();
+    array.InBoundary(At(in));
+    array.OutBoundary(At(out));
 
-TEST(TimeBoundsArrayTest, BoundsThatEndWhereOrBeforeTheyBegin) {
-  EXPECT_TRUE(Array({{0, 10}, {10, 10}}).IsValid());
-  EXPECT_TRUE(Array({{unset, unset}}, INT64_MIN + 2, INT64_MAX).IsValid());
-  const TimeBoundsArray reversed = Array({{10, 0}});
-  EXPECT_TRUE(!reversed.IsValid() && !reversed.HasOverlappingTimeBounds());
-  EXPECT_EQ(reversed.GetDuration().ToNanoseconds(), 0);
-  EXPECT_EQ(reversed.GetInOutDuration().ToNanoseconds(), -10);
-  EXPECT_THROW(Array({{INT64_MIN, INT64_MAX}}).GetDuration(), std::overflow_error);
-}
-
-TEST(TimeBoundsArrayTest, MarksAndMovementCountInComparisons) {
-  const TimeBoundsArray array = Array({{0, 10}}, 2, 8);
-  EXPECT_EQ(array, Array({{0, 10}}, 2, 8));
-  TimeBoundsArray moving = array;
-  moving.OutBoundary(Boundary(8, true));
-  for (const TimeBoundsArray& other : {Array({{0, 11}}, 2, 8), Array({}, 2, 8), Array({{0, 10}}, 3, 8),
-                                       Array({{0, 10}}, 2, unset), moving}) {
-    EXPECT_TRUE(array != other && other != array);
+    int64_t material = 0, latest = sorted.empty() ? unset : EndOf(*sorted.begin());
+    bool overlaps = false, isInOutside = in != unset, isOutOutside = out != unset, isOrdered = true;
+    for (int64_t instant = 0; instant < 12; ++instant)
+      material += std::any_of(sorted.begin(), sorted.end(), [&](const auto& pair) {
+        return pair.first != unset && pair.first <= instant && instant < pair.second;
+      });
+    for (auto one = sorted.begin(); one != sorted.end(); ++one) {
+      for (auto later = std::next(one); later != sorted.end(); ++later)
+        overlaps = overlaps || later->first < EndOf(*one);
+      isInOutside = isInOutside && (in < one->first || in > EndOf(*one));
+      isOutOutside = isOutOutside && (out < one->first || out > EndOf(*one));
+      isOrdered = isOrdered && areInOrder(one->first, one->second);
+      latest = std::max(latest, EndOf(*one));
+    }
+    if (latest == INT64_MAX) latest = unset;
+    const int64_t from = in != unset || sorted.empty() ? in : sorted.begin()->first;
+    const int64_t to = out != unset ? out : latest;
+    const bool areMarksInOrder = areInOrder(in, out), isInValid = !isInOutside && areMarksInOrder,
+               isOutValid = !isOutOutside && areMarksInOrder;
+    ASSERT_EQ(array.HasOverlappingTimeBounds(), overlaps) << round;
+    ASSERT_EQ(array.IsInOutOfTimeBounds(), isInOutside) << round;
+    ASSERT_EQ(array.IsOutOutOfTimeBounds(), isOutOutside) << round;
+    ASSERT_EQ(array.IsInValid(), isInValid) << round;
+    ASSERT_EQ(array.IsOutValid(), isOutValid) << round;
+    ASSERT_EQ(array.IsValid(), isOrdered && !overlaps && isInValid && isOutValid) << round;
+    ASSERT_EQ(array.GetDuration().ToNanoseconds(), material) << round;
+    ASSERT_EQ(array.GetInOutDuration().ToNanoseconds(), from == unset || to == unset ? 0 : to - from)
+        << round;
   }
+  TimeBoundsArray whole;
+  for (const bool isMoving : {false, true})
+    whole.Insert(TimeBounds(At(INT64_MIN), At(INT64_MAX, isMoving)));
+  EXPECT_EQ(whole.Size(), 2U);
+  EXPECT_THROW(whole.GetDuration(), std::overflow_error);
 }
 
 }  // namespace
