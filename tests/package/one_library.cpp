@@ -18,18 +18,14 @@ bool Throws(Run run) {
   return false;
 }
 
-template <class... Tables>
-bool AreEmpty(Tables&... tables) {
-  return (!tables.Exists(1) && ...);
-}
-
 }  // namespace
 
 int main() {
   DataModelDatabase database(":memory:", nullptr);
   database.Open();
+  const auto areEmpty = [](auto&... tables) { return (!tables.Exists(1) && ...); };
   const bool hasTables =
-      AreEmpty(database.GetMediaAssetTable(), database.GetMediaResourceTable(),
+      areEmpty(database.GetMediaAssetTable(), database.GetMediaResourceTable(),
                database.GetRelationMediaAssetMediaResource(), database.GetStreamTable(),
                database.GetEssenceTable(), database.GetAudioEssenceTable(), database.GetDataEssenceTable(),
                database.GetVideoEssenceTable(), database.GetTrackTable(),

@@ -1,25 +1,36 @@
 #include "Oru/TimePoints/Core/CalendarTools.h"
-#include "Oru/TimePoints/Core/Duration.h"
-#include "Oru/TimePoints/Core/Int128.h"
-#include "Oru/TimePoints/Core/Rate.h"
+#include "Oru/TimePoints/Core/Formatters/ClockDurationFormatter.h"
+#include "Oru/TimePoints/Core/Formatters/FractionRateFormatter.h"
+#include "Oru/TimePoints/Core/Formatters/UtcTimeBoundsFormatter.h"
+#include "Oru/TimePoints/Core/Parsers/ClockDurationParser.h"
+#include "Oru/TimePoints/Core/Parsers/FractionRateParser.h"
+#include "Oru/TimePoints/Core/Parsers/UtcTimeBoundsParser.h"
 #include "Oru/TimePoints/Core/RatedTimePoint.h"
-#include "Oru/TimePoints/Core/TimeBounds.h"
-#include "Oru/TimePoints/Core/TimePoint.h"
 #include "Oru/TimePoints/Core/VideoRates.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <ctime>
 #include <limits>
 #include <random>
 #include <vector>
 
-// Instants, durations, rates, and the calendar.
+// Instants, durations, rates, and the calendar; and the texts of them.
 namespace Oru::TimePoints {
 namespace {
 
 constexpr int64_t lowest = std::numeric_limits<int64_t>::min();
 constexpr int64_t highest = std::numeric_limits<int64_t>::max();
+
+/// Extremes, values near zero, and random ones of all magnitudes.
+std::vector<int64_t> Numbers(std::size_t count) {
+  std::vector<int64_t> numbers = {lowest, lowest + 1, -86400000000001, -1,     0,
+                                  1,      999999999,  highest - 1,     highest};
+  std::mt19937_64 random(20240229);
+  for (int shift = 0; numbers.size() < count; shift = (shift + 1) % 63)
+    numbers.push_back(static_cast<int64_t>(random()) >> shift);
+  return numbers;
+}
 
 // Every day from 1677 to 2262, where time points and time codes live, against the C library's calendar.
 TEST(CalendarToolsTest, DaysAndDatesAgreeWithTheSystemsCalendar) {
@@ -41,10 +52,7 @@ TEST(CalendarToolsTest, DaysAndDatesAgreeWithTheSystemsCalendar) {
 
 // Against wider integers. What doesn't fit throws and changes nothing.
 TEST(DurationTest, ArithmeticIsExactOrThrows) {
-  std::vector<int64_t> numbers = {lowest, lowest + 1, -1, 0, 1, 2, 86400000000001, highest - 1, highest};
-  std::mt19937_64 random(1970);
-  for (int shift = 0; shift < 63; ++shift)
-    numbers.push_back(static_cast<int64_t>(random()) >> shift);
+  const std::vector<int64_t> numbers = Numbers(72);
   const auto expect = [](auto compute, Int128 exact) {
     if (exact >= lowest && exact <= highest) {
       EXPECT_EQ(compute().ToNanoseconds(), static_cast<int64_t>(exact));
@@ -147,25 +155,20 @@ TEST(TimePointTest, RatesThatCountNothingOrTooMuchAreRefused) {
 TEST(RateTest, KeepsItsNumbersAndIsOrderedByTheRatio) {
   EXPECT_NE(Rate(100, 2), Rate(50, 1));
   EXPECT_NE(Rate(50, 1), Rate(50, 2));
-  EXPECT_EQ(Rate(), Rate(0, 1));
+  EXPECT_EQ(Rate(100, 2).CompareTo(Rate(50, 1)), 0);
   EXPECT_EQ(Rate(25, 0).ToString(), "25/0");
   EXPECT_THROW(Rate(25, 0).CompareTo(Rate(25, 1)), std::invalid_argument);
   EXPECT_THROW(Rate(25, 1).CompareTo(Rate(25, 0)), std::invalid_argument);
-  const struct {
-    Rate left, right;
-    int order;
-  } cases[] = {
-      {Rate(100, 2), Rate(50, 1), 0},
-      {VideoRates::Rate2997(), VideoRates::Rate30(), -1},
-      {Rate(-1, 3), Rate(1, -3), 0},
-      {Rate(1, -3), Rate(0, 1), -1},
-      {Rate(-1, -3), Rate(0, -1), 1},
-      {Rate(lowest, 1), Rate(highest, 1), -1},
-      {Rate(highest, highest - 1), Rate(highest - 1, highest - 2), -1},
-  };
-  for (const auto& [left, right, order] : cases) {
-    EXPECT_EQ(left.CompareTo(right), order) << left.ToString() << " " << right.ToString();
-    EXPECT_EQ(right.CompareTo(left), -order) << right.ToString() << " " << left.ToString();
+  const std::vector<int64_t> numbers = Numbers(24);
+  for (const int64_t a : numbers) {
+    for (const int64_t b : numbers) {
+      const Rate left(a, b == 0 ? 1 : b), right(b, a == 0 ? -1 : a);
+      // The sign of a/b - c/d is that of (ad - cb)bd.
+      const Int128 difference = Int128(a) * right.Denominator() - Int128(b) * left.Denominator();
+      const bool isTurned = (left.Denominator() < 0) != (right.Denominator() < 0);
+      const int order = difference == 0 ? 0 : (difference < 0) != isTurned ? -1 : 1;
+      EXPECT_EQ(left.CompareTo(right), order) << left.ToString() << " " << right.ToString();
+    }
   }
 }
 
@@ -177,6 +180,96 @@ TEST(RateTest, ReducedGivesLowestTermsOverAPositiveDenominator) {
   EXPECT_THROW(Rate(lowest, -1).Reduced(), std::overflow_error);
   EXPECT_THROW(Rate(1, lowest).Reduced(), std::overflow_error);
   EXPECT_THROW(Rate(25, 0).Reduced(), std::invalid_argument);
+}
+
+template <class T, class Formatter, class Parser>
+void ExpectRoundTrip(const T& value, const Formatter& formatter, Parser& parser) {
+  const std::string text = value.ToString(formatter);
+  ASSERT_EQ(T::Parse(text, parser), value) << text;
+  ASSERT_TRUE(parser.IsStringFormatValid(text)) << text;
+}
+
+template <class T>
+void ExpectRefused(ValueParser<T>& parser, const std::vector<std::string>& texts) {
+  for (const std::string& text : texts) {
+    EXPECT_FALSE(parser.IsStringFormatValid(text)) << text;
+    EXPECT_EQ(parser.TryParse(text), std::pair(false, T())) << text;
+    EXPECT_THAT([&] { parser.Parse(text); },
+                testing::ThrowsMessage<std::invalid_argument>(testing::HasSubstr(" is not a")));
+  }
+}
+
+TEST(TextFormsTest, EveryNumberSurvivesItsText) {
+  ClockDurationParser durations;
+  FractionRateParser rates;
+  UtcTimeBoundsParser bounds;
+  int64_t previous = 1;
+  for (const int64_t number : Numbers(4000)) {
+    const TimeBoundary boundary(TimePoint::FromNanoseconds(number), number % 2 == 0);
+    ExpectRoundTrip(Duration::FromNanoseconds(number), ClockDurationFormatter(), durations);
+    ExpectRoundTrip(Rate(previous, number == 0 ? 1 : number), FractionRateFormatter(), rates);
+    ExpectRoundTrip(TimeBounds(TimePoint::FromNanoseconds(previous), boundary), UtcTimeBoundsFormatter(),
+                    bounds);
+    previous = number;
+  }
+}
+
+TEST(TextFormsTest, Durations) {
+  const ClockDurationFormatter formatter;
+  EXPECT_EQ(formatter.Format(Duration::FromMilliseconds(5400020)), "01:30:00.020000000");
+  EXPECT_EQ(formatter.Format(Duration::FromNanoseconds(-1)), "-00:00:00.000000001");
+  EXPECT_EQ(formatter.Format(Duration::MinValue()), "-2562047:47:16.854775808");
+  ClockDurationParser parser;
+  EXPECT_EQ(parser.Parse("00:00:01.5"), Duration::FromMilliseconds(1500));
+  EXPECT_EQ(parser.Parse("-100:00:00"), Duration::FromMinutes(-6000));
+  EXPECT_EQ(parser.TryParse("000000000000000001:00:00").second, Duration::FromMinutes(60));
+  ExpectRefused(parser,
+                {"", "-", "1:00:00", "00:60:00", "00:00:60", "00:00:00.", "00:00:00.1234567890", "00:00",
+                 "00:00:00 ", " 00:00:00", "+00:00:00", "--00:00:00", "00:0x:00", "2562047:47:16.854775808",
+                 "-2562047:47:16.854775809", "999999999999999999:00:00", "1000000000000000000:00:00"});
+  EXPECT_FALSE(parser.IsStringFormatValid(std::string("00:00:00\0", 9)));
+}
+
+TEST(TextFormsTest, TimePoints) {
+  const UtcTimePointFormatter formatter;
+  EXPECT_EQ(formatter.Format(TimePoint::FromNanoseconds(0)), "1970-01-01T00:00:00.000000000Z");
+  EXPECT_EQ(formatter.Format(TimePoint::FromNanoseconds(-1)), "1969-12-31T23:59:59.999999999Z");
+  EXPECT_EQ(formatter.Format(TimePoint::MinValue()), "1677-09-21T00:12:43.145224192Z");
+  EXPECT_EQ(formatter.Format(TimePoint::MaxValue()), "2262-04-11T23:47:16.854775807Z");
+  EXPECT_EQ(formatter.Format(TimePoint::FromNanoseconds(951782400000000000)),
+            "2000-02-29T00:00:00.000000000Z");
+  UtcTimePointParser parser;
+  EXPECT_EQ(parser.Parse("2001-09-09T01:46:40.25Z").ToNanoseconds(), 1000000000250000000);
+  ExpectRefused(
+      parser,
+      {"", "1970-01-01", "1970-01-01T00:00:00", "1970-01-01 00:00:00Z", "1970-01-01T24:00:00Z",
+       "1970-01-01T00:00:60Z", "1970-00-01T00:00:00Z", "1970-13-01T00:00:00Z", "1970-01-00T00:00:00Z",
+       "1900-02-29T00:00:00Z", "1970-1-01T00:00:00Z", "1970-01-01T00:00:00+00:00", "1970-01-01T00:00:00ZZ",
+       "0000-01-01T00:00:00Z", "1677-09-21T00:12:43.145224191Z", "2262-04-11T23:47:16.854775808Z"});
+}
+
+TEST(TextFormsTest, Rates) {
+  const FractionRateFormatter formatter;
+  EXPECT_EQ(formatter.Format(Rate(30000, 1001)), "30000/1001");
+  FractionRateParser parser;
+  EXPECT_EQ(parser.Parse("50"), Rate(50, 1));
+  EXPECT_EQ(parser.Parse("100/2"), Rate(100, 2));
+  EXPECT_EQ(parser.Parse("-1/-3"), Rate(-1, -3));
+  ExpectRefused(parser, {"", "/", "50/", "/1", "50/0", "50/1/1", "+50", "50 / 1", "25.0",
+                         "9223372036854775808", "1/-9223372036854775809", "99999999999999999999"});
+}
+
+TEST(TextFormsTest, BoundariesAndBounds) {
+  const TimeBoundary still(TimePoint::FromNanoseconds(0));
+  const TimeBoundary unsetMoving(TimePoint::Empty(), true);
+  const UtcTimeBoundsFormatter formatter;
+  EXPECT_EQ(formatter.Format(TimeBounds()), "unset/unset");
+  EXPECT_EQ(formatter.Format(TimeBounds(still, unsetMoving)), "1970-01-01T00:00:00.000000000Z/unset moving");
+  UtcTimeBoundaryParser boundary;
+  ExpectRefused(boundary,
+                {"", " moving", "moving", "Unset", "unset  moving", "unset moving moving", "unset "});
+  UtcTimeBoundsParser bounds;
+  ExpectRefused(bounds, {"", "/", "unset", "unset/", "/unset", "unset/unset/unset", "unset / unset"});
 }
 
 }  // namespace
