@@ -92,6 +92,11 @@ TEST(DapIdTest, TheTextsOfIdentifiersAndNoOthersAreRead) {
       const std::size_t place = random() % (text.size() + 1);
       text.replace(place, random() % 2, random() % 2, letters[random() % letters.size()]);
     }
+    const std::string number = text.substr(0, text.find('/'));
+    ZuServerId server(70);
+    const bool isServer = ZuServerId::TryParse(number, server);
+    ASSERT_EQ(server.ToString(), isServer ? number : "70") << text;
+    ASSERT_TRUE(ZuServerId::IsValid(server.SerialNumber())) << text;
     std::size_t longest = 0;
     for (std::size_t length = 0; length <= text.size(); ++length) {
       const std::string part = text.substr(0, length);
@@ -125,15 +130,8 @@ TEST(ZuServerIdTest, ValidNumbersAreTheMultiplesOfTenAboveZeroAndReadBack) {
     ExpectRefused([&] { ZuServerId id(invalid); },
                   "Invalid server serial number " + std::to_string(invalid) + ".");
   }
-  for (const std::string text :
-       {"", "0", "15", "-10", "+10", " 10", "10 ", "010", "1e1", "10.0", "ten", "2147483650"}) {
-    ZuServerId id(70);
-    EXPECT_FALSE(ZuServerId::TryParse(text, id)) << text;
-    EXPECT_EQ(id, ZuServerId(70)) << text;
-    ExpectRefused([&] { ZuServerId refused(text); }, "\"" + text + "\"");
-    ExpectRefused([&] { ZuServerId::FromUri("zuserver://" + text); }, text + "\"");
-  }
-  for (const std::string uri : {"110", "zuserver:110", "ZUSERVER://110", "dap://110"})
+  for (const std::string uri :
+       {"110", "zuserver:110", "ZUSERVER://110", "dap://110", "zuserver://110/", "zuserver://2147483650"})
     ExpectRefused([&] { ZuServerId::FromUri(uri); }, "\"" + uri + "\"");
 }
 
