@@ -118,7 +118,7 @@ def threads(plain_path, tuned_path):
     yield ["Threads", "without, ms", "after `TuneForThreads`, ms", "of one thread's time", "ceiling", ""]
     for count, milliseconds in tuned.items():
         share = milliseconds / tuned[1]
-        yield [str(count), f"{plain[count]:.0f}", f"{milliseconds:.0f}", f"{share:.2f}",
+        yield [f"{count} thread{'s' if count > 1 else ''}", f"{plain[count]:.0f}", f"{milliseconds:.0f}", f"{share:.2f}",
                *verdict(share, 0.6 if count == 2 else None)]
 
 
