@@ -37,12 +37,6 @@ using DataModel::MediaAssets::Database::MediaAssetSearch;
 using DataModel::MediaAssets::Database::Protection;
 namespace Edits = BusinessEntityModel::Edits;
 
-bool Opens(DataModelDatabase& db) {
-  db.Close();
-  db.Open();
-  return true;
-}
-
 bool HoldsAll(DataModelDatabase& db) {
   DataModelDatabase whole(":memory:", nullptr);
   whole.Open();
@@ -50,9 +44,15 @@ bool HoldsAll(DataModelDatabase& db) {
   return TestSupport::Value(db, count) == TestSupport::Value(whole, count);
 }
 
-template <bool (*attempt)(DataModelDatabase&)>
-FaultJob::Attempt Each() {
-  return attempt;
+// An attempt without objects of its own.
+template <class Work>
+std::function<FaultJob::Attempt()> Each(Work work) {
+  return [work] {
+    return [work](DataModelDatabase& db) {
+      work(db);
+      return true;
+    };
+  };
 }
 
 // All or nothing. The keys that a rolled-back save has left in its objects are void, so each attempt saves a
@@ -130,7 +130,7 @@ FaultJob::Attempt Putting(MediaAsset clip) {
 }
 
 // A commit is reported, and nothing else.
-bool PutsHeard(DataModelDatabase& db) {
+void PutsHeard(DataModelDatabase& db) {
   std::vector<Sqlite::ChangeNotice> heard;
   const Sqlite::ChangeListener listener(db, [&](const auto& notice) { heard.push_back(notice); });
   MediaAsset clip = MakeClip("new", 1);
@@ -145,10 +145,9 @@ bool PutsHeard(DataModelDatabase& db) {
     const auto isClip = [](const auto& table) { return table.name == "MediaAsset"; };
     EXPECT_TRUE(notice.areAllTables || std::any_of(notice.tables.begin(), notice.tables.end(), isClip));
   }
-  return true;
 }
 
-bool PutsInSavepoints(DataModelDatabase& db) {
+void PutsInSavepoints(DataModelDatabase& db) {
   TransactionGuard transaction(db);
   MediaAsset kept = MakeClip("new", 1), gone = MakeClip("gone", 1);
   Sqlite::SavepointGuard first(db);
@@ -156,28 +155,16 @@ bool PutsInSavepoints(DataModelDatabase& db) {
   first.Commit();
   Sqlite::SavepointGuard second(db);
   MediaAssetRepository(db).Put(gone);
-  MediaAssetRepository(db).Remove(MakeClip("a", 1).Id(), Protection::Ignore);
+  MediaAssetRepository(db).Remove("a", Protection::Ignore);
   second.Rollback();
   transaction.Commit();
-  return true;
-}
-
-bool Changes(DataModelDatabase& db) {
-  MediaAssetRepository(db).Change(MakeClip("a", 1).Id(), [](MediaAsset& clip) { clip = MakeClip("a", 2); });
-  return true;
 }
 
 AnglesMediaAssetGroup NewGroup() {
   return MakeGroup("g", 2, {"b", "a"});
 }
 
-bool PutsGroup(DataModelDatabase& db) {
-  AnglesMediaAssetGroup group = NewGroup();
-  MediaAssetGroupRepository(db).Put(group);
-  return true;
-}
-
-bool PutsEdit(DataModelDatabase& db) {
+void PutsEdit(DataModelDatabase& db) {
   Edits::Edit edit{Edits::EditId("e")};
   for (const char* id : {"s", "t"}) {
     auto sequence = std::make_unique<Edits::Sequence>(Edits::SequenceId(id));
@@ -187,25 +174,12 @@ bool PutsEdit(DataModelDatabase& db) {
     edit.Sequences().Add(std::move(sequence));
   }
   Edits::Database::EditRepository(db).Put(edit);
-  return true;
 }
 
 bool HasEdit(DataModelDatabase& db) {
   return TestSupport::Value(db,
                             "SELECT count(*) FROM Edit e JOIN Sequence s ON s.editRef = e.key"
                             " JOIN DapOperatorMetadataSequence d ON d.refSequence = s.key") == "2";
-}
-
-bool RemovesAll(DataModelDatabase& db) {
-  Sqlite::QuerySqlite first;
-  first.Equals("MediaAsset.id", "a");
-  MediaAssetRepository(db).RemoveAll(MediaAssetSearch().Where(first), Protection::Ignore);
-  return true;
-}
-
-bool RemovesFirst(DataModelDatabase& db) {
-  MediaAssetRepository(db).Remove(MakeClip("a", 1).Id(), Protection::Ignore);
-  return true;
 }
 
 bool HasNewGroup(DataModelDatabase& db) {
@@ -288,9 +262,13 @@ bool HasReason(const std::string& log) {
 }  // namespace
 
 const std::vector<FaultJob>& FaultJobs() {
+  static const auto opening = Each([](DataModelDatabase& db) {
+    db.Close();
+    db.Open();
+  });
   static const std::vector<FaultJob> jobs = {
-      {"OpenNew", Each<Opens>, HoldsAll, false, true, true},
-      {"OpenOld", Each<Opens>, HoldsAll, true, true},
+      {"OpenNew", opening, HoldsAll, false, true, true},
+      {"OpenOld", opening, HoldsAll, true, true},
       {"SaveNew", [] { return Plain(MakeClip("new", 1), SaveClip); }, IsSavedOrMended},
       {"SaveNewInTransaction", [] { return InTransaction(MakeClip("new", 1), SaveClip); },
        HasVersion("new", 1), true},
@@ -300,19 +278,33 @@ const std::vector<FaultJob>& FaultJobs() {
       {"PutNew", [] { return Putting(MakeClip("new", 1)); }, HasVersion("new", 1), true},
       {"PutAgain", [] { return Putting(MakeClip("a", 2)); }, HasVersion("a", 2), true},
       {"PutAll", PuttingAll, HasVersion("new", 1), true},
-      {"PutHeard", Each<PutsHeard>, HasVersion("new", 1), true},
-      {"PutInSavepoints", Each<PutsInSavepoints>, HasVersion("new", 1), true},
-      {"Change", Each<Changes>, HasVersion("a", 2), true},
-      {"PutGroup", Each<PutsGroup>, HasNewGroup, true},
-      {"PutEdit", Each<PutsEdit>, HasEdit, true},
-      {"Remove", Each<RemovesFirst>, IsDeleted, true},
-      {"RemoveAll", Each<RemovesAll>, IsDeleted, true},
+      {"PutHeard", Each(PutsHeard), HasVersion("new", 1), true},
+      {"PutInSavepoints", Each(PutsInSavepoints), HasVersion("new", 1), true},
+      {"Change", Each([](DataModelDatabase& db) {
+         MediaAssetRepository(db).Change("a", [](MediaAsset& clip) { clip = MakeClip("a", 2); });
+       }),
+       HasVersion("a", 2), true},
+      {"PutGroup", Each([](DataModelDatabase& db) {
+         auto group = NewGroup();
+         MediaAssetGroupRepository(db).Put(group);
+       }),
+       HasNewGroup, true},
+      {"PutEdit", Each(PutsEdit), HasEdit, true},
+      {"Remove",
+       Each([](DataModelDatabase& db) { MediaAssetRepository(db).Remove("a", Protection::Ignore); }),
+       IsDeleted, true},
+      {"RemoveAll", Each([](DataModelDatabase& db) {
+         Sqlite::QuerySqlite first;
+         first.Equals("MediaAsset.id", "a");
+         MediaAssetRepository(db).RemoveAll(MediaAssetSearch().Where(first), Protection::Ignore);
+       }),
+       IsDeleted, true},
       {"Delete", [] { return Plain(MakeClip("a", 1), DeleteClip); }, IsDeleted},
       {"DeleteInTransaction", [] { return InTransaction(MakeClip("a", 1), DeleteClip); }, IsDeleted, true},
       {"SaveGroup", [] { return Plain(NewGroup(), SaveGroup); }, HasNewGroup},
       {"SaveGroupInTransaction", [] { return InTransaction(NewGroup(), SaveGroup); }, HasNewGroup, true},
-      {"Read", Each<Reads>, Reads, true},
-      {"Backup", Each<BacksUp>, HasWholeCopy, true},
+      {"Read", [] { return FaultJob::Attempt(Reads); }, Reads, true},
+      {"Backup", [] { return FaultJob::Attempt(BacksUp); }, HasWholeCopy, true},
   };
   return jobs;
 }
