@@ -58,16 +58,13 @@ void ExpectAgreement(int64_t day, int64_t framesPerDay, const FrameWalk& frame) 
   ClockTimeCodeParser parser(counted.Rate());
   ASSERT_EQ(TimeCode::Parse(counted.ToString(ClockTimeCodeFormatter()), parser), counted);
   ASSERT_EQ(counted, builder.Build());
-  ASSERT_EQ(std::tuple(counted.Year(), counted.Month(), counted.Day()),
-            std::tuple(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday));
-  ASSERT_EQ(std::tuple(counted.Hour(), counted.Minute(), counted.Second(), counted.Sample()),
-            std::tuple(frame.hour, frame.minute, frame.second, frame.sample));
+  ASSERT_EQ(std::tuple(counted.Year(), counted.Month(), counted.Day(), counted.Hour(), counted.Minute(),
+                       counted.Second(), counted.Sample()),
+            std::tuple(date.tm_year + 1900, date.tm_mon + 1, date.tm_mday, frame.hour, frame.minute,
+                       frame.second, frame.sample));
 }
 
-class CountingTest : public testing::TestWithParam<std::pair<int, bool>> {};
-
-TEST_P(CountingTest, FieldsAndCountAgree) {
-  FrameWalk walk{GetParam().first, GetParam().second};
+void ExpectThatFieldsAndCountAgree(FrameWalk walk) {
   std::vector<FrameWalk> minuteEdges, scattered;
   for (; walk.hour < 24; walk.Step()) {
     const bool afterEdge = walk.second == 0 && walk.sample < 6;
@@ -93,10 +90,12 @@ TEST_P(CountingTest, FieldsAndCountAgree) {
   ASSERT_NO_FATAL_FAILURE(ExpectAgreement(daysUntil2262 - 1, framesPerDay, minuteEdges.back()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Rates, CountingTest,
-                         testing::Values(std::pair(24, false), std::pair(25, false), std::pair(30, false),
-                                         std::pair(30, true), std::pair(48, false), std::pair(50, false),
-                                         std::pair(60, false), std::pair(60, true), std::pair(120, false)));
+TEST(TimeCodeTest, FieldsAndCountAgree) {
+  for (const int rate : {24, 25, 30, 48, 50, 60, 120}) {
+    ExpectThatFieldsAndCountAgree({rate, false});
+    if (rate == 30 || rate == 60) ExpectThatFieldsAndCountAgree({rate, true});
+  }
+}
 
 constexpr int64_t highest = std::numeric_limits<int64_t>::max();
 
@@ -109,10 +108,8 @@ TEST(TimeCodeTest, MovesBySamplesButNotBefore1900) {
       [&] { start.AddSample(-start.TotalSample() - 1); },
       testing::ThrowsMessage<std::out_of_range>("New TotalSample -1 must be positive (after 1/1/1900) "));
   TimeCode moving;
-  EXPECT_EQ(moving++, TimeCode());
-  EXPECT_EQ(++moving, TimeCode() + 2);
-  EXPECT_EQ(moving--, TimeCode() + 2);
-  EXPECT_EQ(--moving, TimeCode());
+  EXPECT_TRUE(moving++ == TimeCode() && ++moving == TimeCode() + 2);
+  EXPECT_TRUE(moving-- == TimeCode() + 2 && --moving == TimeCode());
   EXPECT_THROW(--moving, std::out_of_range);
   EXPECT_THROW(moving -= std::numeric_limits<int64_t>::min(), std::out_of_range);
   EXPECT_TRUE(moving.IsEmpty());
@@ -135,14 +132,15 @@ TEST(TimeCodeTest, ComparisonIsAboutTheCountAndTheWayOfCounting) {
 
 TEST(TimeCodeTest, CountsOutsideTheCalendarStillHaveFields) {
   const TimeCode before = TimeCodeBuilder().Year(1900).Sample(-1).Build();
-  EXPECT_EQ(before.Year(), 1899);
-  EXPECT_EQ(before.Sample(), 49);
+  EXPECT_TRUE(before.Year() == 1899 && before.Sample() == 49);
   EXPECT_EQ((TimeCodeBuilder().Date(2261, 12, 31).ClockTime(23, 59, 59, 49).Build() + 1).Year(), 2262);
   const TimeCode farthest = TimeCodeBuilder().Rate(Rate(1, 1)).Year(1900).Build() + highest;
   EXPECT_THROW(farthest.Year(), std::out_of_range);
   EXPECT_EQ(farthest.Second(), highest % 60);
   const TimeCode rateless = TimeCodeBuilder().Rate(Rate(0, 1)).Sample(-1).Build();
   EXPECT_THROW(rateless.Hour(), std::out_of_range);
+  EXPECT_THROW(CalendarTools::DayPerMonth(2000, 0), std::out_of_range);
+  EXPECT_THROW(CalendarTools::DayPerMonth(2000, 13), std::out_of_range);
 }
 
 TimeCodeBuilder At(int64_t rate, bool drop = false) {
@@ -189,9 +187,8 @@ TEST(TimeCodeBuilderTest, TheFirstFaultIsNamed) {
 }
 
 TEST(TimeCodeBuilderTest, YearAndDateGiveADateMonthAndDayDoNot) {
-  EXPECT_FALSE(TimeCodeBuilder().Month(2).Day(3).Build().HasDate());
   EXPECT_EQ(TimeCodeBuilder().Month(2).Day(3).Build(), TimeCodeBuilder().Build());
-  EXPECT_TRUE(TimeCodeBuilder().Year(2000).Build().HasDate());
+  EXPECT_TRUE(!TimeCodeBuilder().Build().HasDate() && TimeCodeBuilder().Year(2000).Build().HasDate());
   EXPECT_TRUE(TimeCodeBuilder().Date(2000, 1, 1).Build().HasDate());
 }
 
