@@ -329,7 +329,7 @@ class ClipWalk {
   }
 
   void Copy() {
-    const Identifier from = AnyId(), to = AnyId();
+    const Identifier from = AnyOf(model.clips), to = random.Chance(4) ? AnyId() : Identifier(random.Id());
     const bool isOwn = random.Chance(2);
     action = "copy of " + from.Value() + " to " + to.Value();
     bool isExpected = model.clips.count(from) > 0 && model.clips.count(to) == 0;
