@@ -30,20 +30,25 @@ std::string ClipId(int worker, int number) {
   return std::to_string(worker) + "/" + std::to_string(number);
 }
 
-Clock::time_point InSeconds(int seconds) {
-  return Clock::now() + std::chrono::seconds(seconds);
-}
-
-void RunThreads(const std::vector<std::function<void()>>& works) {
-  std::vector<std::thread> threads(works.begin(), works.end());
-  for (std::thread& thread : threads)
-    thread.join();
-}
-
 }  // namespace
 
 class ConcurrencyTest : public testing::TestWithParam<const char*> {
  protected:
+  // Repeats each work in a thread of its own for two seconds, and closes the database that they share.
+  void RunThreads(const std::vector<std::function<void(int)>>& works) {
+    std::vector<std::thread> threads;
+    for (const auto& work : works) {
+      threads.emplace_back([&work, end = Clock::now() + std::chrono::seconds(2)] {
+        for (int round = 1; Clock::now() < end; ++round)
+          work(round);
+      });
+    }
+    for (std::thread& thread : threads)
+      thread.join();
+    EXPECT_EQ(log.Text(), "");
+    shared.Close();
+    ExpectSound();
+  }
   void ExpectSound() {
     EXPECT_EQ(Faults(path), "");
     EXPECT_FALSE(HasSideFiles(path));
@@ -52,6 +57,8 @@ class ConcurrencyTest : public testing::TestWithParam<const char*> {
   const TestSupport::TemporaryDirectory directory;
   const std::string path = directory.File("clips.db");
   const std::string connection = "file:" + path + "?_busy_timeout=20000&_journal_mode=" + GetParam();
+  TestSupport::CapturedLog log;
+  DataModelDatabase shared{connection + "&_synchronous=off", log.Stream()};
 };
 
 TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
@@ -62,7 +69,6 @@ TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
     for (int worker = 0; worker < 4; ++worker) {
       children.push_back(std::make_unique<ChildProcess>([&, worker](int pipe) {
         std::this_thread::sleep_until(begin);
-        TestSupport::CapturedLog log;
         DataModelDatabase db(connection, log.Stream());
         db.Open();
         MediaAsset clip = MakeClip(ClipId(worker, 0), 1);
@@ -82,99 +88,76 @@ TEST_P(ConcurrencyTest, ProcessesOpenANewFileAtOnce) {
 // A transaction would be that of all the threads, and a deletion would clean up after half-done saves:
 // neither is for threads that share a connection.
 TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughTablesOfTheirOwn) {
-  TestSupport::CapturedLog log;
-  DataModelDatabase db(connection + "&_synchronous=off", log.Stream());
-  db.Open();
+  shared.Open();
   MediaAsset clip = MakeClip("shared", 1);
-  ASSERT_TRUE(db.GetMediaAssetTable().Save(clip));
-  const auto end = InSeconds(2);
+  ASSERT_TRUE(shared.GetMediaAssetTable().Save(clip));
   const auto assets = [&](int worker) {
-    MediaAssetTable table(db);
-    for (int round = 1; Clock::now() < end; ++round) {
+    return [worker, table = std::make_shared<MediaAssetTable>(shared)](int round) {
       MediaAsset own = MakeClip(ClipId(worker, 0), round);
-      EXPECT_TRUE(table.Save(own));
+      EXPECT_TRUE(table->Save(own));
       MediaAsset read;
-      EXPECT_TRUE(table.GetObject(own.ObjectId(), read));
-      table.ReadMediaResources(read);
-      table.ReadTrack(read);
+      EXPECT_TRUE(table->GetObject(own.ObjectId(), read));
+      table->ReadMediaResources(read);
+      table->ReadTrack(read);
       EXPECT_EQ(read.Name(), std::to_string(round));
       EXPECT_EQ(read.Tracks().Size(), 3U);
-    }
+    };
   };
-  RunThreads({[&] { assets(1); }, [&] { assets(2); },
-              [&] {
-                for (int round = 1; Clock::now() < end; ++round) {
-                  AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
-                  EXPECT_TRUE(db.GetAnglesMediaAssetGroupTable().Save(group));
-                }
+  RunThreads({assets(1), assets(2),
+              [&](int round) {
+                AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
+                EXPECT_TRUE(shared.GetAnglesMediaAssetGroupTable().Save(group));
               },
-              [&] {
-                for (int round = 1; Clock::now() < end; ++round) {
-                  Edits::Edit edit("edit");
-                  edit.Name(std::to_string(round));
-                  EXPECT_TRUE(db.GetEditTable().Save(edit));
-                  EXPECT_EQ(TestSupport::Value(db, "SELECT name FROM Edit WHERE id = 'edit'"),
-                            std::to_string(round));
-                }
+              [&](int round) {
+                Edits::Edit edit("edit");
+                edit.Name(std::to_string(round));
+                EXPECT_TRUE(shared.GetEditTable().Save(edit));
+                EXPECT_EQ(TestSupport::Value(shared, "SELECT name FROM Edit WHERE id = 'edit'"), edit.Name());
               }});
-  EXPECT_EQ(log.Text(), "");
-  db.Close();
-  ExpectSound();
 }
 
 // Each operation has the connection to itself: what one thread has refused takes nothing of the others along, and
 // no change is lost.
 TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughRepositoriesOfTheirOwn) {
-  TestSupport::CapturedLog log;
-  DataModelDatabase db(connection + "&_synchronous=off", log.Stream());
-  db.Open();
-  MediaAsset shared = MakeClip("shared", 0);
-  MediaAssetRepository(db).Put(shared);
-  const auto end = InSeconds(2);
+  shared.Open();
+  MediaAsset changed = MakeClip("shared", 0);
+  MediaAssetRepository(shared).Put(changed);
   std::atomic<int> changes = 0;
   const auto clips = [&](int worker) {
-    MediaAssetRepository repository(db);
-    for (int round = 1; Clock::now() < end; ++round) {
+    return [worker, &changes, repository = std::make_shared<MediaAssetRepository>(shared)](int round) {
       MediaAsset own = MakeClip(ClipId(worker, 0), round);
-      repository.Put(own);
-      std::vector<MediaAsset> batch(3);
+      repository->Put(own);
+      std::vector<MediaAsset> batch;
       for (int number : {0, 1, 2})
-        batch[static_cast<std::size_t>(number)] = MakeClip(ClipId(worker, number), round);
+        batch.push_back(MakeClip(ClipId(worker, number), round));
       batch[0].MediaResources().Insert(BusinessEntityModel::BaseTypes::Identifier("none"));
-      EXPECT_EQ(repository.PutAll(batch).size(), 1U);
-      EXPECT_EQ(repository.Find(own.Id()), own);
-      repository.Change(shared.Id(),
-                        [&changes](MediaAsset& asset) { asset.Description(std::to_string(++changes)); });
-      for (MediaAsset& asset : repository.Each(MediaAssetSearch(), MediaAssetParts::All))
+      EXPECT_EQ(repository->PutAll(batch).size(), 1U);
+      EXPECT_EQ(repository->Find(own.Id()), own);
+      repository->Change("shared", [&](MediaAsset& asset) { asset.Description(std::to_string(++changes)); });
+      for (MediaAsset& asset : repository->Each(MediaAssetSearch(), MediaAssetParts::All))
         EXPECT_EQ(asset.Tracks().Size(), 3U);
-      EXPECT_EQ(repository.Remove(batch[1].Id()), RemoveOutcome::Removed);
-      EXPECT_EQ(repository.Find(batch[2].Id()), batch[2]);
-    }
+      EXPECT_EQ(repository->Remove(batch[1].Id()), RemoveOutcome::Removed);
+      EXPECT_EQ(repository->Find(batch[2].Id()), batch[2]);
+    };
   };
-  RunThreads({[&] { clips(1); }, [&] { clips(2); },
-              [&] {
-                MediaAssetGroupRepository groups(db);
-                for (int round = 1; Clock::now() < end; ++round) {
-                  AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
-                  groups.Put(group);
-                  EXPECT_EQ(groups.FindAngles(group.Id()), group);
-                  EXPECT_EQ(groups.All().size(), 1U);
-                }
+  MediaAssetGroupRepository groups(shared);
+  Edits::Database::EditRepository edits(shared);
+  RunThreads({clips(1), clips(2),
+              [&](int round) {
+                AnglesMediaAssetGroup group = MakeGroup("group", round, {"shared", "shared"});
+                groups.Put(group);
+                EXPECT_EQ(groups.FindAngles(group.Id()), group);
+                EXPECT_EQ(groups.All().size(), 1U);
               },
-              [&] {
-                Edits::Database::EditRepository edits(db);
-                for (int round = 1; Clock::now() < end; ++round) {
-                  Edits::Edit edit("edit");
-                  edit.Name(std::to_string(round));
-                  edit.Sequences().Add(Edits::Sequence("sequence"));
-                  edits.Put(edit);
-                  EXPECT_EQ(edits.Find(edit.Id()), edit);
-                }
+              [&](int round) {
+                Edits::Edit edit("edit");
+                edit.Name(std::to_string(round));
+                edit.Sequences().Add(Edits::Sequence("sequence"));
+                edits.Put(edit);
+                EXPECT_EQ(edits.Find(edit.Id()), edit);
               }});
-  EXPECT_EQ(log.Text(), "");
-  EXPECT_EQ(MediaAssetRepository(db).Find(shared.Id())->Description(), std::to_string(changes));
-  db.Close();
-  ExpectSound();
+  shared.Open();
+  EXPECT_EQ(MediaAssetRepository(shared).Find("shared")->Description(), std::to_string(changes));
 }
 
 INSTANTIATE_TEST_SUITE_P(Journal, ConcurrencyTest, testing::Values("delete", "wal"),
