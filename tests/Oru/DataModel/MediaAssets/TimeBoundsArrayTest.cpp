@@ -69,8 +69,8 @@ TEST(TimeBoundsArrayTest, OrderDurationsAndValidityAreThoseOfTheInstants) {
     if (latest == INT64_MAX) latest = unset;
     const int64_t from = in != unset || sorted.empty() ? in : sorted.begin()->first;
     const int64_t to = out != unset ? out : latest;
-    const bool areMarksInOrder = areInOrder(in, out), isInValid = !isInOutside && areMarksInOrder,
-               isOutValid = !isOutOutside && areMarksInOrder;
+    const bool isInValid = !isInOutside && areInOrder(in, out);
+    const bool isOutValid = !isOutOutside && areInOrder(in, out);
     ASSERT_EQ(array.HasOverlappingTimeBounds(), overlaps) << round;
     ASSERT_EQ(array.IsInOutOfTimeBounds(), isInOutside) << round;
     ASSERT_EQ(array.IsOutOutOfTimeBounds(), isOutOutside) << round;
