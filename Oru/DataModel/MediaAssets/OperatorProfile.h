@@ -21,6 +21,8 @@ template <class Profile>
 class ORU_DATAMODEL_EXPORT OperatorProfile : public BaseTypes::MetadataProfile,
                                              public BaseTypes::PersistentObject {
  public:
+  ~OperatorProfile() override = default;
+
   BaseTypes::FullyQualifiedName FullyQualifiedName() const override {
     return Profile::StaticFullyQualifiedName();
   }
@@ -64,7 +66,6 @@ class ORU_DATAMODEL_EXPORT OperatorProfile : public BaseTypes::MetadataProfile,
   OperatorProfile(OperatorProfile&&) noexcept = default;
   OperatorProfile& operator=(const OperatorProfile&) = default;
   OperatorProfile& operator=(OperatorProfile&&) noexcept = default;
-  ~OperatorProfile() override = default;
 
   /// Whether the common part is the same in both.
   bool HasSameCommonPart(const OperatorProfile& other) const {
