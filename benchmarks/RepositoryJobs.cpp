@@ -138,7 +138,9 @@ void MeasurePuts(Report& report) {
   const auto anyKnown = [&](int i) -> MediaAsset& {
     return clips[static_cast<std::size_t>(i) * 617 % known];
   };
-  const auto fresh = [&](int i) -> MediaAsset& { return clips[static_cast<std::size_t>(known + i)]; };
+  const auto fresh = [&](int i) -> MediaAsset& {
+    return clips[static_cast<std::size_t>(known) + static_cast<std::size_t>(i)];
+  };
   report.Compare(
       "put new", runs, 1.1, 0, [&](int i) { repository.Put(fresh(i)); }, [&](int i) { save(fresh(i)); });
   ClipKeys keys(site.Handle());
@@ -399,12 +401,16 @@ void MeasureLists(Report& report, LibrarySite& site, ByHand& byHand) {
     std::string number =
         "CASE WHEN zuServerId > 0 AND zuServerId % 10 = 0 THEN zuServerId ELSE 2147483648 END";
     for (const std::string column : {"dapIdPage", "dapIdBank", "dapIdRow"})
-      number =
-          "(" + number + ") * 16 + CASE WHEN " + column + " BETWEEN 0 AND 9 THEN " + column + " ELSE 15 END";
-    return "(" + number +
-           ") * 16 + CASE WHEN dapIdCamera BETWEEN 65 AND 76 THEN dapIdCamera - 65 ELSE 15 END";
+      number.insert(0, "(")
+          .append(") * 16 + CASE WHEN ")
+          .append(column)
+          .append(" BETWEEN 0 AND 9 THEN ")
+          .append(column)
+          .append(" ELSE 15 END");
+    return number.insert(0, "(").append(
+        ") * 16 + CASE WHEN dapIdCamera BETWEEN 65 AND 76 THEN dapIdCamera - 65 ELSE 15 END");
   }();
-  const auto down = [](std::string terms) {
+  const auto down = [](const std::string& terms) {
     std::string result;
     int depth = 0;
     for (const char c : terms + ",") {
@@ -437,11 +443,23 @@ void MeasureLists(Report& report, LibrarySite& site, ByHand& byHand) {
       const std::string comparison = isUp ? " > " : " < ";
       // SQLite doesn't look for a row value in an index of an expression.
       const std::string range = order == MediaAssetOrder::Duration
-                                    ? duration + comparison.substr(0, 2) + "= (SELECT " + duration +
-                                          " FROM MediaAsset WHERE key = 50001) AND "
+                                    ? std::string(duration)
+                                          .append(comparison, 0, 2)
+                                          .append("= (SELECT ")
+                                          .append(duration)
+                                          .append(" FROM MediaAsset WHERE key = 50001) AND ")
                                     : std::string();
-      const std::string after = " WHERE " + range + "(" + terms + ")" + comparison + "(SELECT " + terms +
-                                " FROM MediaAsset WHERE id = '" + middle.Id().Value() + "')";
+      const std::string after = std::string(" WHERE ")
+                                    .append(range)
+                                    .append("(")
+                                    .append(terms)
+                                    .append(")")
+                                    .append(comparison)
+                                    .append("(SELECT ")
+                                    .append(terms)
+                                    .append(" FROM MediaAsset WHERE id = '")
+                                    .append(middle.Id().Value())
+                                    .append("')");
       MeasureList(report, repository, byHand,
                   {"by " + words + ", after", MediaAssetSearch(search).After(middle), from + after, sorted,
                    all, most});

@@ -36,6 +36,7 @@ const std::string Durable = "_journal_mode=wal&_synchronous=normal";
 template <class Run>
 double MedianOf(int runs, Run run) {
   std::vector<double> costs;
+  costs.reserve(static_cast<std::size_t>(runs));
   for (int i = 0; i < runs; ++i)
     costs.push_back(run(i) * 1e3);
   std::sort(costs.begin(), costs.end());
@@ -189,6 +190,7 @@ void MeasureThreads(const std::string& folder, bool isTuned, std::ostream& out) 
     for (int round = 0; round < rounds; ++round) {
       const double seconds = SecondsOf([&] {
         std::vector<std::thread> threads;
+        threads.reserve(static_cast<std::size_t>(threadCount));
         for (int i = 0; i < threadCount; ++i)
           threads.emplace_back([&] { ReadDeepOver(uri, clipCount, reads / threadCount); });
         for (std::thread& thread : threads)

@@ -31,6 +31,7 @@ int main() {
     Fill(servers[static_cast<std::size_t>(i)], 100000 + i);
 
   std::vector<std::string> files;
+  files.reserve(servers.size());
   for (const std::string& server : servers)
     files.push_back(server + ".db");
   MediaAssetFederation federation(files);

@@ -127,7 +127,7 @@ int ChangingCommands::Group(const std::string& name, const std::vector<std::stri
   if (hasAngles) {
     mStore.PutGroup(group);
   } else {
-    MediaAssets::MediaAssetGroup plain = group;
+    MediaAssets::MediaAssetGroup plain = static_cast<const MediaAssets::MediaAssetGroup&>(group);
     mStore.PutGroup(plain);
   }
   transaction.Commit();

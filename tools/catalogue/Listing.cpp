@@ -62,6 +62,7 @@ void Listing::Row(const std::vector<Cell>& cells) {
   if (mConsole.form == Console::Form::Csv) return WriteCsvLine(mConsole.out, cells, CsvOf);
   if (mConsole.form == Console::Form::People) {
     std::vector<std::string> texts;
+    texts.reserve(cells.size());
     for (const Cell& cell : cells)
       texts.push_back(cell.text);
     return mTable.Row(texts);

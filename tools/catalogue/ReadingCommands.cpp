@@ -77,6 +77,7 @@ int ReadingCommands::Search(const std::vector<std::string>& words, const SearchO
 std::map<int64_t, ReadingCommands::Texts> ReadingCommands::HighlightedTexts(
     const std::vector<MediaAsset>& hits, const std::string& words) {
   std::vector<int64_t> keys;
+  keys.reserve(hits.size());
   for (const MediaAsset& hit : hits)
     keys.push_back(hit.ObjectId());
   const auto query = mStore.Database().NewQuery();
@@ -115,7 +116,9 @@ int ReadingCommands::Groups() {
       const std::string name = mStore.Clips().Find(id, MediaAssetParts::Row)->Name();
       const auto* angle = dynamic_cast<const AnglesMediaAssetGroupItem*>(item.get());
       const std::string angleName = angle == nullptr ? "" : angle->Name();
-      clips += (clips.empty() ? "" : ", ") + (angleName.empty() ? "" : angleName + "=") + name;
+      if (!clips.empty()) clips += ", ";
+      if (!angleName.empty()) clips.append(angleName).append("=");
+      clips += name;
       items.push_back({{"id", ToJson(id)}, {"name", ToJson(name)}, {"angle", ToJson(angleName)}});
     }
     listing.Row({group.Name(), std::string(hasAngles ? "angles" : "clips"), {clips, std::move(items)}});

@@ -91,7 +91,8 @@ std::string WithKnownSubselects(std::string condition) {
       if (condition[end] == '(') ++depth;
       if (condition[end] == ')') --depth;
     }
-    condition.insert(end, ", " + column + " <> " + column + ")").insert(begin, alternative);
+    condition.insert(end, std::string(", ").append(column).append(" <> ").append(column).append(")"))
+        .insert(begin, alternative);
   }
   return condition;
 }
