@@ -5,8 +5,11 @@
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 
 #include "tests/support/AssetReading.h"
+#include "tests/support/ClipBuilder.h"
 #include "tests/support/EditFields.h"
 #include "tests/support/RandomAsset.h"
+#include "tests/support/SqlValues.h"
+#include "tests/support/StoredHash.h"
 
 #include <gtest/gtest.h>
 
@@ -103,6 +106,34 @@ TEST(InterchangeTest, WhatIsExportedComesBackTheSameAndIsExportedAsTheSameText) 
     EXPECT_EQ(into.Edits().All(), from.Edits().All());
   }
   EXPECT_GT(lonelyResources, 0);
+}
+
+// Names of columns and what they mean are part of the format: each holds a number of its own, and it must come out
+// under its own name.
+TEST(InterchangeTest, EachColumnIsWhatItWasInStoredFiles) {
+  ClipStore store(":memory:", nullptr);
+  MediaAsset clip = Oru::TestSupport::MakeClip("clip");
+  store.Clips().Put(clip);
+  AnglesMediaAssetGroup group = Oru::TestSupport::MakeGroup("group", {"clip"});
+  group.Metadata().Set(std::make_shared<AnglesDapOperatorMetadataProfile>(DapId(ZuServerId(110), 1, 2, 3)));
+  store.Groups().Put(group);
+  Edits::Edit edit("edit");
+  edit.Sequences().Add(Edits::Sequence("sequence"));
+  const auto profile = std::make_shared<Edits::DapOperatorMetadataProfile>();
+  profile->ServerId(ZuServerId(10));
+  edit.Sequences()[0].Metadata().Set(profile);
+  store.Edits().Put(edit);
+  for (
+      const std::string& update : Oru::TestSupport::Column(
+          store.Database(),
+          "SELECT 'UPDATE ' || m.name || ' SET ' || c.name || ' = ' || CASE WHEN c.name LIKE 'dapId%' THEN"
+          " c.cid + 65 * (c.name = 'dapIdCamera') WHEN c.name = 'creationDate' THEN 1 WHEN c.name LIKE 'in%Moving' OR c.name = 'dapUIProtected' THEN 0 ELSE 10 * c.cid END"
+          " FROM sqlite_master m, pragma_table_info(m.name) c WHERE m.type = 'table' AND m.name NOT LIKE '%Fts%'"
+          " AND m.name NOT LIKE 'sqlite%' AND c.name NOT LIKE 'ref%' AND c.name NOT IN ('key', 'id', 'foreignKey',"
+          " 'nr', 'editRef')"))
+    EXPECT_TRUE(store.Database().ExecuteStatement(update)) << update;
+  const std::string text = Exported(store);
+  EXPECT_EQ(Oru::TestSupport::StoredHash(text), 12867155077545615035U) << text;
 }
 
 TEST(InterchangeTest, EndsWhenAskedAndKeepsWhatWasHandled) {
