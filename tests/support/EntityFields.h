@@ -11,15 +11,24 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <type_traits>
 #include <vector>
 
 namespace Oru::TestSupport {
 
 using namespace DataModel::MediaAssets;
 
-/// Ways to give one field of an entity a random value that the file keeps.
+/// A way to give one field of an entity a random value that the file keeps: a setter, or a function.
 template <class T>
-using Fields = std::vector<std::function<void(T&, RandomValues&)>>;
+struct Field : std::function<void(T&, RandomValues&)> {
+  template <class Function, class = std::enable_if_t<!std::is_member_pointer_v<Function>>>
+  Field(Function set) : std::function<void(T&, RandomValues&)>(set) {}
+  template <class Owner, class Value>
+  Field(void (Owner::*setter)(Value))
+      : Field([setter](T& e, RandomValues& r) { (e.*setter)(r.template Any<std::decay_t<Value>>()); }) {}
+};
+template <class T>
+using Fields = std::vector<Field<T>>;
 
 /// The fields of a class that a file keeps, but for its identifier and its parts of other classes.
 template <class T>
@@ -47,144 +56,103 @@ void SetCreationDate(T& entity, RandomValues& random) {
   entity.ModificationDate(modified);
 }
 
+/// Sets a place on the operators' grid.
+template <class T>
+Field<T> OnGrid(void (T::*setter)(int)) {
+  return [setter](T& e, RandomValues& r) { (e.*setter)(static_cast<int>(r.Below(10))); };
+}
+
+constexpr auto setServer = [](auto& e, auto& r) { e.ServerId(ZuServerId(10 * (1 + r.Count() % 214748364))); };
+
+/// What the operators' profiles of assets and of sequences have in common, and more.
+template <class T>
+Fields<T> FieldsOfOperators(Fields<T> more) {
+  using Common = OperatorProfile<T>;
+  more.insert(more.end(), {setServer, &T::UmId, &T::VarId, &T::ArchiveStatus});
+  for (const auto& set : Fields<Common>{OnGrid(&Common::Page), OnGrid(&Common::Bank), OnGrid(&Common::Row)})
+    more.push_back(set);
+  return more;
+}
+
+using Operator = DapOperatorMetadataProfile;
 template <>
-inline const Fields<DapOperatorMetadataProfile> fieldsOf<DapOperatorMetadataProfile> = {
-    [](auto& e, auto& r) { e.ServerId(ZuServerId(10 * (1 + r.Count() % 214748364))); },
-    [](auto& e, auto& r) { e.Page(static_cast<int>(r.Below(10))); },
-    [](auto& e, auto& r) { e.Bank(static_cast<int>(r.Below(10))); },
-    [](auto& e, auto& r) { e.Row(static_cast<int>(r.Below(10))); },
-    [](auto& e, auto& r) { e.Camera(static_cast<char>('A' + r.Below(12))); },
-    [](auto& e, auto& r) { e.UmId(r.Text()); },
-    [](auto& e, auto& r) { e.VarId(r.Text()); },
-    [](auto& e, auto& r) { e.Rating(r.Int32()); },
-    [](auto& e, auto& r) { e.ArchiveStatus(r.template Any<ArchiveStatus>()); },
-    [](auto& e, auto& r) { e.UserTimecodeType(r.template Any<UserTimecodeType>()); },
-    [](auto& e, auto& r) { e.PrimaryTimecode(r.template Any<TimecodePrimary>()); },
-    [](auto& e, auto& r) { e.UserTimecode(r.TimeCode()); },
-    [](auto& e, auto& r) { e.TodTimecode(r.TimeCode()); },
-    [](auto& e, auto& r) { e.Icon(r.Text()); },
-    [](auto& e, auto& r) { e.Color(static_cast<uint32_t>(r.Int32())); },
-    [](auto& e, auto& r) { e.UserProtected(r.Chance(2)); },
-    [](auto& e, auto& r) { e.DapUIProtected(r.Chance(3)); },
-    [](auto& e, auto& r) { e.FillAndKeyType(r.template Any<FillAndKeyType>()); },
-    [](auto& e, auto& r) { e.FillAndKeyMediaAssetId(r.Text()); },
-    [](auto& e, auto& r) {
-      for (auto count = r.Below(6), index = std::size_t{0}; index < count; ++index)
-        e.Keyword(static_cast<unsigned int>(index), r.Text());
-    },
-};
+inline const Fields<Operator> fieldsOf<Operator> = FieldsOfOperators<Operator>(
+    {&Operator::Rating, &Operator::UserTimecodeType, &Operator::PrimaryTimecode, &Operator::UserTimecode,
+     &Operator::TodTimecode, &Operator::Icon, &Operator::Color, &Operator::UserProtected,
+     &Operator::DapUIProtected, &Operator::FillAndKeyType, &Operator::FillAndKeyMediaAssetId,
+     [](auto& e, auto& r) { e.Camera(static_cast<char>('A' + r.Below(12))); },
+     [](auto& e, auto& r) {
+       for (auto count = r.Below(6), index = std::size_t{0}; index < count; ++index)
+         e.Keyword(static_cast<unsigned int>(index), r.Text());
+     }});
+
+using Angles = AnglesDapOperatorMetadataProfile;
+template <>
+inline const Fields<Angles> fieldsOf<Angles> = {setServer, OnGrid(&Angles::Page), OnGrid(&Angles::Bank),
+                                                OnGrid(&Angles::Clip)};
 
 template <>
-inline const Fields<AnglesDapOperatorMetadataProfile> fieldsOf<AnglesDapOperatorMetadataProfile> = {
-    [](auto& e, auto& r) { e.ServerId(ZuServerId(10 * (1 + r.Count() % 214748364))); },
-    [](auto& e, auto& r) { e.Page(static_cast<int>(r.Below(10))); },
-    [](auto& e, auto& r) { e.Bank(static_cast<int>(r.Below(10))); },
-    [](auto& e, auto& r) { e.Clip(static_cast<int>(r.Below(10))); },
-};
-
-template <>
-inline const Fields<Annotation> fieldsOf<Annotation> = {
-    [](auto& e, auto& r) { e.Type(r.template Any<AnnotationType>()); },
-    [](auto& e, auto& r) { e.Data(r.Text()); },
-    [](auto& e, auto& r) {
-      e.TimeBounds(TimePoints::TimeBounds(r.Boundary(), e.TimeBounds().OutBoundary()));
-    },
-    [](auto& e, auto& r) { e.TimeBounds(TimePoints::TimeBounds(e.TimeBounds().InBoundary(), r.Boundary())); },
-    [](auto& e, auto& r) { r.Fill(e.Metadata()); },
-};
+inline const Fields<Annotation> fieldsOf<Annotation> = {&Annotation::Type, &Annotation::Data,
+                                                        &Annotation::TimeBounds,
+                                                        [](auto& e, auto& r) { r.Fill(e.Metadata()); }};
 
 template <>
 inline const Fields<MediaAsset> fieldsOf<MediaAsset> = {
-    [](auto& e, auto& r) { e.AssetType(r.template Any<AssetType>()); },
-    [](auto& e, auto& r) {
-      e.Ancestor(r.Chance(2) ? MediaAssetReference(MediaAssetId(r.Text())) : MediaAssetReference());
-    },
-    [](auto& e, auto& r) {
-      e.Parent(r.Chance(2) ? MediaAssetReference(MediaAssetId(r.Text())) : MediaAssetReference());
-    },
-    [](auto& e, auto& r) { e.Name(r.Text()); },
-    [](auto& e, auto& r) { e.Description(r.Text()); },
-    [](auto& e, auto& r) { e.InBoundary(r.Boundary()); },
-    [](auto& e, auto& r) { e.OutBoundary(r.Boundary()); },
-    SetModificationDate<MediaAsset>,
-    SetCreationDate<MediaAsset>,
+    &MediaAsset::AssetType, &MediaAsset::Ancestor, &MediaAsset::Parent, &MediaAsset::Name,
+    &MediaAsset::Description, &MediaAsset::InBoundary, &MediaAsset::OutBoundary,
+    SetModificationDate<MediaAsset>, SetCreationDate<MediaAsset>,
     [](auto& e, auto& r) { r.Fill(e.PhysicalTimebounds()); },
     // The operator's profile stays once it is there.
     [](auto& e, auto& r) {
-      const auto former = e.Metadata().template Get<DapOperatorMetadataProfile>();
+      const auto former = e.Metadata().template Get<Operator>();
       r.Fill(e.Metadata());
       if (!former && r.Chance(2)) return;
-      const auto profile = std::make_shared<DapOperatorMetadataProfile>();
+      const auto profile = std::make_shared<Operator>();
       profile->ObjectId(e.ObjectId());
       SetFields(*profile, r);
       e.Metadata().Set(profile);
     },
     [](auto& e, auto& r) {
       e.Annotations().clear();
-      for (auto count = r.Below(4); count > 0; --count) {
-        e.Annotations().push_back(std::make_shared<Annotation>());
-        SetFields(*e.Annotations().back(), r);
-      }
-    },
-};
+      for (auto count = r.Below(4); count > 0; --count)
+        SetFields(*e.Annotations().emplace_back(std::make_shared<Annotation>()), r);
+    }};
+
+constexpr auto fillTimebounds = [](auto& e, auto& r) { r.Fill(e.Timebounds()); };
+constexpr auto fillMetadata = [](auto& e, auto& r) { r.Fill(*e.Metadata()); };
 
 template <>
-inline const Fields<MediaResource> fieldsOf<MediaResource> = {
-    [](auto& e, auto& r) { e.Name(r.Text()); },
-    [](auto& e, auto& r) { e.GeneralFormat(r.template Any<ResourceFormat>()); },
-    SetModificationDate<MediaResource>,
-    SetCreationDate<MediaResource>,
-    [](auto& e, auto& r) { r.Fill(e.Timebounds()); },
-    [](auto& e, auto& r) { r.Fill(*e.Metadata()); },
-};
+inline const Fields<MediaResource> fieldsOf<MediaResource> = {&MediaResource::Name,
+                                                              &MediaResource::GeneralFormat,
+                                                              SetModificationDate<MediaResource>,
+                                                              SetCreationDate<MediaResource>,
+                                                              fillTimebounds,
+                                                              fillMetadata};
 
 template <>
-inline const Fields<Stream> fieldsOf<Stream> = {
-    [](auto& e, auto& r) { e.Format(r.template Any<WrapperFormat>()); },
-    [](auto& e, auto& r) { r.Fill(e.Timebounds()); },
-    [](auto& e, auto& r) { r.Fill(*e.Metadata()); },
-};
+inline const Fields<Stream> fieldsOf<Stream> = {&Stream::Format, fillTimebounds, fillMetadata};
 
 template <>
-inline const Fields<Essence> fieldsOf<Essence> = {
-    [](auto& e, auto& r) { e.ChannelCount(r.Count()); },
-    [](auto& e, auto& r) { r.Fill(*e.Metadata()); },
-};
+inline const Fields<Essence> fieldsOf<Essence> = {[](auto& e, auto& r) { e.ChannelCount(r.Count()); },
+                                                  fillMetadata};
 
 template <>
 inline const Fields<VideoEssence> fieldsOf<VideoEssence> = {
-    [](auto& e, auto& r) { e.VideoCodec(r.template Any<VideoCodingFormat>()); },
-    [](auto& e, auto& r) { e.BitRate(r.Int32()); },
-    [](auto& e, auto& r) { e.BitRateMode(r.template Any<BitRateMode>()); },
-    [](auto& e, auto& r) { e.BitDepth(r.Int32()); },
-    [](auto& e, auto& r) { e.FrameRate(Rate(r.Int32(), e.FrameRate().Denominator())); },
-    [](auto& e, auto& r) { e.FrameRate(Rate(e.FrameRate().Numerator(), r.Int32())); },
-    [](auto& e, auto& r) { e.Height(r.Int32()); },
-    [](auto& e, auto& r) { e.Width(r.Int32()); },
-    [](auto& e, auto& r) { e.ChromaSubSampling(r.template Any<ChromaSubSampling>()); },
-    [](auto& e, auto& r) { e.ColorSpace(r.template Any<ColorSpace>()); },
-    [](auto& e, auto& r) { e.ScanMode(r.template Any<ScanMode>()); },
-    [](auto& e, auto& r) { e.FourCC(r.Text()); },
-    [](auto& e, auto& r) { e.AspectRatio(AspectRatio(r.Int32(), e.AspectRatio().HeightFactor())); },
-    [](auto& e, auto& r) { e.AspectRatio(AspectRatio(e.AspectRatio().WidthFactor(), r.Int32())); },
-    [](auto& e, auto& r) { e.Boxing(r.template Any<Boxing>()); },
-};
+    &VideoEssence::VideoCodec,  &VideoEssence::BitRate,
+    &VideoEssence::BitRateMode, &VideoEssence::BitDepth,
+    &VideoEssence::FrameRate,   &VideoEssence::Height,
+    &VideoEssence::Width,       &VideoEssence::ChromaSubSampling,
+    &VideoEssence::ColorSpace,  &VideoEssence::ScanMode,
+    &VideoEssence::FourCC,      &VideoEssence::AspectRatio,
+    &VideoEssence::Boxing};
 
 template <>
 inline const Fields<AudioEssence> fieldsOf<AudioEssence> = {
-    [](auto& e, auto& r) { e.AudioCodec(r.template Any<AudioCodingFormat>()); },
-    [](auto& e, auto& r) { e.BitRate(r.Int32()); },
-    [](auto& e, auto& r) { e.BitRateMode(r.template Any<BitRateMode>()); },
-    [](auto& e, auto& r) { e.SampleRate(Rate(r.Int32(), e.SampleRate().Denominator())); },
-    [](auto& e, auto& r) { e.SampleRate(Rate(e.SampleRate().Numerator(), r.Int32())); },
-    [](auto& e, auto& r) { e.BitDepth(r.Int32()); },
-    [](auto& e, auto& r) { e.FourCC(r.Text()); },
-};
+    &AudioEssence::AudioCodec, &AudioEssence::BitRate,  &AudioEssence::BitRateMode,
+    &AudioEssence::SampleRate, &AudioEssence::BitDepth, &AudioEssence::FourCC};
 
 template <>
-inline const Fields<MediaAssetGroup> fieldsOf<MediaAssetGroup> = {
-    [](auto& e, auto& r) { e.Type(r.Text()); },
-    [](auto& e, auto& r) { e.Name(r.Text()); },
-};
+inline const Fields<MediaAssetGroup> fieldsOf<MediaAssetGroup> = {&MediaAssetGroup::Type,
+                                                                  &MediaAssetGroup::Name};
 
 }  // namespace Oru::TestSupport

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/BusinessEntityModel/BaseTypes/Identifier.h"
 #include "Oru/BusinessEntityModel/BaseTypes/MetadataProfileDictionary.h"
 #include "Oru/DataModel/MediaAssets/TimeBoundsArray.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
@@ -13,6 +14,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace Oru::TestSupport {
@@ -79,9 +81,32 @@ class RandomValues {
     return builder.Build().AddSample(Int64() & std::numeric_limits<int64_t>::max());
   }
 
-  template <class Enumeration>
-  Enumeration Any() {
-    return static_cast<Enumeration>(Chance(4) ? Int32() : static_cast<int32_t>(Below(9)));
+  /// A value of one of the types that fields have.
+  template <class T>
+  T Any() {
+    using namespace TimePoints;
+    using BusinessEntityModel::BaseTypes::Identifier;
+    if constexpr (std::is_enum_v<T>) {
+      return static_cast<T>(Chance(4) ? Int32() : static_cast<int32_t>(Below(9)));
+    } else if constexpr (std::is_arithmetic_v<T>) {
+      return static_cast<T>(sizeof(T) == 1 ? Chance(2) : sizeof(T) == 8 ? Int64() : Int32());
+    } else if constexpr (std::is_same_v<T, TimePoints::TimeCode>) {
+      return TimeCode();
+    } else if constexpr (std::is_same_v<T, TimeBoundary>) {
+      return Boundary();
+    } else if constexpr (std::is_same_v<T, TimeBounds>) {
+      return T(Boundary(), Boundary());
+    } else if constexpr (std::is_same_v<T, TimePoint>) {
+      return TimePoint::FromNanoseconds(Int64());
+    } else if constexpr (std::is_constructible_v<T, Duration>) {
+      return T(Duration::FromNanoseconds(Int64()));
+    } else if constexpr (std::is_constructible_v<T, std::string>) {
+      return T(Text());
+    } else if constexpr (std::is_constructible_v<T, Identifier>) {
+      return Chance(2) ? T(Identifier(Text())) : T();
+    } else {
+      return T(Int32(), Int32());
+    }
   }
 
   /// None occurs twice.
