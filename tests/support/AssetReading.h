@@ -65,6 +65,15 @@ inline std::vector<std::string> Channels(const DataModel::MediaAssets::MediaAsse
   return lines;
 }
 
+/// What the order by place compares: nothing without a profile, and what isn't set follows what is.
+inline std::vector<int64_t> PlaceOf(const DataModel::MediaAssets::MediaAsset& asset) {
+  if (!asset.HasDapOperatorMetadata()) return {};
+  const auto& profile = asset.DapOperatorMetadata();
+  const auto orLast = [](int64_t value) { return value == 0 ? int64_t{1} << 40 : value; };
+  return {orLast(profile.ServerId().SerialNumber()), profile.Page(), profile.Bank(), profile.Row(),
+          orLast(profile.Camera())};
+}
+
 /// The keys of all objects below an asset, with the kind of each.
 inline std::multiset<std::string> Keys(const DataModel::MediaAssets::MediaAsset& asset) {
   std::multiset<std::string> lines = {"asset " + std::to_string(asset.ObjectId())};

@@ -146,6 +146,12 @@ class ClipWalk {
       ASSERT_EQ(each->HeldParts(), parts);
       ASSERT_EQ(Channels(*each++), Channels(expected)) << clip.first;
     }
+    const auto byPlace =
+        from.clips.Find(MediaAssetSearch().OrderBy(MediaAssetOrder::Place), MediaAssetParts::Operator).assets;
+    ASSERT_EQ(byPlace.size(), stored.size());
+    ASSERT_TRUE(std::is_sorted(byPlace.begin(), byPlace.end(), [](const auto& left, const auto& right) {
+      return PlaceOf(left) < PlaceOf(right);
+    }));
     if (!model.clips.empty()) CheckAlone(from, AnyOf(model.clips));
     CheckGroups(from);
     CheckIds(from, "MediaResource", model.resources);
@@ -430,6 +436,8 @@ class ClipWalk {
         Add(asset, std::make_shared<MediaResource>(random.Id()));
       }
       MediaAssetRepository::ForgetKeys(asset);
+      for (const std::string& line : Keys(asset))
+        EXPECT_NE(line.find(" -1"), std::string::npos) << line;
     }
     random.Change(asset);
     model.Save(asset);
@@ -523,8 +531,11 @@ class ClipWalk {
     };
     const Identifier id = AnyId(), resource = AnyOf(model.resources), to = AnyOf(model.tracks);
     const auto clip = model.clips.find(id);
-    const auto kind = random.Below(5);
-    if (kind == 0) {
+    const auto kind = random.Below(6);
+    if (kind == 5 && clip != model.clips.end()) {
+      clip->second.own.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
+      Run("DELETE FROM DapOperatorMetadata WHERE refMediaAsset = " + key(desk->table, id));
+    } else if (kind == 0) {
       model.Erase([&](const auto& other) { return other.own.Id() == id; });
       Run("DELETE FROM MediaAsset WHERE key = " + key(desk->table, id));
     } else if (kind == 1) {

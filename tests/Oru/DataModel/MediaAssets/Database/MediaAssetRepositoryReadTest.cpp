@@ -4,10 +4,10 @@
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
+#include "support/AssetReading.h"
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
 #include "support/RandomAsset.h"
-#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -83,7 +83,6 @@ class MediaAssetSearchModelTest : public MediaAssetRepositoryReadTest {
 
   // What an order compares, before the key.
   static std::pair<std::string, std::vector<int64_t>> RankOf(const MediaAsset& asset, MediaAssetOrder order) {
-    const int64_t unset = 1 << 30;
     const auto [hasDuration, duration] = DurationOf(asset);
     switch (order) {
       case MediaAssetOrder::Identifier:
@@ -96,14 +95,8 @@ class MediaAssetSearchModelTest : public MediaAssetRepositoryReadTest {
         return {"", {asset.ModificationDate()}};
       case MediaAssetOrder::Duration:
         return {"", {hasDuration, duration}};
-      case MediaAssetOrder::Place: {
-        if (!asset.HasDapOperatorMetadata()) return {};
-        const auto& profile = asset.DapOperatorMetadata();
-        const int64_t server = profile.ServerId().SerialNumber(), camera = profile.Camera();
-        return {"",
-                {server == 0 ? unset : server, profile.Page(), profile.Bank(), profile.Row(),
-                 camera == 0 ? unset : camera}};
-      }
+      case MediaAssetOrder::Place:
+        return {"", TestSupport::PlaceOf(asset)};
       default:
         return {};
     }
@@ -284,56 +277,6 @@ TEST_F(MediaAssetSearchModelTest, AWalkPassesEachAssetOnceWhateverIsWritten) {
     ++count;
   }
   EXPECT_EQ(count, 120);
-}
-
-TEST_F(MediaAssetRepositoryReadTest, AClosedDatabaseIsAnInvalidOperation) {
-  database.Close();
-  EXPECT_THROW(repository.Find(MediaAssetId("clip")), Common::Databases::InvalidOperationException);
-  EXPECT_THROW(repository.Count(MediaAssetSearch()), Common::Databases::InvalidOperationException);
-}
-
-TEST(MediaAssetPlaceTest, APageByPlaceFollowsEachWayInWhichAProfileGoes) {
-  const TestSupport::TemporaryDirectory folder;
-  DataModelDatabase database(folder.File("clips.db"), nullptr), other(folder.File("clips.db"), nullptr);
-  database.Open();
-  other.Open();
-  MediaAssetRepository repository(database);
-  for (const char* id : {"a", "b", "c"}) {
-    MediaAsset clip = MakeClip(id);
-    repository.Put(clip);
-  }
-  const auto page = [&] {
-    std::string ids;
-    for (const MediaAsset& asset : repository.Find(MediaAssetSearch().OrderBy(MediaAssetOrder::Place)).assets)
-      ids += asset.Id().Value();
-    return ids;
-  };
-  const auto takeFrom = [](DataModelDatabase& by, const std::string& id) {
-    by.ExecuteStatement(
-        "DELETE FROM DapOperatorMetadata WHERE refMediaAsset = "
-        "(SELECT key FROM MediaAsset WHERE id = '" +
-        id + "')");
-  };
-  EXPECT_EQ(page(), "abc");
-  {
-    const Common::Databases::Sqlite::TransactionGuard rolledBack(database);
-    takeFrom(database, "b");
-    EXPECT_EQ(page(), "bac");
-  }
-  EXPECT_EQ(page(), "abc");
-  takeFrom(database, "c");
-  EXPECT_EQ(page(), "cab");
-  MediaAsset clip = MakeClip("c");
-  repository.Put(clip);
-  EXPECT_EQ(page(), "abc");
-  takeFrom(other, "b");
-  EXPECT_EQ(page(), "bac");
-  other.GetMediaAssetTable().Save(clip = MakeClip("b"));
-  EXPECT_EQ(page(), "abc");
-  database.Close();
-  takeFrom(other, "c");
-  database.Open();
-  EXPECT_EQ(page(), "cab");
 }
 
 }  // namespace Oru::DataModel::MediaAssets::Database

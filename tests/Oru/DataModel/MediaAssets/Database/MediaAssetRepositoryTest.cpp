@@ -1,6 +1,7 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
@@ -72,62 +73,54 @@ TEST_F(MediaAssetRepositoryTest, AChangeHoldsTheLockFromItsReadOn) {
 }
 
 TEST_F(MediaAssetRepositoryTest, AFileThatCantBeWrittenIsAnInvalidOperationWithAnEntry) {
-  struct Case {
-    const char* what;
-    const char* options;
-    std::function<std::shared_ptr<void>(DataModelDatabase&, DataModelDatabase&)> hinder;
-    bool hindersRemovals;
+  using Hinder = std::function<std::shared_ptr<void>(DataModelDatabase&, DataModelDatabase&)>;
+  const std::pair<const char*, Hinder> cases[] = {
+      {"?mode=ro", [](auto&, auto&) { return nullptr; }},
+      {"?_busy_timeout=0", [](auto&, auto& other) { return std::make_shared<TransactionGuard>(other); }},
+      {"?", [](auto& viewed, auto&) { return std::make_shared<ReadGuard>(viewed); }},
+      {"", [](auto& closed, auto&) { return closed.Close(), nullptr; }},
   };
-  const std::vector<Case> cases = {
-      {"read only", "?mode=ro", [](auto&, auto&) { return nullptr; }, true},
-      {"locked", "?_busy_timeout=0",
-       [](auto&, auto& other) { return std::make_shared<TransactionGuard>(other); }, true},
-      {"full", "?_busy_timeout=0",
-       [](auto& limited, auto&) {
-         EXPECT_TRUE(limited.ExecuteStatement("PRAGMA max_page_count = 1"));
-         return nullptr;
-       },
-       false},
-      {"a view", "", [](auto& viewed, auto&) { return std::make_shared<ReadGuard>(viewed); }, true},
-      {"closed", "",
-       [](auto& closed, auto&) {
-         closed.Close();
-         return nullptr;
-       },
-       true},
-  };
-  for (const Case& hindered : cases) {
-    SCOPED_TRACE(hindered.what);
+  for (const auto& [options, hinder] : cases) {
+    SCOPED_TRACE(options);
     const TemporaryDirectory folder;
     DataModelDatabase other(folder.File("clips.db"), nullptr);
     other.Open();
-    MediaAsset clip = MakeClip("c");
-    clip.Description(std::string(1 << 20, 'd'));
+    MediaAsset clip = MakeClip("c"), again = MakeClip("c", "again");
+    AnglesMediaAssetGroup group = MakeGroup("g", {"c"}), newGroup = MakeGroup("new", {"c"});
     MediaAssetRepository(other).Put(clip);
-    DataModelDatabase hinderedDatabase("file:" + folder.File("clips.db") + hindered.options, log.Stream());
-    hinderedDatabase.Open();
-    MediaAssetRepository writer(hinderedDatabase);
-    const std::shared_ptr<void> hindrance = hindered.hinder(hinderedDatabase, other);
-    std::vector<MediaAsset> batch(2, clip);
-    for (MediaAsset& asset : batch)
-      asset.Description(std::string(2 << 20, 'e'));
-    const auto change = [](MediaAsset& stored) { stored.Description(std::string(2 << 20, 'e')); };
-    std::vector<std::function<void()>> operations = {
-        [&] { writer.Put(batch.front()); }, [&] { writer.PutAll(batch); },
-        [&] { writer.Change(clip.Id(), change); },
-        [&] { writer.Copy(clip.Id(), Identifier("copy"), CopyResources::Own); }};
-    if (hindered.hindersRemovals) {
-      operations.emplace_back([&] { writer.Remove(clip.Id()); });
-      operations.emplace_back([&] { writer.RemoveAll(MediaAssetSearch()); });
-    }
+    MediaAssetGroupRepository(other).Put(group);
+    DataModelDatabase hindered("file:" + folder.File("clips.db") + options, log.Stream());
+    hindered.Open();
+    MediaAssetRepository clips(hindered);
+    MediaAssetGroupRepository groups(hindered);
+    BusinessEntityModel::Edits::Edit edit("e");
+    const std::shared_ptr<void> hindrance = hinder(hindered, other);
+    std::vector<MediaAsset> batch{MakeClip("c", "again")};
+    const std::function<void()> operations[] = {
+        [&] { clips.Put(again); },
+        [&] { clips.PutAll(batch); },
+        [&] { clips.Change("c", [](MediaAsset& stored) { stored.Name("again"); }); },
+        [&] { clips.Copy("c", "copy", CopyResources::Own); },
+        [&] { clips.Remove("c"); },
+        [&] { clips.RemoveAll(MediaAssetSearch()); },
+        [&] { groups.Put(newGroup); },
+        [&] { groups.Remove(group.Id()); },
+        [&] { BusinessEntityModel::Edits::Database::EditRepository(hindered).Put(edit); }};
     for (const auto& operation : operations) {
       log.Clear();
       EXPECT_THROW(operation(), InvalidOperationException);
       EXPECT_NE(log.Text(), "");
     }
-    EXPECT_EQ(batch.front().ObjectId(), clip.ObjectId());
+    EXPECT_EQ(again.ObjectId() + batch[0].ObjectId() + newGroup.ObjectId() + edit.ObjectId(), -4);
     EXPECT_EQ(MediaAssetRepository(other).Find(clip.Id()), clip);
+    EXPECT_EQ(MediaAssetGroupRepository(other).FindAngles(group.Id()), group);
   }
+  database.Close();
+  EXPECT_THROW(repository.Find("c"), InvalidOperationException);
+  EXPECT_THROW(repository.Count(MediaAssetSearch()), InvalidOperationException);
+  EXPECT_THROW(MediaAssetGroupRepository(database).Find("g"), InvalidOperationException);
+  EXPECT_THROW(BusinessEntityModel::Edits::Database::EditRepository(database).Find("e"),
+               InvalidOperationException);
 }
 
 TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFileAsTheyWere) {
@@ -196,9 +189,7 @@ TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFil
       {"a channel of track c/track is a null pointer",
        [](Parts of) { of.track.Channels().push_back(nullptr); }},
       {"annotation 1 is a null pointer", [](Parts of) { of.clip.Annotations().push_back(nullptr); }},
-      {"UNIQUE constraint failed: TimeBoundsMediaAsset.foreignKey, TimeBoundsMediaAsset.inBoundary, "
-       "TimeBoundsMediaAsset.inBoundaryMoving, TimeBoundsMediaAsset.outBoundary, "
-       "TimeBoundsMediaAsset.outBoundaryMoving",
+      {"UNIQUE constraint failed: TimeBoundsMediaAsset.foreignKey",
        [](Parts of) {
          of.clip.PhysicalTimebounds().Insert(BoundsOf(8, 9));
          *of.clip.PhysicalTimebounds().begin() = BoundsOf(8, 9);
@@ -213,7 +204,8 @@ TEST_F(MediaAssetRepositoryTest, WhatCannotBeStoredIsNamedAndLeavesObjectsAndFil
     for (const auto& [reason, spoil] : cases) {
       MediaAsset clip = MakeClip("c");
       spoil(Parts{clip});
-      EXPECT_THAT([&] { repository.Put(clip); }, ThrowsMessage<NotStoredException>("c: " + reason));
+      EXPECT_THAT([&] { repository.Put(clip); },
+                  ThrowsMessage<NotStoredException>(testing::StartsWith("c: " + reason)));
       EXPECT_EQ(clip.ObjectId() + clip.Annotations()[0]->ObjectId() + clip.Tracks().Front()->ObjectId(), -3)
           << reason;
       EXPECT_TRUE(!isStored || repository.Find(stored.Id()) == stored) << reason;
@@ -292,14 +284,6 @@ TEST_F(MediaAssetRepositoryTest, AnExceptionRollsBackTheBlockOfABatchAndLeavesIt
   EXPECT_EQ(Count("MediaAsset"), stored);
 }
 
-TEST_F(MediaAssetRepositoryTest, ForgottenKeysAreThoseOfAllParts) {
-  MediaAsset clip = MakeClip("c");
-  repository.Put(clip);
-  MediaAssetRepository::ForgetKeys(clip);
-  for (const std::string& line : Keys(clip))
-    EXPECT_NE(line.find(" -1"), std::string::npos) << line;
-}
-
 TEST_F(MediaAssetRepositoryTest, AStreamMovesBetweenTheResourcesOfAnAssetAndKeepsTheChannelsOnIt) {
   MediaAsset clip = MakeClip("c"), user{MediaAssetId("user")};
   repository.Put(clip);
@@ -365,15 +349,6 @@ TEST_F(MediaAssetRepositoryTest, AGroupThatCannotBeStoredIsRefusedByName) {
   EXPECT_EQ(groups.All().size(), 1U);
   EXPECT_FALSE(groups.Find(MediaAssetGroupId("")) || groups.FindAngles(MediaAssetGroupId("")) ||
                groups.Remove(MediaAssetGroupId("")));
-  {
-    const ReadGuard reading(database);
-    EXPECT_THROW(groups.Put(stored), InvalidOperationException);
-    EXPECT_THROW(groups.Remove(stored.Id()), InvalidOperationException);
-  }
-  database.Close();
-  EXPECT_THROW(groups.Put(stored), InvalidOperationException);
-  EXPECT_THROW(groups.Find(stored.Id()), InvalidOperationException);
-  EXPECT_EQ(stored.ObjectId(), 1);
 }
 
 }  // namespace
