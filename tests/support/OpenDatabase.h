@@ -2,8 +2,7 @@
 
 #include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
 
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
+#include "support/OpenSqlite.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +14,7 @@ namespace Oru::TestSupport {
 class OpenDatabase : public testing::Test {
  protected:
   OpenDatabase() { database.Open(); }
+  void TearDown() override { ExpectNoReadUnderWay(database); }
 
   void Run(const std::string& sql) { ASSERT_TRUE(database.ExecuteStatement(sql)) << log.Text(); }
   std::string Value(const std::string& select) { return TestSupport::Value(database, select); }

@@ -8,86 +8,75 @@
 #include "Oru/Common/Databases/Sqlite/RawCursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
 
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
+#include "support/OpenSqlite.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <functional>
-#include <limits>
-#include <optional>
+#include <memory>
 #include <regex>
+#include <sstream>
+#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 
 using testing::HasSubstr;
 
-class CursorSqliteTest : public testing::Test {
+class CursorSqliteTest : public TestSupport::OpenSqlite {
  protected:
   CursorSqliteTest() {
-    db.Open();
-    db.ExecuteStatement(
-        "CREATE TABLE T (k integer primary key, v);"
+    Run("CREATE TABLE T (k integer primary key, v);"
         "INSERT INTO T (v) VALUES (NULL), (-7), (2.5), ('12 apples'), (x'00ff'), (9223372036854775807),"
         " (''), (x''), (CAST(x'610062' AS TEXT)), (1e20), (' +2.5e3x');");
   }
-
-  TestSupport::CapturedLog log;
-  DatabaseSqlite db{":memory:", log.Stream()};
 };
 
+// NULL or not, the integer in each size, the real number, the truth, and the text.
+template <class Source, class Column>
+std::string AsEveryType(const Source& source, const Column& column) {
+  std::ostringstream text;
+  text << source.IsNull(column) << ' ' << source.GetInt64(column) << ' ' << source.GetUInt64(column) << ' '
+       << source.GetInt32(column) << ' ' << source.GetUInt32(column) << ' ' << source.GetDouble(column) << ' '
+       << source.GetBoolean(column) << ' ' << source.GetString(column);
+  return text.str();
+}
+
 TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
-  struct {
-    bool isNull;
-    int64_t integer;
-    double real;
-    std::string text;
-  } const cases[] = {{true, 0, 0, ""},
-                     {false, -7, -7, "-7"},
-                     {false, 2, 2.5, "2.5"},
-                     {false, 12, 12, "12 apples"},
-                     {false, 0, 0, {"\0\xff", 2}},
-                     {false, std::numeric_limits<int64_t>::max(), 0x1p63, "9223372036854775807"},
-                     {false, 0, 0, ""},
-                     {false, 0, 0, ""},
-                     {false, 0, 0, {"a\0b", 3}},
-                     {false, std::numeric_limits<int64_t>::max(), 1e20, "1.0e+20"},
-                     {false, 2, 2500, " +2.5e3x"}};
+  const std::string cases[] = {"1 0 0 0 0 0 0 ",
+                               "0 -7 18446744073709551609 -7 4294967289 -7 1 -7",
+                               "0 2 2 2 2 2.5 1 2.5",
+                               "0 12 12 12 12 12 1 12 apples",
+                               {"0 0 0 0 0 0 0 \0\xff", 16},
+                               "0 9223372036854775807 9223372036854775807 -1 4294967295 9.22337e+18 1 "
+                               "9223372036854775807",
+                               "0 0 0 0 0 0 0 ",
+                               "0 0 0 0 0 0 0 ",
+                               {"0 0 0 0 0 0 0 a\0b", 17},
+                               "0 9223372036854775807 9223372036854775807 -1 4294967295 1e+20 1 1.0e+20",
+                               "0 2 2 2 2 2500 1  +2.5e3x"};
   CursorSqlite cursor(db, "SELECT k, v FROM T ORDER BY k");
   RawCursorSqlite rawCursor(db, "SELECT k, v FROM T ORDER BY k");
   ObjectCursorSqlite<RawReadSqlite, RawReadSqlite> objects(db, "SELECT k, v FROM T ORDER BY k");
   RawReadSqlite row;
-  for (const auto& [isNull, integer, real, text] : cases) {
+  for (const std::string& expected : cases) {
     ASSERT_TRUE(cursor.Step() && objects.Next(row) && rawCursor.Next(row));
-    const auto expectAs = [&, isNull = isNull, integer = integer, real = real, text = text](
-                              const auto& source, const auto& column) {
-      SCOPED_TRACE(text);
-      EXPECT_EQ(source.IsNull(column), isNull);
-      EXPECT_EQ(source.GetInt64(column), integer);
-      EXPECT_EQ(source.GetUInt64(column), static_cast<uint64_t>(integer));
-      EXPECT_EQ(source.GetInt32(column), static_cast<int32_t>(integer));
-      EXPECT_EQ(source.GetUInt32(column), static_cast<uint32_t>(integer));
-      EXPECT_EQ(source.GetDouble(column), real);
-      EXPECT_EQ(source.GetBoolean(column), integer != 0);
-      EXPECT_EQ(source.GetString(column), text);
-    };
-    expectAs(cursor, "v");
-    expectAs(cursor, 1);
-    expectAs(rawCursor, "v");
-    expectAs(objects, "v");
-    expectAs(objects, 1);
-    expectAs(row, "v");
-    uint8_t* bytes = nullptr;
-    ASSERT_EQ(cursor.GetBytes("v", &bytes), static_cast<int32_t>(text.size()));
+    EXPECT_EQ(AsEveryType(cursor, "v"), expected);
+    EXPECT_EQ(AsEveryType(cursor, 1), expected);
+    EXPECT_EQ(AsEveryType(rawCursor, "v"), expected);
+    EXPECT_EQ(AsEveryType(objects, "v"), expected);
+    EXPECT_EQ(AsEveryType(objects, 1), expected);
+    EXPECT_EQ(AsEveryType(row, "v"), expected);
+    const std::string text = cursor.GetString("v");
+    const auto size = static_cast<int32_t>(text.size());
+    uint8_t *bytes = nullptr, two[2] = {9, 9};
+    ASSERT_EQ(cursor.GetBytes("v", &bytes), size);
     const std::unique_ptr<uint8_t[]> owner(bytes);
-    EXPECT_EQ(std::string(bytes, bytes + text.size()), text);
+    EXPECT_EQ(std::string(bytes, bytes + size), text);
     EXPECT_EQ(bytes == nullptr, text.empty());
-    EXPECT_EQ(row.GetBytesArraySize("v"), static_cast<int32_t>(text.size()));
-    uint8_t two[2] = {9, 9};
-    EXPECT_EQ(row.GetBytesArray("v", two, 2), std::min<int32_t>(2, static_cast<int32_t>(text.size())));
+    EXPECT_EQ(row.GetBytesArraySize("v"), size);
+    EXPECT_EQ(row.GetBytesArray("v", two, 2), std::min(2, size));
     EXPECT_EQ(two[0], text.empty() ? 9 : static_cast<uint8_t>(text[0]));
   }
 }
@@ -106,7 +95,6 @@ TEST_F(CursorSqliteTest, IsOnNoRowBeforeTheFirstAndAfterTheLast) {
   };
   uint8_t* bytes = nullptr;
   readsNothing("k", 0);
-  EXPECT_EQ(cursor.Get("k", &bytes), -1);
   EXPECT_THROW(cursor.GetBytes("k", &bytes), ArgumentException);
   EXPECT_TRUE(cursor.Step());
   readsNothing("nosuch", "K", 2, -1);
@@ -115,13 +103,12 @@ TEST_F(CursorSqliteTest, IsOnNoRowBeforeTheFirstAndAfterTheLast) {
   readsNothing("k", 0);
   cursor.Reset();
   EXPECT_TRUE(cursor.Step());
-  EXPECT_EQ(cursor.GetInt64("v"), -7);
   cursor.Reset();
   readsNothing("k", 0);
   // Steps on the statement itself.
-  db.ExecuteStatement("ALTER TABLE T ADD COLUMN w DEFAULT 'new'");
+  Run("ALTER TABLE T ADD COLUMN w DEFAULT 'new'");
   cursor.Reset(db, "SELECT * FROM T WHERE k = 2", "");
-  db.ExecuteStatement("ALTER TABLE T RENAME COLUMN w TO x");
+  Run("ALTER TABLE T RENAME COLUMN w TO x");
   ASSERT_EQ(sqlite3_step(cursor.Statement()), SQLITE_ROW);
   EXPECT_EQ(cursor.GetString("x") + std::to_string(cursor.GetInt64(1)), "new-7");
   EXPECT_FALSE(cursor.IsNull("v"));
@@ -182,17 +169,7 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
 }
 
 TEST_F(CursorSqliteTest, WithoutAStatementItIsClosedAndSaysWhy) {
-  struct {
-    const char *text, *reason;
-  } const cases[] = {{"SELECT nosuch FROM T WHERE k = 1", "no such column: nosuch"},
-                     {"SELEC", "syntax error"},
-                     {"", "the text holds no statement"},
-                     {"-- nothing", "the text holds no statement"},
-                     {"SELECT 'a", "unrecognized token"}};
-  for (const auto& [text, reason] : cases) {
-    log.Clear();
-    CursorSqlite cursor(db, text);
-    EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr(reason))) << text;
+  const auto expectClosed = [&](CursorSqlite& cursor) {
     EXPECT_FALSE(cursor.IsOpened() || cursor.Bind("a", 1) || cursor.Bind(1, 1));
     EXPECT_THROW(cursor.Step(), ObjectClosedException);
     EXPECT_EQ(cursor.GetColumnsCount() + cursor.GetColumnIndex("k") + cursor.GetTotalItemsCount(), -2);
@@ -201,8 +178,30 @@ TEST_F(CursorSqliteTest, WithoutAStatementItIsClosedAndSaysWhy) {
     cursor.Reset(db, "SELECT 3 AS k", "SELECT 4");
     EXPECT_TRUE(cursor.Step());
     EXPECT_EQ(cursor.GetInt64("k") + cursor.GetTotalItemsCount(), 7);
+  };
+  const std::pair<const char*, const char*> cases[] = {
+      {"SELECT nosuch FROM T WHERE k = 1", "no such column: nosuch"},
+      {"-- nothing", "the text holds no statement"},
+      {"SELECT 'a", "unrecognized token"}};
+  for (const auto& [text, reason] : cases) {
+    log.Clear();
+    CursorSqlite cursor(db, text);
+    EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr(reason))) << text;
+    expectClosed(cursor);
     EXPECT_EQ(log.Lines().size(), 1U);
   }
+  // It outlives the opening and the database.
+  auto owner = std::make_unique<DatabaseSqlite>(":memory:", nullptr);
+  owner->Open();
+  CursorSqlite first(*owner, "SELECT 1 AS k", "SELECT 1"), second(*owner, "SELECT 2 AS k");
+  EXPECT_TRUE(first.Step() && second.Step());
+  owner->Close();
+  owner->Open();
+  expectClosed(first);
+  second.Reset(*owner, "SELECT 3 AS k", "SELECT 3");
+  EXPECT_TRUE(second.Step());
+  owner.reset();
+  expectClosed(second);
 }
 
 TEST_F(CursorSqliteTest, AStepThatFailsIsLoggedAndTheCursorWorksOn) {
@@ -225,84 +224,59 @@ TEST_F(CursorSqliteTest, AStepThatFailsIsLoggedAndTheCursorWorksOn) {
   EXPECT_THROW(CursorSqlite(db, "SELECT 1").Run(), InvalidOperationException);
 }
 
-TEST_F(CursorSqliteTest, OutlivesTheOpeningAndTheDatabase) {
-  std::optional<DatabaseSqlite> owner;
-  owner.emplace(":memory:", log.Stream());
-  owner->Open();
-  CursorSqlite cursor(*owner, "SELECT 1 AS one");
-  RawCursorSqlite raw(*owner, "SELECT 2 AS two", "SELECT 3");
-  RawReadSqlite row;
-  EXPECT_TRUE(cursor.Step() && raw.Next(row));
-  owner->Close();
-  EXPECT_FALSE(cursor.IsOpened() || raw.IsOpened());
-  owner->Open();
-  EXPECT_THROW(cursor.Step(), ObjectClosedException);
-  cursor.Reset(*owner, "SELECT 4 AS four", "");
-  EXPECT_TRUE(cursor.Step());
-  owner.reset();
-  EXPECT_FALSE(cursor.IsOpened() || cursor.Bind("a", 1));
-  EXPECT_THROW(raw.Next(row), ObjectClosedException);
-  EXPECT_EQ(raw.GetTotalItemsCount(), -1);
-  cursor.Reset(db, "SELECT 5", "");
-  EXPECT_TRUE(cursor.Step());
-}
-
 TEST_F(CursorSqliteTest, ReadsTheRightColumnsWhateverHasBecomeOfTheTable) {
-  const TestSupport::TemporaryDirectory directory;
-  DatabaseSqlite first(directory.File("a.db"), log.Stream()), second(directory.File("a.db"), log.Stream());
-  first.Open();
-  second.Open();
-  first.ExecuteStatement("CREATE TABLE S (a, b); INSERT INTO S VALUES (1, 2);");
+  DatabaseSqlite other(path, log.Stream());
+  other.Open();
+  Run("CREATE TABLE S (a, b); INSERT INTO S VALUES (1, 2);");
   const auto read = [&] {
-    CursorSqlite cursor(first, "SELECT * FROM S WHERE b = 2");
+    CursorSqlite cursor(db, "SELECT * FROM S WHERE b = 2");
     if (!cursor.Step()) return std::string("nothing");
     return cursor.GetString("a") + cursor.GetString("b") + std::to_string(cursor.GetColumnsCount());
   };
   EXPECT_EQ(read() + read(), "122122");
-  second.ExecuteStatement("ALTER TABLE S ADD COLUMN c DEFAULT 3");
+  other.ExecuteStatement("ALTER TABLE S ADD COLUMN c DEFAULT 3");
   EXPECT_EQ(read() + read(), "123123");
-  second.ExecuteStatement("DROP TABLE S; CREATE TABLE S (c, b, x, a); INSERT INTO S VALUES (3, 2, 0, 1);");
+  other.ExecuteStatement("DROP TABLE S; CREATE TABLE S (c, b, x, a); INSERT INTO S VALUES (3, 2, 0, 1);");
   EXPECT_EQ(read() + read(), "124124");
   // What this connection changes itself shows before the first step too.
-  first.ExecuteStatement("ALTER TABLE S ADD COLUMN d");
   const auto has = [&](const char* column) {
-    return CursorSqlite(first, "SELECT * FROM S WHERE b = 2").GetColumnIndex(column) != -1;
+    return CursorSqlite(db, "SELECT * FROM S WHERE b = 2").GetColumnIndex(column) != -1;
   };
+  Run("ALTER TABLE S ADD COLUMN d");
   EXPECT_TRUE(has("d"));
-  CursorSqlite(first, "ALTER TABLE S ADD COLUMN e").Run();
+  CursorSqlite(db, "ALTER TABLE S ADD COLUMN e").Run();
   EXPECT_TRUE(has("e"));
   for (const bool isByCursor : {false, true}) {
-    first.BeginTransaction();
-    first.ExecuteStatement("ALTER TABLE S ADD COLUMN f");
+    db.BeginTransaction();
+    Run("ALTER TABLE S ADD COLUMN f");
     EXPECT_TRUE(has("f"));
-    isByCursor ? CursorSqlite(first, "ROLLBACK").Run() : static_cast<void>(first.EndTransaction(false));
+    isByCursor ? CursorSqlite(db, "ROLLBACK").Run() : static_cast<void>(db.EndTransaction(false));
     EXPECT_FALSE(has("f"));
   }
-  second.ExecuteStatement("DROP TABLE S");
+  other.ExecuteStatement("DROP TABLE S");
   EXPECT_THROW(read(), InvalidOperationException);
 }
 
-TEST(RawReadSqliteTest, KeepsWhatItWasSetToAndConvertsAsAColumnDoes) {
+TEST(RawReadSqliteTest, KeepsWhatItWasSetTo) {
   RawReadSqlite row;
-  uint8_t bytes[] = {0x31, 0x32, 0};
+  uint8_t bytes[] = {0x31, 0x32, 0x33};
   row.Set("unsigned", uint64_t{1} << 63);
   row.Set("small", uint32_t{0xffffffff});
   row.Set("bool", true);
   row.Set("bytes", bytes, 3);
+  row.SetNull("null");
   EXPECT_THROW(row.Set("bytes", bytes, -1), ArgumentException);
   EXPECT_THROW(row.Set("bytes", nullptr, 5), ArgumentException);
   EXPECT_THROW(row.Set("text", static_cast<const char*>(nullptr)), ArgumentException);
-  row.SetNull("null");
   bytes[0] = 0;
   const RawReadSqlite copy(row);
   row.Reset();
   EXPECT_THROW(row.GetInt64("small"), ArgumentException);
   EXPECT_EQ(copy.GetUInt64("unsigned"), uint64_t{1} << 63);
-  EXPECT_EQ(copy.GetInt64("small"), 4294967295);
-  EXPECT_EQ(copy.GetInt32("small"), -1);
-  EXPECT_EQ(copy.GetString("bool"), "1");
-  EXPECT_EQ(copy.GetInt64("bytes"), 12);
-  EXPECT_TRUE(copy.IsNull("null") && copy.GetString("null").empty() && !copy.GetBoolean("null"));
+  EXPECT_EQ(AsEveryType(copy, "small"), "0 4294967295 4294967295 -1 4294967295 4.29497e+09 1 4294967295");
+  EXPECT_EQ(AsEveryType(copy, "bool"), "0 1 1 1 1 1 1 1");
+  EXPECT_EQ(AsEveryType(copy, "bytes"), "0 123 123 123 123 123 1 123");
+  EXPECT_EQ(AsEveryType(copy, "null"), "1 0 0 0 0 0 0 ");
 }
 
 }  // namespace Oru::Common::Databases::Sqlite
