@@ -1,7 +1,9 @@
 #include "Oru/TimePoints/Core/Formatters/ClockDurationFormatter.h"
+#include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
 #include "Oru/TimePoints/Core/Formatters/FractionRateFormatter.h"
 #include "Oru/TimePoints/Core/Formatters/UtcTimeBoundsFormatter.h"
 #include "Oru/TimePoints/Core/Parsers/ClockDurationParser.h"
+#include "Oru/TimePoints/Core/Parsers/ClockTimeCodeParser.h"
 #include "Oru/TimePoints/Core/Parsers/FractionRateParser.h"
 #include "Oru/TimePoints/Core/Parsers/UtcTimeBoundsParser.h"
 #include "Oru/TimePoints/Core/RatedTimePoint.h"
@@ -63,20 +65,19 @@ TEST(DurationTest, ArithmeticIsExactOrThrows) {
   }
   Duration longest = Duration::MaxValue();
   TimePoint last = TimePoint::MaxValue();
-  EXPECT_THROW(longest += Duration::FromNanoseconds(1), std::overflow_error);
   EXPECT_THROW(longest *= 2, std::overflow_error);
-  EXPECT_THROW(last += Duration::FromNanoseconds(1), std::overflow_error);
+  EXPECT_THROW(longest += longest, std::overflow_error);
+  EXPECT_THROW(last += longest, std::overflow_error);
   EXPECT_TRUE(longest == Duration::MaxValue() && last == TimePoint::MaxValue());
 }
 
 TEST(TimePointTest, DefaultsAreUnsetAndEqualityTakesEveryField) {
   const TimePoint ten = TimePoint::FromNanoseconds(10), twelve = TimePoint::FromNanoseconds(12);
   EXPECT_EQ(TimePoint(), TimePoint::MinValue() + Duration::FromNanoseconds(1));
-  EXPECT_EQ(TimeBoundary().TimePoint(), TimePoint());
-  EXPECT_EQ(TimeBounds(), TimeBounds(TimeBoundary(), TimeBoundary()));
-  EXPECT_NE(TimeBoundary(TimePoint::Empty(), true), TimeBoundary());
-  EXPECT_NE(TimeBounds(ten, TimeBoundary()), TimeBounds(TimeBoundary(), ten));
-  EXPECT_NE(TimeBounds(ten, TimeBoundary(ten, true)), TimeBounds(ten, ten));
+  EXPECT_EQ(TimeBounds(), TimeBounds(TimePoint(), TimeBoundary(TimePoint(), false)));
+  EXPECT_NE(TimeBoundary(ten, true), TimeBoundary(ten));
+  EXPECT_TRUE(TimeBounds(ten, ten) != TimeBounds(twelve, ten) &&
+              TimeBounds(ten, ten) != TimeBounds(ten, twelve));
   EXPECT_EQ(TimeBounds(twelve, TimeBoundary(ten, true)).Duration(), Duration::FromNanoseconds(-2));
   EXPECT_EQ(TimeBounds(TimeBoundary(), ten).Duration(), Duration::Empty());
   EXPECT_EQ(TimeBounds(ten, TimeBoundary()).Duration(), Duration::Empty());
@@ -157,41 +158,42 @@ TEST(RateTest, ReducedGivesLowestTermsOverAPositiveDenominator) {
   EXPECT_THROW(Rate(25, 0).Reduced(), std::invalid_argument);
 }
 
+/// The text of a value, after a check that it is read as that value.
 template <class T, class Formatter, class Parser>
-void ExpectRoundTrip(const T& value, const Formatter& formatter, Parser& parser) {
+std::string CheckedText(const T& value, const Formatter& formatter, Parser parser) {
   const std::string text = value.ToString(formatter);
-  ASSERT_EQ(T::Parse(text, parser), value) << text;
-  ASSERT_TRUE(parser.IsStringFormatValid(text)) << text;
+  EXPECT_EQ(T::Parse(text, parser), value) << text;
+  EXPECT_TRUE(parser.IsStringFormatValid(text)) << text;
+  return text;
 }
 
-template <class T>
-void ExpectRefused(ValueParser<T>& parser, const std::vector<std::string>& texts) {
+template <class Parser>
+void ExpectRefused(Parser parser, const std::vector<std::string>& texts) {
   for (const std::string& text : texts) {
     EXPECT_FALSE(parser.IsStringFormatValid(text)) << text;
-    EXPECT_EQ(parser.TryParse(text), std::pair(false, T())) << text;
+    EXPECT_EQ(parser.TryParse(text), std::pair(false, decltype(parser.Parse(text))())) << text;
     EXPECT_THAT([&] { parser.Parse(text); },
                 testing::ThrowsMessage<std::invalid_argument>(testing::HasSubstr(" is not a")));
   }
 }
 
+// The date and the time of day are those of the system's calendar, on days of all years that there are.
 TEST(TextFormsTest, EveryNumberSurvivesItsText) {
-  ClockDurationParser durations;
-  FractionRateParser rates;
-  UtcTimeBoundsParser bounds;
+  std::vector<int64_t> numbers = Numbers(4000);
+  for (int64_t day = -106751; day < 106751; day += 5)
+    numbers.push_back(day * 86400000000000 + numbers.back() % 86400000000000);
   int64_t previous = 1;
-  for (const int64_t number : Numbers(4000)) {
+  for (const int64_t number : numbers) {
     const TimeBoundary boundary(TimePoint::FromNanoseconds(number), number % 2 == 0);
-    // The date and the time of day are those of the system's calendar.
     const auto second = static_cast<std::time_t>(number / 1000000000 - (number % 1000000000 < 0 ? 1 : 0));
     char date[32];
     std::tm fields{};
     std::strftime(date, sizeof date, "%FT%T.", gmtime_r(&second, &fields));
     ASSERT_EQ(boundary.TimePoint().ToString(UtcTimePointFormatter()).substr(0, 20), date);
-    ExpectRoundTrip(Duration::FromNanoseconds(number), ClockDurationFormatter(), durations);
-    ExpectRoundTrip(Rate(previous, number == 0 ? 1 : number), FractionRateFormatter(), rates);
-    ExpectRoundTrip(TimeBounds(TimePoint::FromNanoseconds(previous), boundary), UtcTimeBoundsFormatter(),
-                    bounds);
-    previous = number;
+    const TimePoint other = TimePoint::FromNanoseconds(std::exchange(previous, number));
+    CheckedText(TimeBounds(other, boundary), UtcTimeBoundsFormatter(), UtcTimeBoundsParser());
+    CheckedText(Duration::FromNanoseconds(number), ClockDurationFormatter(), ClockDurationParser());
+    CheckedText(Rate(previous, number | 1), FractionRateFormatter(), FractionRateParser());
   }
 }
 
@@ -204,37 +206,45 @@ TEST(TextFormsTest, KnownTexts) {
   EXPECT_EQ(UtcTimeBoundsFormatter().Format(
                 TimeBounds(TimePoint::FromNanoseconds(-1), TimeBoundary(TimePoint::Empty(), true))),
             "1969-12-31T23:59:59.999999999Z/unset moving");
-  EXPECT_EQ(UtcTimePointFormatter().Format(TimePoint::MinValue()), "1677-09-21T00:12:43.145224192Z");
-  ClockDurationParser durations;
-  EXPECT_EQ(durations.Parse("00:00:01.5"), Duration::FromMilliseconds(1500));
-  EXPECT_EQ(durations.Parse("-000000000000000100:00:00"), Duration::FromMinutes(-6000));
-  UtcTimePointParser timePoints;
-  EXPECT_EQ(timePoints.Parse("2001-09-09T01:46:40.25Z").ToNanoseconds(), 1000000000250000000);
+  EXPECT_EQ(ClockDurationParser().Parse("00:00:01.5"), Duration::FromMilliseconds(1500));
+  EXPECT_EQ(ClockDurationParser().Parse("-000000000000000100:00:00"), Duration::FromMinutes(-6000));
+  EXPECT_EQ(UtcTimePointParser().Parse("2001-09-09T01:46:40.25Z").ToNanoseconds(), 1000000000250000000);
   FractionRateParser rates;
   EXPECT_TRUE(rates.Parse("50") == Rate(50, 1) && rates.Parse("-1/-3") == Rate(-1, -3));
+  const auto timeCode = [](TimeCodeBuilder builder, int64_t rate) {
+    return CheckedText(builder.Rate(Rate(rate, 1)).Build(), ClockTimeCodeFormatter(),
+                       ClockTimeCodeParser(Rate(rate, 1)));
+  };
+  EXPECT_EQ(timeCode(TimeCodeBuilder().ClockTime(10, 0, 0, 12), 25), "10:00:00:12");
+  EXPECT_EQ(timeCode(TimeCodeBuilder().IsDrop(true).ClockTime(10, 1, 0, 2), 30), "10:01:00;02");
+  EXPECT_EQ(timeCode(TimeCodeBuilder().Date(2024, 2, 29).ClockTime(10, 0, 0, 7), 120),
+            "2024-02-29 10:00:00:007");
+  EXPECT_EQ(ClockTimeCodeParser(Rate(50, 1)).Parse("1900-01-01T00:00:00:00"), TimeCode());
 }
 
 TEST(TextFormsTest, OtherTextsAreRefused) {
-  ClockDurationParser durations;
-  ExpectRefused(durations,
+  ExpectRefused(ClockDurationParser(),
                 {"", "-", "1:00:00", "00:60:00", "00:00:60", "00:00:00.", "00:00:00.1234567890", "00:00",
                  "00:00:00 ", " 00:00:00", "+00:00:00", "--00:00:00", "00:0x:00", "2562047:47:16.854775808",
                  "-2562047:47:16.854775809", "999999999999999999:00:00"});
-  EXPECT_FALSE(durations.IsStringFormatValid(std::string("00:00:00\0", 9)));
-  UtcTimePointParser timePoints;
-  ExpectRefused(timePoints, {"", "1970-01-01", "1970-01-01T00:00:00", "1970-01-01 00:00:00Z",
-                             "1970-01-01T24:00:00Z", "1970-01-01T00:00:60Z", "1970-00-01T00:00:00Z",
-                             "1970-13-01T00:00:00Z", "1970-01-00T00:00:00Z", "1900-02-29T00:00:00Z",
-                             "1970-1-01T00:00:00Z", "1970-01-01T00:00:00ZZ", "0000-01-01T00:00:00Z",
-                             "1677-09-21T00:12:43.145224191Z", "2262-04-11T23:47:16.854775808Z"});
-  FractionRateParser rates;
-  ExpectRefused(rates, {"", "/", "50/", "/1", "50/0", "50/1/1", "+50", "50 / 1", "25.0",
-                        "9223372036854775808", "1/-9223372036854775809"});
-  UtcTimeBoundaryParser boundaries;
-  ExpectRefused(boundaries,
+  EXPECT_FALSE(ClockDurationParser().IsStringFormatValid(std::string("00:00:00\0", 9)));
+  ExpectRefused(UtcTimePointParser(), {"", "1970-01-01", "1970-01-01T00:00:00", "1970-01-01 00:00:00Z",
+                                       "1970-01-01T24:00:00Z", "1970-01-01T00:00:60Z", "1970-00-01T00:00:00Z",
+                                       "1970-13-01T00:00:00Z", "1970-01-00T00:00:00Z", "1900-02-29T00:00:00Z",
+                                       "1970-1-01T00:00:00Z", "1970-01-01T00:00:00ZZ", "0000-01-01T00:00:00Z",
+                                       "1677-09-21T00:12:43.145224191Z", "2262-04-11T23:47:16.854775808Z"});
+  ExpectRefused(FractionRateParser(), {"", "/", "50/", "/1", "50/0", "50/1/1", "+50", "50 / 1", "25.0",
+                                       "9223372036854775808", "1/-9223372036854775809"});
+  ExpectRefused(UtcTimeBoundaryParser(),
                 {"", " moving", "moving", "Unset", "unset  moving", "unset moving moving", "unset "});
-  UtcTimeBoundsParser bounds;
-  ExpectRefused(bounds, {"", "/", "unset", "unset/", "/unset", "unset/unset/unset", "unset / unset"});
+  ExpectRefused(UtcTimeBoundsParser(),
+                {"", "/", "unset", "unset/", "/unset", "unset/unset/unset", "unset / unset"});
+  ExpectRefused(ClockTimeCodeParser(VideoRates::Rate50()), {"00:00:00;00"});
+  ExpectRefused(
+      ClockTimeCodeParser(VideoRates::Rate30()),
+      {"", "10:00:00", "10:00:00:1", "1:00:00:00", "24:00:00:00", "00:60:00:00", "00:00:60:00", "00:00:00:30",
+       "00:01:00;01", "00;00:00:00", "00:00:00.00", "00:00:00:00 ", "2262-01-01 00:00:00:00",
+       "2023-02-29 00:00:00:00", "2024-02-29  00:00:00:00", "2024-02-29", "00:00:00:0000000000"});
 }
 
 }  // namespace
