@@ -189,7 +189,8 @@ bool DatabaseSqlite::ExecuteStatement(const std::string& text) {
   }
   const bool wasInTransaction = IsInTransaction();
   const bool isDone = RunAll(text.c_str());
-  if (!isDone && !wasInTransaction && IsInTransaction()) mParts->connection.Run("ROLLBACK");
+  const ConnectionLock lock(*mParts);
+  if (!isDone && !wasInTransaction && IsInTransaction()) mParts->connection.RollBackNowOrLater();
   return isDone;
 }
 

@@ -47,6 +47,10 @@ bool Connection::Run(const char* statements) {
   return code == SQLITE_OK;
 }
 
+void Connection::RollBackNowOrLater() {
+  if (!Run("ROLLBACK")) mRecovery.NoteLeftTransaction();
+}
+
 void Connection::NoteFailure(int code) {
   if (code == SQLITE_OK) return;
   mRecovery.NoteFailure(code);

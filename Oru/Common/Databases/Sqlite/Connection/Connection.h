@@ -50,6 +50,8 @@ class Connection {
   /// Runs statements without values.
   /// @return false when SQLite fails, its reason then being in the handle
   bool Run(const char* statements);
+  /// Rolls back a transaction that no caller knows of; before the next statement if memory lacks now.
+  void RollBackNowOrLater();
   /// To be called with SQLite's code of each step that failed.
   void NoteFailure(int code);
   /// Writes an entry of a failure.

@@ -8,6 +8,11 @@ void MemoryRecovery::NoteFailure(int code) {
   if ((code & 0xFF) == SQLITE_NOMEM) mHasLackedMemory = true;
 }
 
+void MemoryRecovery::RollBack(sqlite3* handle) {
+  sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+  mHasLeftTransaction = sqlite3_get_autocommit(handle) == 0;
+}
+
 // SQLite drops the sums when it reads the schema again.
 void MemoryRecovery::DropSums(sqlite3* handle) {
   if (sqlite3_get_autocommit(handle) == 0) return;

@@ -12,17 +12,22 @@ class MemoryRecovery {
  public:
   /// To be called with SQLite's code of each step that failed.
   void NoteFailure(int code);
-  /// Outside a transaction, makes SQLite drop the sums if it has lacked memory since the last call.
+  /// To be called when a transaction that no caller knows of is still open, since its rollback failed.
+  void NoteLeftTransaction() { mHasLeftTransaction = true; }
+  /// Rolls back a transaction that was left. Then, outside a transaction, makes SQLite drop the sums if it has lacked
+  /// memory since the last call.
   void Recover(sqlite3* handle) {
+    if (mHasLeftTransaction) RollBack(handle);
     if (mHasLackedMemory) DropSums(handle);
   }
   /// Forgets a connection that is about to close.
-  void Forget() { mHasLackedMemory = false; }
+  void Forget() { mHasLackedMemory = mHasLeftTransaction = false; }
 
  private:
+  void RollBack(sqlite3* handle);
   void DropSums(sqlite3* handle);
 
-  bool mHasLackedMemory = false;
+  bool mHasLackedMemory = false, mHasLeftTransaction = false;
 };
 
 }  // namespace Oru::Common::Databases::Sqlite
