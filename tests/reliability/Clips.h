@@ -14,8 +14,8 @@ using DataModel::MediaAssets::AnglesMediaAssetGroup;
 using DataModel::MediaAssets::MediaAsset;
 using DataModel::MediaAssets::Database::DataModelDatabase;
 
-/// A clip with something in every table below an asset, about 50 rows. The version is in all of its
-/// parts, so that a clip of which only some were stored differs from a whole one.
+/// A clip with something in every table below an asset. The version is in all of its parts, so that a clip of which
+/// only some were stored differs from a whole one. Its name is "v" and the version.
 MediaAsset MakeClip(const std::string& id, int version);
 
 /// A multi-angle group of stored clips, with an operator identity.
@@ -28,7 +28,7 @@ int StoredVersion(DataModelDatabase& database, const std::string& id);
 /// index against the assets; also a text that says so when it can't be opened. Empty when all is well.
 std::string Faults(const std::string& path);
 
-/// Every row of every table of a file, as text.
+/// Every row of every table of a file and the definition of each object in it, as text.
 std::string Dump(const std::string& path);
 
 /// Whether files of a rollback journal, a write-ahead log or shared memory exist beside the file.

@@ -99,8 +99,8 @@ TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughTablesOfTheirOwn) {
       EXPECT_TRUE(table->GetObject(own.ObjectId(), read));
       table->ReadMediaResources(read);
       table->ReadTrack(read);
-      EXPECT_EQ(read.Name(), std::to_string(round));
-      EXPECT_EQ(read.Tracks().Size(), 3U);
+      EXPECT_EQ(read.Name(), own.Name());
+      EXPECT_EQ(read.Tracks().Size(), 2U);
     };
   };
   RunThreads({assets(1), assets(2),
@@ -135,7 +135,7 @@ TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughRepositoriesOfTheirOwn) {
       EXPECT_EQ(repository->Find(own.Id()), own);
       repository->Change("shared", [&](MediaAsset& asset) { asset.Description(std::to_string(++changes)); });
       for (MediaAsset& asset : repository->Each(MediaAssetSearch(), MediaAssetParts::All))
-        EXPECT_EQ(asset.Tracks().Size(), 3U);
+        EXPECT_EQ(asset.Tracks().Size(), 2U);
       EXPECT_EQ(repository->Remove(batch[1].Id()), RemoveOutcome::Removed);
       EXPECT_EQ(repository->Find(batch[2].Id()), batch[2]);
     };

@@ -7,34 +7,17 @@ namespace Oru::Reliability {
 
 namespace {
 
+FaultCounter faults;
 sqlite3_mem_methods below;
-int failing = 0;
-bool isLasting = false;
-int count = 0;
-int failureCount = 0;
-
-bool IsRefused() {
-  if (failing == 0) return false;
-  ++count;
-  if (isLasting ? count < failing : count != failing) return false;
-  ++failureCount;
-  return true;
-}
-
-void* Allocate(int size) {
-  return IsRefused() ? nullptr : below.xMalloc(size);
-}
-
-void* Reallocate(void* memory, int size) {
-  return IsRefused() ? nullptr : below.xRealloc(memory, size);
-}
 
 // SQLite takes an allocator only before its first use, and so before main.
 const bool isConfigured = [] {
   if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &below) != SQLITE_OK) return false;
   sqlite3_mem_methods methods = below;
-  methods.xMalloc = Allocate;
-  methods.xRealloc = Reallocate;
+  methods.xMalloc = [](int size) { return faults.IsDue() ? nullptr : below.xMalloc(size); };
+  methods.xRealloc = [](void* memory, int size) {
+    return faults.IsDue() ? nullptr : below.xRealloc(memory, size);
+  };
   return sqlite3_config(SQLITE_CONFIG_MALLOC, &methods) == SQLITE_OK;
 }();
 
@@ -44,17 +27,9 @@ class MemoryFaultTest : public testing::TestWithParam<FaultJob> {};
 
 TEST_P(MemoryFaultTest, LosesNothingWhateverAllocationFails) {
   ASSERT_TRUE(isConfigured);
-  for (const bool lasts : {false, true}) {
-    FaultSource source;
-    source.arm = [&](int n) {
-      isLasting = lasts;
-      failing = n;
-      count = failureCount = 0;
-    };
-    source.failureCount = [] { return failureCount; };
-    source.options = "_busy_timeout=0&_synchronous=off";
-    source.step = IsLong() ? 1 : 97;
-    EXPECT_GT(RunFaultLoop(GetParam(), source), 0);
+  for (const bool isLasting : {false, true}) {
+    faults.isLasting = isLasting;
+    EXPECT_GT(RunFaultLoop(GetParam(), faults, "_busy_timeout=0&_synchronous=off", IsLong() ? 1 : 97), 0);
     if (HasFailure()) return;
   }
 }

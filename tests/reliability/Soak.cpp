@@ -79,14 +79,6 @@ std::string ClipId(std::size_t index) {
   return "clip " + std::to_string(index);
 }
 
-// The version of a clip in the file, 0 without that clip, -1 when what is there isn't a whole version.
-int VersionIn(DataModelDatabase& db, const std::string& id) {
-  const auto found = MediaAssetRepository(db).Find(MediaAssetId(id));
-  if (!found) return 0;
-  const int version = std::atoi(found->Name().c_str());
-  return *found == MakeClip(id, version) ? version : -1;
-}
-
 class Fault : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -112,7 +104,7 @@ class Worker {
     int kept = 0, lost = 0;
     for (int i = 0; i < ClipCount; ++i) {
       Clip& clip = ClipAt(i);
-      const int stored = VersionIn(mDatabase, Id(i));
+      const int stored = StoredVersion(mDatabase, Id(i));
       if (clip.written != clip.acknowledged) ++(stored == clip.written ? kept : lost);
       if (stored != clip.written) Expect(i, stored, clip.acknowledged, "after the kill");
       clip.acknowledged = clip.written = stored;
@@ -185,16 +177,16 @@ class Worker {
     } else if (kind < 110 && mIsAlone) {
       SaveByTheTable(number);
     } else if (kind < 150) {
-      Expect(number, VersionIn(mDatabase, Id(number)), ClipAt(number).acknowledged, "at a read");
+      Expect(number, StoredVersion(mDatabase, Id(number)), ClipAt(number).acknowledged, "at a read");
     } else if (kind < 170) {
       const std::string other = ClipId(mRandom() % std::size(mBoard.clips));
-      if (VersionIn(mDatabase, other) == -1) throw Fault(other + " isn't whole");
+      if (StoredVersion(mDatabase, other) == -1) throw Fault(other + " isn't whole");
     } else if (kind < 185) {
       Search(repository, number);
     } else if (kind < 190 && mIsAlone) {
       const ReadGuard reading(mDatabase);
       for (int i = 0; i < ClipCount; ++i)
-        Expect(i, VersionIn(mDatabase, Id(i)), ClipAt(i).acknowledged, "in a reading");
+        Expect(i, StoredVersion(mDatabase, Id(i)), ClipAt(i).acknowledged, "in a reading");
     } else if (kind < 194 && mIsAlone) {
       mDatabase.Close();
       mDatabase.Open();
@@ -234,7 +226,7 @@ class Worker {
       DataModelDatabase copy(mCopy, nullptr);
       copy.Open();
       for (int i = 0; i < ClipCount; ++i)
-        Expect(i, VersionIn(copy, Id(i)), ClipAt(i).acknowledged, "in a copy");
+        Expect(i, StoredVersion(copy, Id(i)), ClipAt(i).acknowledged, "in a copy");
     }
     Restore(mCopy, "");
   }
@@ -403,7 +395,7 @@ class Soak {
     db.Open();
     for (std::size_t i = 0; i < std::size(mBoard->clips); ++i) {
       const Clip& clip = mBoard->clips[i];
-      const int stored = VersionIn(db, ClipId(i));
+      const int stored = StoredVersion(db, ClipId(i));
       if (stored != clip.acknowledged && stored != clip.written)
         Complain(ClipId(i) + " has version " + std::to_string(stored) + " at the end");
       mClipsAtEnd += stored > 0;
