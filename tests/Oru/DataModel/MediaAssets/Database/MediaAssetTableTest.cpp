@@ -40,9 +40,6 @@ using TimePoints::TimeCodeBuilder;
 
 namespace {
 
-const char* const doublesMessage =
-    "Oru::DataModel::MediaAssets::SortedVector::Insert: item already present in the collection";
-
 class ForeignProfile : public MetadataProfile {
  public:
   BusinessEntityModel::BaseTypes::FullyQualifiedName FullyQualifiedName() const override {
@@ -60,10 +57,6 @@ class MediaAssetTableTest : public TestSupport::OpenDatabase {
   int64_t Saved(MediaAsset& asset) {
     EXPECT_TRUE(assets.Save(asset)) << log.Text();
     return asset.ObjectId();
-  }
-  int64_t SavedClip() {
-    MediaAsset clip = MakeClip("clip");
-    return Saved(clip);
   }
   void ExpectOneEntry(const std::string& text) {
     EXPECT_TRUE(log.Lines().size() == 1 && log.Contains(text)) << log.Text();
@@ -120,17 +113,8 @@ TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
 }
 
 TEST_F(MediaAssetTableTest, ARawCursorMarksWhatMatched) {
-  const char* const clips[][3] = {
-      {"a", "MATCH_CAM-1", "Kick-off, and a goal after a long and rather dull first half"},
-      {"b", "Goal", "The goal"},
-      {"c", "MATCH_CAM-2", "A goal"},
-      {"d", "Interview", ""}};
-  for (const auto& [id, name, description] : clips) {
-    MediaAsset clip(id);
-    clip.Name(name);
-    clip.Description(description);
-    Saved(clip);
-  }
+  Run("INSERT INTO MediaAsset(id, name, description) VALUES ('b', 'Goal', 'The goal'), ('c', 'MATCH_CAM-2', 'A goal'),"
+      "('a', 'MATCH_CAM-1', 'Kick-off, and a goal after a long and rather dull first half'), ('d', 'Interview', '')");
   const std::pair<std::string, const char*> marked[] = {
       {FullTextExpression::AnyWord("THE interview"), "b:Goal:<b>The</b> goal;d:<b>Interview</b>:;"},
       {FullTextExpression::AllWordsAsTyped("a goal cam-2"), "c:MATCH_<b>CAM-2</b>:<b>A</b> <b>goal</b>;"},
@@ -148,14 +132,16 @@ TEST_F(MediaAssetTableTest, ARawCursorMarksWhatMatched) {
 }
 
 TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
-  const int64_t key = SavedClip();
-  MediaAsset asset = TestSupport::ReadDeep(database, key);
+  MediaAsset asset = MakeClip("clip");
+  Saved(asset);
   const std::function<void()> readings[] = {
       [&] { assets.ReadTimebounds(asset); }, [&] { assets.ReadMediaResources(asset); },
       [&] { assets.ReadMediaResourcesLazy(asset); }, [&] { assets.ReadTrack(asset); },
       [&] { assets.ReadTrackLazy(asset); }};
   for (const auto& read : readings)
-    EXPECT_THAT(read, ThrowsMessage<std::runtime_error>(doublesMessage));
+    EXPECT_THAT(read, ThrowsMessage<std::runtime_error>(
+                          "Oru::DataModel::MediaAssets::SortedVector::Insert: item already "
+                          "present in the collection"));
   assets.ReadMetadata(asset);
   assets.ReadDapOperatorMetadata(asset);
   EXPECT_TRUE(TestSupport::IsStored(database, asset));
@@ -169,8 +155,8 @@ TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
   metadata.Set(other);
   EXPECT_THROW(assets.AddMetadata(metadata, {"oru.dapoperator", {"a", "b"}}), std::bad_cast);
 
-  MediaAsset asset;
-  ASSERT_TRUE(assets.GetObject(SavedClip(), asset));
+  MediaAsset asset = MakeClip("clip");
+  Saved(asset);
   asset.Metadata().Set(other);
   EXPECT_THROW(assets.ReadDapOperatorMetadata(asset), std::bad_cast);
   EXPECT_THROW(assets.ReadDapOperatorKeyword(asset), std::bad_cast);
@@ -180,12 +166,10 @@ TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
 }
 
 TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAndLeavesWhatAnObjectHolds) {
-  MediaAsset child{MediaAssetId("child")}, orphan{MediaAssetId("orphan")};
+  MediaAsset child{MediaAssetId("child")};
   child.Ancestor(MediaAssetId("grandparent"));
-  child.Parent({});
-  ASSERT_TRUE(assets.Save(child) && assets.Save(orphan));
-  EXPECT_EQ(Value("SELECT group_concat(quote(ancestor) || quote(parent)) FROM MediaAsset"),
-            "'grandparent'NULL,NULLNULL");
+  Saved(child);
+  EXPECT_EQ(Value("SELECT ancestor || ' ' || typeof(parent) FROM MediaAsset"), "grandparent null");
   child.Parent(MediaAssetId("kept"));
   ASSERT_TRUE(assets.GetObject(child.ObjectId(), child));
   EXPECT_EQ(child.Parent().Id(), "kept");
@@ -215,8 +199,6 @@ TEST_F(MediaAssetTableTest, OnlyProfilesOfTheGenericClassAreWrittenEntryByEntry)
   EXPECT_EQ(Value(stored), "a/w= b/x=1") << "those before it are written";
   clip.Annotations().front()->Metadata().Set(std::make_shared<ForeignProfile>());
   EXPECT_THROW(assets.Save(clip), std::bad_cast);
-  EXPECT_FALSE(assets.GetTimeBoundsTable().Delete(clip.ObjectId())) << "bounds have no key";
-  EXPECT_TRUE(log.Contains("TimeBoundsMediaAsset")) << log.Text();
 }
 
 TEST_F(MediaAssetTableTest, StreamsAndEssencesThatWereTakenOutInMemoryStay) {
@@ -245,17 +227,15 @@ TEST_F(MediaAssetTableTest, StreamsAndEssencesThatWereTakenOutInMemoryStay) {
   other.Adopt(std::make_unique<Stream>(StreamId("a/stream")));
   ASSERT_TRUE(resources.Save(other));
   EXPECT_EQ(other.Streams().front()->ObjectId(), resource->Streams().front()->ObjectId());
-  EXPECT_EQ(Count("Essence"), 3);
-  EXPECT_EQ(Count("Stream WHERE refMediaResource = " + std::to_string(other.ObjectId())), 1);
+  EXPECT_EQ(Count("Essence JOIN Stream ON Stream.key = refStream WHERE refMediaResource = " +
+                  std::to_string(other.ObjectId())),
+            3);
 }
 
 TEST_F(MediaAssetTableTest, ARefusedChannelLeavesThoseBeforeIt) {
   ASSERT_TRUE(resources.Save(*MakeResource("r")));
   Track track{TrackId("track"), "name"};
-  struct {
-    std::shared_ptr<TrackChannelToRemove> second;
-    const char* message;
-  } const cases[] = {
+  const std::pair<std::shared_ptr<TrackChannelToRemove>, const char*> cases[] = {
       {Channel("unknown", 0, 0), "essence 0 of stream unknown, which a track refers to, isn't stored"},
       {Channel("r/stream", 3, 0), "essence 3 of stream r/stream, which a track refers to, isn't stored"},
       {Channel("r/stream", 1, -1), "CHECK constraint failed: channelNr >= 0"},
@@ -283,14 +263,8 @@ TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere)
   MediaAsset clip{MediaAssetId("a")};
   Saved(clip);
   AnglesMediaAssetGroup group(MediaAssetGroupId("g"), "group");
-  const auto add = [&group](const char* asset) {
-    group.Items().push_back(
-        std::make_shared<AnglesMediaAssetGroupItem>("angle", MediaAssetReference(MediaAssetId(asset))));
-  };
   for (const char* missing : {"missing", ""}) {
-    group.Items().clear();
-    for (const char* asset : {"a", missing, "a"})
-      add(asset);
+    group.Items() = TestSupport::MakeGroup("g", {"a", missing, "a"}, "angle").Items();
     EXPECT_FALSE(groups.Save(group));
     ExpectOneEntry(std::string("asset ") + missing + ", which item 1 of a group refers to, isn't stored");
     EXPECT_EQ(Count("MediaAssetGroup") + Count("MediaAssetGroupItem"), 2);
@@ -352,16 +326,16 @@ TEST_F(DapOperatorMetadataTableTest, WhatCannotBeReadOrWrittenReachesTheCallerAn
     EXPECT_THROW(assets.Save(clip), std::invalid_argument);
   }
   Profile().Page(255);
-  const TimeCode sound = Profile().UserTimecode();
-  Profile().UserTimecode(TimeCodeBuilder().Year(1900).Sample(-1).Build());
-  EXPECT_FALSE(assets.Save(clip)) << "a read would refuse it";
-  EXPECT_TRUE(log.Contains("userTimecode has the negative count -1"));
-  Profile().UserTimecode(sound);
   for (const int32_t place : {-1, 65536}) {
     KeywordEncapsulated keyword(clip.ObjectId(), place, BusinessEntityModel::BaseTypes::Utf8String("k"));
     EXPECT_FALSE(assets.GetDapOperatorKeywordsTable().Save(keyword)) << "nor could it be read here";
   }
   EXPECT_TRUE(log.Contains("no profile could hold a keyword at 65536"));
+  const TimeCode sound = Profile().UserTimecode();
+  Profile().UserTimecode(TimeCodeBuilder().Year(1900).Sample(-1).Build());
+  EXPECT_FALSE(assets.Save(clip)) << "a read would refuse it";
+  EXPECT_TRUE(log.Contains("userTimecode has the negative count -1"));
+  Profile().UserTimecode(sound);
   for (const char camera : {'@', 'M', 'a', '\xc1'}) {
     log.Clear();
     Profile().Camera(camera);
@@ -369,17 +343,13 @@ TEST_F(DapOperatorMetadataTableTest, WhatCannotBeReadOrWrittenReachesTheCallerAn
     EXPECT_TRUE(log.Contains("CHECK constraint failed")) << log.Text();
   }
   Profile().Camera('B');
-  EXPECT_TRUE(assets.Save(clip));
-  EXPECT_TRUE(TestSupport::IsStored(database, clip));
+  EXPECT_TRUE(assets.Save(clip) && TestSupport::IsStored(database, clip));
 }
 
 // A value outside its range is no value: the profile keeps the one that it holds.
 TEST_F(DapOperatorMetadataTableTest, StoredPlacesOutsideTheirRangesArePassedOver) {
   const DapId held(ZuServerId(70), 7, 7, 7, 'G');
-  struct {
-    const char* assignment;
-    bool isRead;
-  } const cases[] = {
+  const std::pair<const char*, bool> cases[] = {
       {"zuServerId = 0", false},  {"zuServerId = 25", false},    {"dapIdPage = 10", false},
       {"dapIdPage = -1", false},  {"dapIdBank = 10", false},     {"dapIdRow = 256", false},
       {"dapIdCamera = 0", false}, {"dapIdCamera = NULL", false}, {"zuServerId = 2147483640", true},
