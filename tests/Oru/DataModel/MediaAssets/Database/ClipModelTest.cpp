@@ -37,12 +37,8 @@ using Common::Databases::Sqlite::TransactionGuard;
 // One way to a file.
 struct Desk {
   Desk(const std::string& file, const CapturedLog& log)
-      : database(file, log.Stream()), clips(database), groups(database) {
-    Open();
-  }
-  void Open() {
+      : database("file:" + file + "?_synchronous=off", log.Stream()), clips(database), groups(database) {
     database.Open();
-    EXPECT_TRUE(database.ExecuteStatement("PRAGMA synchronous = off"));
   }
 
   DataModelDatabase database;
@@ -68,7 +64,7 @@ class ClipWalk {
     desk = &desks[random.Below(desks.size())];
     if (random.Chance(10)) {
       desk->database.Close();
-      desk->Open();
+      desk->database.Open();
       action = "reopening";
     }
     if (!random.Chance(5)) return Write();

@@ -150,7 +150,7 @@ TEST_F(DataModelDatabaseTest, AnOpeningCompletesWhatAnotherHasLeftHalfWhateverWa
                                   dropIndex + dropEdits + "DROP TABLE Props; DROP INDEX LookupMediaAssetName",
                                   std::string("DROP TABLE sqlite_stat1"), std::string("ANALYZE")}) {
     SCOPED_TRACE(lost);
-    DataModelDatabase database(path, log.Stream());
+    DataModelDatabase database("file:" + path + "?_synchronous=off", log.Stream());
     database.Open();
     const auto whole = TestSupport::Column(database, schema);
     MediaAsset early = MakeClip("early", "winter"), late = MakeClip("late", "winter");
