@@ -2,18 +2,13 @@
 
 #include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
 
-#include "FormatMapping.h"
-
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
 // What clips are made of.
 namespace Catalogue {
 namespace {
-
-using Oru::DataModel::MediaAssets::AspectRatio;
 
 TEST(AssetBuilderTest, CountsTheUserTimeCodeInFiftyOrSixtySamples) {
   const struct {
@@ -52,19 +47,6 @@ TEST(AssetBuilderTest, CountsTheDurationInFramesThenInSamplesThenByTheWrapper) {
   report.video[0].frameRate = {30000, 1001};
   report.video[0].frameCount = 30;
   EXPECT_EQ(DurationOf(report), 1001000000);
-}
-
-TEST(AssetBuilderTest, NeighboursHaveOtherIdentities) {
-  std::set<std::string> ids;
-  for (int n = 0; n < 20000; ++n)
-    ids.insert(ClipIdOf("/clips/goal " + std::to_string(n % 10000) + ".mov"));
-  EXPECT_EQ(ids.size(), 10000u);
-}
-
-TEST(AssetBuilderTest, ReadsAspectRatiosInLowestTerms) {
-  EXPECT_EQ(AspectRatioOf("2.35:1"), AspectRatio(47, 20));
-  for (const char* text : {"", "1.778", "0:0", ":", "-4:3"})
-    EXPECT_EQ(AspectRatioOf(text), AspectRatio()) << text;
 }
 
 }  // namespace

@@ -14,52 +14,38 @@ namespace {
 
 using Oru::DataModel::MediaAssets::AspectRatio;
 
-std::vector<std::string> Split(const std::string& text) {
-  std::vector<std::string> words;
-  std::istringstream all(text);
-  for (std::string word; std::getline(all, word, ',');)
-    words.push_back(word);
-  return words;
-}
-
-// What each format with each further word is mapped to, one format a line.
-std::string Meanings(const std::string& formats, const std::string& words,
-                     const std::function<std::string(const std::string&, const std::string&)>& meaning) {
-  std::string all;
-  for (const std::string& format : Split(formats)) {
-    all += format + ':';
-    for (const std::string& word : Split(words))
-      all += ' ' + meaning(format, word);
-    all += '\n';
-  }
-  return all;
-}
-
-// Files that were added keep what their formats meant. A failure prints the meanings.
+// Files that were added keep what their formats meant, each with each further word. A failure prints the meanings.
 TEST(FormatMappingTest, FormatsMeanWhatTheyMeant) {
-  const std::string wrappers = Meanings(
-      "MXF,MPEG-4,Wave,AIFF,AVI,BDAV,DASH MPD,DCP,DVD Video,HLS,ISM,MPEG-PS,MPEG-TS,R3D,WebM,Windows Media,OGG",
-      ",OP-1a,OP-1a|Sony|XDCAM,OP-1b,OP-Atom,OP-Atom|Panasonic,QuickTime,mp42,AS-11 UKDPP,bext",
-      [](const std::string& format, const std::string& word) {
-        MediaReport report;
-        report.format = format;
-        report.hasBroadcastExtension = word == "bext";
-        (word.find("mp4") == 0 ? report.compatibleBrands : report.formatProfile) = word;
-        return ToString(WrapperFormatOf(report));
-      });
-  const std::string codecs = Meanings(
-      "AVC,Bitmap,DPX,DV,HEVC,JPEG,JPEG 2000,MPEG Video,MPEG-4 Visual,PNG,ProRes,R3D,RGB,RLE,TGA,TIFF,VC-1,VC-3,VP8,"
-      "VP9,YUV,Theora",
-      ",AVC-Intra 100,AVC-Intra 50,AVC-LongG,DVCPRO HD,DVCPRO 50,DVCPRO,dv5p,rle ,IMX 30,IMX 40,IMX 50,XDCAM EX 35,"
-      "XDCAM HD422,Version 1,Version 2,4444 XQ,4444,422 HQ,422 LT,422 Proxy,422,HD@HQX,HD@HQ,HD@SQ,moving",
-      [](const std::string& format, const std::string& word) {
-        VideoReport video;
-        video.format = format;
-        if (word == "moving") video.frameRate = {25, 1};
-        (word == "dv5p" || word == "rle " ? video.codecId : video.commercialName) = word;
-        return ToString(VideoCodecOf(video));
-      });
-  EXPECT_EQ(Oru::TestSupport::StoredHash(wrappers + codecs), 2577810972658240112U) << wrappers << codecs;
+  std::ostringstream meanings;
+  for (const char* format : {"MXF", "MPEG-4", "Wave", "AIFF", "AVI", "BDAV", "DASH MPD", "DCP", "DVD Video",
+                             "HLS", "ISM", "MPEG-PS", "MPEG-TS", "R3D", "WebM", "Windows Media", "OGG"}) {
+    for (const std::string word : {"", "OP-1a", "OP-1a|Sony|XDCAM", "OP-1b", "OP-Atom", "OP-Atom|Panasonic",
+                                   "QuickTime", "mp42", "AS-11 UKDPP", "bext"}) {
+      MediaReport report;
+      report.format = format;
+      report.hasBroadcastExtension = word == "bext";
+      (word == "mp42" ? report.compatibleBrands : report.formatProfile) = word;
+      meanings << format << ' ' << word << ": " << ToString(WrapperFormatOf(report)) << '\n';
+    }
+  }
+  for (const char* format :
+       {"AVC",           "Bitmap", "DPX",    "DV",  "HEVC", "JPEG",  "JPEG 2000", "MPEG Video",
+        "MPEG-4 Visual", "PNG",    "ProRes", "R3D", "RGB",  "RLE",   "TGA",       "TIFF",
+        "VC-1",          "VC-3",   "VP8",    "VP9", "YUV",  "Theora"}) {
+    for (const std::string word : {"",          "AVC-Intra 100", "AVC-Intra 50", "AVC-LongG",   "DVCPRO HD",
+                                   "DVCPRO 50", "DVCPRO",        "dv5p",         "rle ",        "IMX 30",
+                                   "IMX 40",    "IMX 50",        "XDCAM EX 35",  "XDCAM HD422", "Version 1",
+                                   "Version 2", "4444 XQ",       "4444",         "422 HQ",      "422 LT",
+                                   "422 Proxy", "422",           "HD@HQX",       "HD@HQ",       "HD@SQ",
+                                   "moving"}) {
+      VideoReport video;
+      video.format = format;
+      if (word == "moving") video.frameRate = {25, 1};
+      (word == "dv5p" || word == "rle " ? video.codecId : video.commercialName) = word;
+      meanings << format << ' ' << word << ": " << ToString(VideoCodecOf(video)) << '\n';
+    }
+  }
+  EXPECT_EQ(Oru::TestSupport::StoredHash(meanings.str()), 7835762004215351635U) << meanings.str();
 }
 
 TEST(FormatMappingTest, CallsABareElementaryStreamRaw) {
