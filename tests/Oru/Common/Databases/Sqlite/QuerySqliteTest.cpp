@@ -1,12 +1,11 @@
 #include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 
 #include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/NotSupportedException.h"
 #include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 
-#include "support/SqlValues.h"
+#include "support/OpenSqlite.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -14,17 +13,16 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <cstring>
-#include <deque>
 #include <functional>
 #include <iterator>
 #include <limits>
 #include <memory>
 #include <numeric>
 #include <random>
+#include <regex>
 #include <sstream>
 #include <string>
-#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace Oru::Common::Databases::Sqlite {
@@ -42,35 +40,25 @@ int32_t Size(const std::string& bytes) {
   return static_cast<int32_t>(bytes.size());
 }
 
-// What a call adds to a query, and what it means, in SQL that reads its values from the table P, into which they were
-// bound.
-struct Condition {
-  std::function<void(Query&)> add;
-  std::string meaning;
-};
-
 }  // namespace
 
-class QuerySqliteTest : public testing::Test {
+class QuerySqliteTest : public TestSupport::OpenSqlite {
  protected:
   // The table T has random values and NULLs in columns of each kind: integer, real, text and blob.
   QuerySqliteTest() {
-    db.Open();
     sqlite3_create_function(db.Handle(), "occurs", 4, SQLITE_UTF8, nullptr, Occurs, nullptr, nullptr);
-    db.ExecuteStatement(
-        "CREATE TABLE T (key integer primary key, i integer, r real, t text, b blob);"
+    Run("BEGIN; CREATE TABLE T (key integer primary key, i integer, r real, t text, b blob);"
         "CREATE TABLE P (n integer primary key, v);"
         "CREATE TABLE Other (ref integer, name text);"
         "INSERT INTO Other VALUES (0, 'it''s'), (7, 'it''s'), (8, NULL), (NULL, NULL);");
-    CursorSqlite insert(db, "INSERT INTO T VALUES (NULL, :i, :r, :t, :b)");
     for (int row = 0; row < 150; ++row) {
+      CursorSqlite insert(db, "INSERT INTO T VALUES (NULL, :i, :r, :t, :b)");
       const std::string blob = AnyText(3);
       if (random() % 9 > 0) insert.Bind("i", AnyInteger());
       if (random() % 9 > 0) insert.Bind("r", AnyDouble());
       if (random() % 9 > 0) insert.Bind("t", AnyText(3));
       if (random() % 9 > 0) insert.Bind("b", Data(blob), Size(blob));
       insert.Run();
-      insert.Reset();
     }
   }
 
@@ -93,15 +81,12 @@ class QuerySqliteTest : public testing::Test {
   double AnyDouble() {
     if (random() % 3 == 0) return static_cast<double>(AnyInteger());
     constexpr double infinity = std::numeric_limits<double>::infinity();
-    while (doubles.size() < 60) {
-      const uint64_t bits = (uint64_t{random()} << 32) | random();
-      double value = 0;
-      std::memcpy(&value, &bits, sizeof value);
-      if (!(std::abs(value) < 1e-280)) doubles.push_back(value);
-    }
     for (const double value : {-infinity, infinity, -0.0, 0.1, 1.0 / 3, std::nan("")})
       if (random() % 20 == 0) return value;
-    return doubles[random() % doubles.size()];
+    // One of sixty, so that it is found again.
+    std::mt19937 bits(random() % 60);
+    const double mantissa = bits() * 0x1p32 + bits() - 0x1p63;
+    return std::ldexp(mantissa, static_cast<int>(bits() % 1800) - 900);
   }
 
   // Binds a value and gives the expression that reads it.
@@ -114,18 +99,17 @@ class QuerySqliteTest : public testing::Test {
     return "(SELECT +v FROM P WHERE n = " + std::to_string(lastValue) + ")";
   }
 
+  // The following add a condition to a query and give what it means, in SQL that reads its values from the table P.
   template <class V>
-  Condition Compared(const std::string& column, const V& value) {
+  std::string Compared(Query& q, const std::string& column, const V& value) {
     const char* const operators[] = {" = ", " < ", " > ", " <= ", " >= "};
     const auto chosen = random() % 5;
-    const auto add = [=](Query& q) {
-      chosen == 0   ? q.Equals(column, value)
-      : chosen == 1 ? q.LessThan(column, value)
-      : chosen == 2 ? q.GreaterThan(column, value)
-      : chosen == 3 ? q.LessThanOrEquals(column, value)
-                    : q.GreaterThanOrEquals(column, value);
-    };
-    return {add, column + operators[chosen] + Bound(value)};
+    chosen == 0   ? q.Equals(column, value)
+    : chosen == 1 ? q.LessThan(column, value)
+    : chosen == 2 ? q.GreaterThan(column, value)
+    : chosen == 3 ? q.LessThanOrEquals(column, value)
+                  : q.GreaterThanOrEquals(column, value);
+    return column + operators[chosen] + Bound(value);
   }
 
   // Bytes are found as they are. Texts are found in either case of A to Z, and those of ASCII only
@@ -151,72 +135,65 @@ class QuerySqliteTest : public testing::Test {
   }
 
   template <class... Part>
-  Condition Occurring(const std::string& column, bool isFolded, const Part&... part) {
+  std::string Occurring(Query& q, const std::string& column, bool isFolded, const Part&... part) {
     const auto place = random() % 3;
-    const auto add = [=](Query& q) {
-      place == 0   ? q.Contains(column, part...)
-      : place == 1 ? q.BeginWith(column, part...)
-                   : q.EndWith(column, part...);
-    };
-    return {add, "occurs(" + column + ", " + Bound(part...) + ", " + std::to_string(isFolded) + ", " +
-                     std::to_string(place) + ")"};
+    place == 0   ? q.Contains(column, part...)
+    : place == 1 ? q.BeginWith(column, part...)
+                 : q.EndWith(column, part...);
+    return "occurs(" + column + ", " + Bound(part...) + ", " + std::to_string(isFolded) + ", " +
+           std::to_string(place) + ")";
   }
 
   template <class V, class Any>
-  Condition Among(const std::string& column, const Any& any) {
+  std::string Among(Query& q, const std::string& column, const Any& any) {
     std::vector<V> values;
     std::string meaning = "0";
     for (auto count = random() % 4; count > 0; --count) {
-      values.push_back(any());
-      if constexpr (std::is_integral_v<V>)
-        meaning += " OR " + column + " = " + Bound(int64_t{values.back()});
-      else
-        meaning += " OR " + column + " = " + Bound(values.back());
+      const auto value = any();
+      values.push_back(value);
+      meaning += " OR " + column + " = " + Bound(value);
     }
-    return {[=](Query& q) { q.In(column, values); }, meaning};
+    q.In(column, values);
+    return meaning;
   }
 
   // The values of the table Other are those that aren't NULL.
-  Condition AmongThoseOfATable() {
+  std::string AmongThoseOfATable(Query& q) {
     QuerySqlite named, referred, known;
     named.Equals("name", "it's");
     referred.In("ref", "Other", "ref");
     known.IsNULL("name").Or(referred);
-    const auto shared = std::make_shared<QuerySqlite>(named);
-    const Condition conditions[] = {
-        {[](Query& q) { q.In("i", "Other", "ref"); }, "i IN (0, 7, 8)"},
-        {[=](Query& q) { q.In("i", "Other", "ref", known); }, "i IN (0, 7, 8)"},
-        {[=](Query& q) { q.In("i", "Other", "ref", named); }, "i IN (0, 7)"},
-        {[=](Query& q) { q.In("i", "main.Other", "Other.ref", shared); }, "i IN (0, 7)"},
-    };
-    return conditions[random() % std::size(conditions)];
+    const auto chosen = random() % 4;
+    chosen == 0   ? q.In("i", "Other", "ref")
+    : chosen == 1 ? q.In("i", "Other", "ref", known)
+    : chosen == 2 ? q.In("i", "Other", "ref", named)
+                  : q.In("i", "main.Other", "Other.ref", std::make_shared<QuerySqlite>(named));
+    return chosen < 2 ? "i IN (0, 7, 8)" : "i IN (0, 7)";
   }
 
-  Condition AnyCondition() {
+  std::string AnyCondition(Query& q) {
     const std::string number(1, "ir"[random() % 2]), bytes(1, "tb"[random() % 2]);
-    const std::string any(1, "irtb"[random() % 4]);
-    const std::string& text = texts.emplace_back(AnyText(2));
+    const std::string any(1, "irtb"[random() % 4]), text = AnyText(2);
     const int64_t integer = AnyInteger();
-    const uint8_t* const data = Data(text);
-    const std::function<Condition()> kinds[] = {
-        [&] { return Compared(number, integer); },
-        [&] { return Compared(number, static_cast<int32_t>(integer)); },
-        [&] { return Compared(number, static_cast<uint32_t>(integer)); },
-        [&] { return Compared(number, static_cast<uint64_t>(integer)); },
-        [&] { return Compared(number, integer % 2 == 0); },
-        [&] { return Compared(number, AnyDouble()); },
-        [&] { return Compared("t", text); },
-        [&] { return Occurring("t", true, text); },
-        [&] { return Occurring(bytes, false, data, Size(text)); },
-        [&] { return Among<long long>("i", [&] { return AnyInteger(); }); },
-        [&] { return Among<std::string>("t", [&] { return AnyText(2); }); },
-        [&] { return AmongThoseOfATable(); },
+    const std::function<std::string()> kinds[] = {
+        [&] { return Compared(q, number, integer); },
+        [&] { return Compared(q, number, static_cast<int32_t>(integer)); },
+        [&] { return Compared(q, number, static_cast<uint32_t>(integer)); },
+        [&] { return Compared(q, number, static_cast<uint64_t>(integer)); },
+        [&] { return Compared(q, number, integer % 2 == 0); },
+        [&] { return Compared(q, number, AnyDouble()); },
+        [&] { return Compared(q, "t", text); },
+        [&] { return Occurring(q, "t", true, text); },
+        [&] { return Occurring(q, bytes, false, Data(text), Size(text)); },
+        [&] { return Among<long long>(q, "i", [&] { return AnyInteger(); }); },
+        [&] { return Among<std::string>(q, "t", [&] { return AnyText(2); }); },
         [&] {
-          const auto add = [=, &text](Query& q) { q.Equals(any, data, Size(text)); };
-          return Condition{add, any + " = " + Bound(data, Size(text))};
+          q.Equals(any, Data(text), Size(text));
+          return any + " = " + Bound(Data(text), Size(text));
         },
         [&] {
-          return Condition{[=](Query& q) { q.IsNULL(any); }, "typeof(" + any + ") = 'null'"};
+          q.IsNULL(any);
+          return "typeof(" + any + ") = 'null'";
         },
     };
     return kinds[random() % std::size(kinds)]();
@@ -245,18 +222,13 @@ class QuerySqliteTest : public testing::Test {
       const std::shared_ptr<Query> pointer = other;
       const bool byPointer = random() % 2 == 0;
       const auto kind = depth == 0 ? 0 : random() % 4;
-      std::string more = kind == 0 ? "" : Compose(depth - 1, *other);
-      std::string word = " AND ";
-      if (kind == 0) {
-        const Condition condition = AnyCondition();
-        condition.add(query);
-        more = condition.meaning;
-      } else if (kind == 1) {
+      std::string more = kind == 0 ? AnyCondition(query) : Compose(depth - 1, *other), word = " AND ";
+      if (kind == 1) {
         byPointer ? query.And(pointer) : query.And(*other);
       } else if (kind == 2) {
         byPointer ? query.Or(pointer) : query.Or(*other);
         word = " OR ";
-      } else {
+      } else if (kind == 3) {
         byPointer ? query.Not(pointer) : query.Not(*other);
         if (!more.empty()) more = "NOT (" + more + ")";
       }
@@ -266,10 +238,6 @@ class QuerySqliteTest : public testing::Test {
   }
 
   std::mt19937 random{20240311};
-  DatabaseSqlite db{":memory:", nullptr};
-  std::vector<double> doubles;
-  // Conditions point to their bytes.
-  std::deque<std::string> texts;
   int32_t lastValue = 0;
 };
 
@@ -296,14 +264,14 @@ TEST_F(QuerySqliteTest, RunsWithMoreValuesThanAStatementTakesParameters) {
     query.In("key", keys);
     StatementText statement;
     query.AppendFilter(statement, QuerySqlite::Values::Bound);
-    EXPECT_EQ(statement.values.size(), count <= QuerySqlite::MostBoundValues ? count : 0);
+    EXPECT_EQ(statement.values.size(), count == 40000 ? 0 : count);
     EXPECT_EQ(Keys(statement), Keys("key >= 100"));
   }
 }
 
 // SQLite takes expressions of 1000 levels, and each link of a plain chain is one.
 TEST_F(QuerySqliteTest, RunsWithAnyNumberOfConditionsAndAlternatives) {
-  for (const int count : {249, 250, 251, 500, 501, 10000}) {
+  for (const int count : {250, 251, 501, 4000}) {
     QuerySqlite every, any, mixed;
     for (int i = 0; i < count; ++i) {
       QuerySqlite one;
@@ -312,10 +280,9 @@ TEST_F(QuerySqliteTest, RunsWithAnyNumberOfConditionsAndAlternatives) {
       any.Or(one);
     }
     mixed.And(any).LessThan("key", 50).Not(every).Or(any).And(any);
-    const std::string keys = Keys("key > " + std::to_string(std::min(count, 100) - 1));
-    EXPECT_EQ(KeysBound(every), keys);
+    EXPECT_EQ(KeysBound(every), Keys("key > 99"));
     EXPECT_EQ(KeysBound(any), Keys("key % 2 = 0"));
-    // SQLite takes seconds to plan it for 10,000.
+    // SQLite takes seconds to plan it for thousands.
     if (count < 1000) {
       EXPECT_EQ(KeysBound(mixed), Keys("key % 2 = 0"));
     }
@@ -336,47 +303,35 @@ TEST_F(QuerySqliteTest, PartsAreAddedInTurn) {
   EXPECT_EQ(TestSupport::Column(db, "SELECT key FROM T " + query.GetLimitSQL()).size(), 150U);
 }
 
-TEST_F(QuerySqliteTest, RefusesNamesThatAreNoNamesAndChangesNothing) {
-  const std::string names[] = {"",    ".",     "a.",  ".a", "a..b", "1a",  "a b",      "a;",
-                               "a--", "\"a\"", "[a]", "a'", "ä",    "a=1", {"a\0b", 3}};
-  for (const std::string& name : names) {
+TEST_F(QuerySqliteTest, RefusesNamesThatAreNoNamesAndNullPointersAndChangesNothing) {
+  using Use = std::function<void(Query&)>;
+  const auto expectRefused = [](const std::string& name, std::initializer_list<Use> uses) {
     QuerySqlite query;
-    EXPECT_THROW(query.IsNULL(name), ArgumentException) << name;
-    EXPECT_THROW(query.Equals(name, 1), ArgumentException) << name;
-    EXPECT_THROW(query.GreaterThan(name, "x"), ArgumentException) << name;
-    EXPECT_THROW(query.EndWith(name, std::string()), ArgumentException) << name;
-    EXPECT_THROW(query.BeginWith(name, WithNul), ArgumentException) << name;
-    EXPECT_THROW(query.In(name, std::vector<std::string>()), ArgumentException) << name;
-    EXPECT_THROW(query.In("a", name, "b"), ArgumentException) << name;
-    EXPECT_THROW(query.In("a", "b", name), ArgumentException) << name;
-    EXPECT_THROW(query.OrderByAsc(name), ArgumentException) << name;
-    EXPECT_THROW(query.Match(name, "x"), ArgumentException) << name;
+    for (const Use& use : uses)
+      EXPECT_THROW(use(query), ArgumentException) << name << ", use " << &use - uses.begin();
     EXPECT_TRUE(query.IsEmpty() && query.GetOrderBySQL().empty());
-  }
-  QuerySqlite query;
+  };
+  const std::string names[] = {"",    ".",     "a.",  ".a", "a..b", "1a",  "a b",  "a;",
+                               "a--", "\"a\"", "[a]", "a'", "ä",    "a=1", WithNul};
   const uint8_t byte = 1;
-  EXPECT_THROW(query.Equals("a", &byte, -1), ArgumentException);
-  EXPECT_THROW(query.BeginWith("a", &byte, -1), ArgumentException);
+  for (const std::string& name : names)
+    expectRefused(
+        name, {[&](Query& q) { q.IsNULL(name); }, [&](Query& q) { q.Equals(name, 1); },
+               [&](Query& q) { q.EndWith(name, std::string()); },
+               [&](Query& q) { q.BeginWith(name, WithNul); }, [&](Query& q) { q.Contains(name, &byte, 1); },
+               [&](Query& q) { q.In(name, std::vector<std::string>()); },
+               [&](Query& q) { q.In("a", name, "b"); }, [&](Query& q) { q.In("a", "b", name); },
+               [&](Query& q) { q.OrderByAsc(name); }, [&](Query& q) { q.Match(name, "x"); }});
   const char* noText = nullptr;
   const std::shared_ptr<Query> noQuery;
-  for (const int32_t length : {-1, 5}) {
-    EXPECT_THROW(query.Equals("a", nullptr, length), ArgumentException);
-    EXPECT_THROW(query.Contains("a", nullptr, length), ArgumentException);
-    EXPECT_THROW(query.BeginWith("a", nullptr, length), ArgumentException);
-    EXPECT_THROW(query.EndWith("a", nullptr, length), ArgumentException);
-  }
-  EXPECT_THROW(query.Equals("a", noText), ArgumentException);
-  EXPECT_THROW(query.LessThan("a", noText), ArgumentException);
-  EXPECT_THROW(query.GreaterThan("a", noText), ArgumentException);
-  EXPECT_THROW(query.LessThanOrEquals("a", noText), ArgumentException);
-  EXPECT_THROW(query.GreaterThanOrEquals("a", noText), ArgumentException);
-  EXPECT_THROW(query.And(noQuery), ArgumentException);
-  EXPECT_THROW(query.Or(noQuery), ArgumentException);
-  EXPECT_THROW(query.Not(noQuery), ArgumentException);
-  EXPECT_THROW(query.In("a", "b", "c", noQuery), ArgumentException);
-  EXPECT_THROW(query.Match("a", WithNul), ArgumentException);
-  EXPECT_TRUE(query.IsEmpty());
-  EXPECT_NO_THROW(query.IsNULL("_a1.B_2.c"));
+  expectRefused(
+      "a",
+      {[&](Query& q) { q.Equals("a", &byte, -1); }, [&](Query& q) { q.BeginWith("a", nullptr, -1); },
+       [&](Query& q) { q.EndWith("a", nullptr, 5); }, [&](Query& q) { q.Equals("a", noText); },
+       [&](Query& q) { q.LessThan("a", noText); }, [&](Query& q) { q.GreaterThanOrEquals("a", noText); },
+       [&](Query& q) { q.And(noQuery); }, [&](Query& q) { q.Or(noQuery); }, [&](Query& q) { q.Not(noQuery); },
+       [&](Query& q) { q.In("a", "b", "c", noQuery); }, [&](Query& q) { q.Match("a", WithNul); }});
+  EXPECT_NO_THROW(QuerySqlite().IsNULL("_a1.B_2.c"));
 }
 
 namespace {
@@ -384,16 +339,11 @@ namespace {
 using Words = std::vector<std::string>;
 
 // Runs of letters and digits in small letters. For ASCII alone.
-Words WordsOf(const std::string& text) {
-  Words words;
-  bool isInside = false;
-  for (const char c : text) {
-    const bool isPart = std::isalnum(static_cast<unsigned char>(c)) != 0;
-    if (isPart && !isInside) words.emplace_back();
-    if (isPart) words.back() += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    isInside = isPart;
-  }
-  return words;
+Words WordsOf(std::string text) {
+  for (char& c : text)
+    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  static const std::regex word("[0-9a-z]+");
+  return {std::sregex_token_iterator(text.begin(), text.end(), word), {}};
 }
 
 // The words of each stretch between blanks; none in a stretch of signs alone.
@@ -405,15 +355,15 @@ std::vector<Words> PhrasesOf(const std::string& text) {
   return phrases;
 }
 
-bool Holds(const std::string& column, const Words& phrase, bool lastIsStart) {
-  const Words words = WordsOf(column);
+// @param lastIsStart  whether the last word of the phrase may be the beginning of one
+bool Holds(const Words& words, const Words& phrase, bool lastIsStart) {
   const auto isSame = [&](const std::string& word, const std::string& sought) {
     return lastIsStart && &sought == &phrase.back() ? word.rfind(sought, 0) == 0 : word == sought;
   };
   return std::search(words.begin(), words.end(), phrase.begin(), phrase.end(), isSame) != words.end();
 }
 
-class FullTextExpressionTest : public testing::Test {
+class FullTextExpressionTest : public TestSupport::OpenSqlite {
  protected:
   // The numbers of the rows that an expression finds, from 1.
   std::string Find(const std::string& expression) {
@@ -423,7 +373,6 @@ class FullTextExpressionTest : public testing::Test {
         db, "SELECT coalesce(group_concat(rowid, ' '), '') FROM Found WHERE " + query.GetFilterSQL());
   }
 
-  DatabaseSqlite db{":memory:", nullptr};
   std::mt19937 random{7};
 };
 
@@ -437,13 +386,13 @@ TEST_F(FullTextExpressionTest, FindsTheRowsThatAModelFinds) {
       text += pieces[random() % std::size(pieces)];
     return text;
   };
-  db.Open();
-  db.ExecuteStatement("CREATE VIRTUAL TABLE Found USING fts5(name, description)");
-  std::vector<Words> rows;
+  Run("CREATE VIRTUAL TABLE Found USING fts5(name, description)");
+  std::vector<std::vector<Words>> rows;
   for (int i = 0; i < 40; ++i) {
-    rows.push_back({any(8), any(8)});
+    const std::string name = any(8), description = any(8);
+    rows.push_back({WordsOf(name), WordsOf(description)});
     CursorSqlite insert(db, "INSERT INTO Found VALUES (:name, :description)");
-    ASSERT_TRUE(insert.Bind("name", rows.back()[0]) && insert.Bind("description", rows.back()[1]));
+    ASSERT_TRUE(insert.Bind("name", name) && insert.Bind("description", description));
     insert.Run();
   }
   int finding = 0;
@@ -453,37 +402,37 @@ TEST_F(FullTextExpressionTest, FindsTheRowsThatAModelFinds) {
     const Words whole = WordsOf(text);
     // One of the two columns, or both.
     const std::size_t column = random() % 3;
-    const auto find = [&](const std::string& expression) {
-      if (column == 2) return Find(expression);
-      return Find(FullTextExpression::InColumn(column == 0 ? "name" : "description", expression));
+    // The row that is looked at.
+    std::size_t row = 0;
+    const auto holdsAs = [&](const Words& words, bool lastIsStart) {
+      return !words.empty() && ((column != 1 && Holds(rows[row][0], words, lastIsStart)) ||
+                                (column != 0 && Holds(rows[row][1], words, lastIsStart)));
     };
-    std::string all, asTyped, begun, some, phrase;
-    for (std::size_t i = 0; i < rows.size() && !whole.empty(); ++i) {
-      const auto add = [&](std::string& found, bool isHit) {
-        if (isHit) found += (found.empty() ? "" : " ") + std::to_string(i + 1);
-      };
-      const auto holdsAs = [&](const Words& words, bool lastIsStart) {
-        return !words.empty() && ((column != 1 && Holds(rows[i][0], words, lastIsStart)) ||
-                                  (column != 0 && Holds(rows[i][1], words, lastIsStart)));
-      };
-      const auto holds = [&](const Words& words) { return holdsAs(words, false); };
-      // Signs alone ask for nothing.
-      const auto allows = [&](const Words& words) { return words.empty() || holds(words); };
-      const auto allowsBegun = [&](const Words& words) { return words.empty() || holdsAs(words, true); };
-      add(all, std::all_of(phrases.begin(), phrases.end(), allows));
-      add(begun, std::all_of(phrases.begin(), phrases.end(), allowsBegun));
-      add(some, std::any_of(phrases.begin(), phrases.end(), holds));
-      add(phrase, holds(whole));
-      add(asTyped, std::all_of(phrases.begin(), phrases.end() - 1, allows) && allowsBegun(phrases.back()));
+    const auto holds = [&](const Words& words) { return holdsAs(words, false); };
+    // Signs alone ask for nothing.
+    const auto allows = [&](const Words& words) { return words.empty() || holds(words); };
+    const auto allowsBegun = [&](const Words& words) { return words.empty() || holdsAs(words, true); };
+    const auto begin = phrases.begin(), end = phrases.end();
+    const std::pair<std::string, std::function<bool()>> cases[] = {
+        {FullTextExpression::AllWords(text), [&] { return std::all_of(begin, end, allows); }},
+        {FullTextExpression::AllWordsBegun(text), [&] { return std::all_of(begin, end, allowsBegun); }},
+        {FullTextExpression::AnyWord(text), [&] { return std::any_of(begin, end, holds); }},
+        {FullTextExpression::Phrase(text), [&] { return holds(whole); }},
+        {FullTextExpression::AllWordsAsTyped(text),
+         [&] { return std::all_of(begin, end - 1, allows) && allowsBegun(phrases.back()); }},
+    };
+    for (const auto& [expression, isHit] : cases) {
+      std::string expected;
+      for (row = 0; row < rows.size() && !whole.empty(); ++row)
+        if (isHit()) expected += (expected.empty() ? "" : " ") + std::to_string(row + 1);
+      const std::string inColumn =
+          column == 2 ? expression
+                      : FullTextExpression::InColumn(column == 0 ? "name" : "description", expression);
+      ASSERT_EQ(Find(inColumn), expected) << inColumn << " for " << text;
+      if (!expected.empty()) ++finding;
     }
-    ASSERT_EQ(find(FullTextExpression::AllWords(text)), all) << text;
-    ASSERT_EQ(find(FullTextExpression::AllWordsBegun(text)), begun) << text;
-    ASSERT_EQ(find(FullTextExpression::AnyWord(text)), some) << text;
-    ASSERT_EQ(find(FullTextExpression::Phrase(text)), phrase) << text;
-    ASSERT_EQ(find(FullTextExpression::AllWordsAsTyped(text)), asTyped) << text;
-    if (!all.empty()) ++finding;
   }
-  EXPECT_GT(finding, 500);
+  EXPECT_GT(finding, 2500);
   std::string many;
   for (int i = 0; i < 3000; ++i)
     many += "w" + std::to_string(i) + " ";
