@@ -1,9 +1,8 @@
 #include "Oru/Common/Databases/Sqlite/TableSqlite.h"
 
 #include "Oru/Common/Databases/Sqlite/PropertiesTableSqlite.h"
-#include "Oru/Common/Databases/Sqlite/TableStatementGenerator.h"
+#include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 
-#include "support/DescribedTable.h"
 #include "support/OpenSqlite.h"
 
 #include <gmock/gmock.h>
@@ -12,18 +11,94 @@
 #include <algorithm>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <random>
+#include <stdexcept>
 
 namespace Oru::Common::Databases::Sqlite {
 
-using TestSupport::Note;
-using TestSupport::NoteTable;
-using TestSupport::NoteView;
 using TestSupport::Value;
+
+// A small entity for tests of the framework.
+struct Note {
+  int64_t key = -1;
+  std::string text;
+  // Stored as NULL, by leaving the parameter unbound, when absent.
+  std::optional<int64_t> weight;
+};
+
+// A view or table of notes whose names and clauses a test sets as it likes.
+template <class Base>
+class Described : public Base {
+ public:
+  using Base::Base;
+  using Base::createStatement;
+  using Base::ReadFromCursor;
+  using Base::selectStatement;
+
+  std::string tableName = "Note";
+  std::vector<std::string> columns = {"key", "text", "weight"};
+  // As many as `columns`; empty for the same.
+  std::vector<std::string> selectColumns;
+  // By the index of the select column; empty or too short for none.
+  std::vector<std::string> aliases;
+  std::string whereClause, groupByClause, joinClause;
+  // The flag of each row that was read.
+  std::vector<bool> lazyFlags;
+
+  const std::string& GetTableName() const override { return tableName; }
+  const std::string& GetColumnName(int32_t index) const override { return columns.at(AsIndex(index)); }
+  int32_t GetColumnsCount() const override { return static_cast<int32_t>(columns.size()); }
+  const std::string& GetObjectIdColumnName() const override { return columns.front(); }
+  const std::string& GetSelectColumnName(int32_t index) const override {
+    return selectColumns.empty() ? GetColumnName(index) : selectColumns.at(AsIndex(index));
+  }
+  const std::string& GetSelectColumnAlias(int32_t index) const override {
+    return AsIndex(index) < aliases.size() ? aliases[AsIndex(index)] : this->EmptyText();
+  }
+  const std::string& GetWhereClause() const override { return whereClause; }
+  const std::string& GetGroupByClause() const override { return groupByClause; }
+  const std::string& GetJoinClause() const override { return joinClause; }
+
+  void ReadFromCursor(const Cursor& cursor, Note& note, bool lazy) override {
+    lazyFlags.push_back(lazy);
+    note.key = cursor.GetInt64("key");
+    note.text = cursor.GetString("text");
+    note.weight = cursor.IsNull("weight") ? std::optional<int64_t>() : cursor.GetInt64("weight");
+  }
+
+ private:
+  static std::size_t AsIndex(int32_t index) { return static_cast<std::size_t>(index); }
+};
+
+// A table of notes, ready for use with its default names.
+class NoteTable : public Described<TableSqlite<Note, Note>> {
+ public:
+  explicit NoteTable(DatabaseSqlite& db) : Described(db) { GenerateStatements(); }
+
+  // Takes names and clauses that were changed into the statements.
+  void Regenerate(bool isAutoIncremented = true) {
+    mAutoIncrementedId = isAutoIncremented;
+    GenerateStatements();
+  }
+
+  bool BindToCursor(Cursor& cursor, Note& note) override {
+    if (note.weight && !cursor.Bind("weight", *note.weight)) return false;
+    if (note.text == "throw") throw std::runtime_error("a note that can't be bound");
+    return cursor.Bind("text", note.text);
+  }
+  void SetObjectId(Note& note, int64_t key) override {
+    if (note.text == "keyless") throw std::runtime_error("a note that takes no key");
+    note.key = key;
+  }
+  int64_t GetObjectId(Note& note) const override { return note.key; }
+};
 
 class TableSqliteTest : public TestSupport::OpenSqlite {
  protected:
-  TableSqliteTest() { Run(NoteTable::CreateText); }
+  TableSqliteTest() {
+    Run("CREATE TABLE Note (key integer primary key autoincrement, text text not null unique, weight integer)");
+  }
 
   NoteTable table{db};
 };
@@ -148,19 +223,19 @@ TEST_F(TableSqliteTest, ConditionsFollowTheViewsOwnClauses) {
 
 TEST_F(TableSqliteTest, AViewIsCreatedReadAndRefusedWithSqlitesText) {
   Run("INSERT INTO Note (text, weight) VALUES ('a', 1), ('b', 2)");
-  NoteView view(db);
+  Described<ViewSqlite<Note>> view(db);
   view.tableName = "Heavy";
   view.selectColumns = {"Note.key", "upper(text)", "weight"};
   view.aliases = {"key", "text"};
   view.joinClause = "FROM Note WHERE weight > 1";
-  view.SetSelect(view.StatementGenerator().GenerateSelectStatement());
-  view.SetCreate(view.StatementGenerator().GenerateCreateStatement());
+  view.selectStatement = view.StatementGenerator().GenerateSelectStatement();
+  view.createStatement = view.StatementGenerator().GenerateCreateStatement();
   view.Create();
   view.Create();
   Note note;
   EXPECT_TRUE(view.GetObject(2, note) && !view.GetObject(1, note) && view.Exists(2) && !view.Exists(1));
   EXPECT_EQ(note.text, "B");
-  view.SetCreate("CREATE VIEW Odd AS SELECT * FRM Note");
+  view.createStatement = "CREATE VIEW Odd AS SELECT * FRM Note";
   EXPECT_THAT([&] { view.Create(); }, testing::ThrowsMessage<NotSupportedException>(
                                           testing::HasSubstr("near \"FRM\": syntax error (in file ")));
 }
@@ -190,8 +265,7 @@ TEST_F(TableSqliteTest, PropertiesHaveOneRowPerNameWhateverTheNameHolds) {
   EXPECT_EQ(Value(db, "SELECT count(*) FROM Props"), std::to_string(names.size()));
 }
 
-TEST(TableStatementGeneratorTest, TextsAreExactToTheCharacter) {
-  NoteTable table;
+TEST_F(TableSqliteTest, StatementsAreExactToTheCharacter) {
   const auto texts = [&](bool isAutoIncremented) {
     table.Regenerate(isAutoIncremented);
     return table.GetSelectStatement() + '|' + table.GetInsertStatement() + '|' + table.GetUpdateStatement() +
