@@ -9,6 +9,7 @@
 #include <iterator>
 #include <set>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 namespace Oru::DataModel::MediaAssets {
@@ -71,12 +72,12 @@ TEST(TimeBoundsArrayTest, OrderDurationsAndValidityAreThoseOfTheInstants) {
     const int64_t to = out != unset ? out : latest;
     const bool isInValid = !isInOutside && areInOrder(in, out);
     const bool isOutValid = !isOutOutside && areInOrder(in, out);
-    ASSERT_EQ(array.HasOverlappingTimeBounds(), overlaps) << round;
-    ASSERT_EQ(array.IsInOutOfTimeBounds(), isInOutside) << round;
-    ASSERT_EQ(array.IsOutOutOfTimeBounds(), isOutOutside) << round;
-    ASSERT_EQ(array.IsInValid(), isInValid) << round;
-    ASSERT_EQ(array.IsOutValid(), isOutValid) << round;
-    ASSERT_EQ(array.IsValid(), isOrdered && !overlaps && isInValid && isOutValid) << round;
+    ASSERT_EQ(
+        std::tuple(array.HasOverlappingTimeBounds(), array.IsInOutOfTimeBounds(),
+                   array.IsOutOutOfTimeBounds(), array.IsInValid(), array.IsOutValid(), array.IsValid()),
+        std::tuple(overlaps, isInOutside, isOutOutside, isInValid, isOutValid,
+                   isOrdered && !overlaps && isInValid && isOutValid))
+        << round;
     ASSERT_EQ(array.GetDuration().ToNanoseconds(), material) << round;
     ASSERT_EQ(array.GetInOutDuration().ToNanoseconds(), from == unset || to == unset ? 0 : to - from)
         << round;

@@ -37,24 +37,21 @@ TEST(DapIdTest, ConstructorsPutEachNumberInItsPlaceOrRefuseIt) {
 // Pages and rows 0 to 9 and banks 1 to 9 are on the grid; bank 0 has a position and no index.
 TEST(DapIdTest, LimitsPositionsAndIndexesOfTheGrid) {
   int index = 0;
-  for (const int page : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 255}) {
-    for (int bank = 0; bank < 11; ++bank) {
-      for (int row = 0; row < 11; ++row) {
-        const DapId id(page, bank, row);
-        const bool hasPosition = page < 10 && bank < 10 && row < 10, isOnGrid = hasPosition && bank > 0;
-        ASSERT_EQ(id.IsValid(), isOnGrid) << id.ToString();
-        ASSERT_EQ(id.Index(), isOnGrid ? index++ : -1) << id.ToString();
-        ASSERT_EQ(id.Position(), hasPosition ? 100 * page + 10 * bank + row : -1) << id.ToString();
-        ASSERT_TRUE(!hasPosition || DapId(id.Position()) == id) << id.ToString();
-      }
-    }
+  for (int number = 0; number < 12 * 11 * 11; ++number) {
+    const int page = number / 121, bank = number / 11 % 11, row = number % 11;
+    const DapId id(page == 11 ? 255 : page, bank, row);
+    const bool hasPosition = page < 10 && bank < 10 && row < 10, isOnGrid = hasPosition && bank > 0;
+    ASSERT_EQ(id.IsValid(), isOnGrid) << id.ToString();
+    ASSERT_EQ(id.Index(), isOnGrid ? index++ : -1) << id.ToString();
+    ASSERT_EQ(id.Position(), hasPosition ? 100 * page + 10 * bank + row : -1) << id.ToString();
+    ASSERT_TRUE(!hasPosition || DapId(id.Position()) == id) << id.ToString();
   }
   EXPECT_EQ(index, 900);
   for (int number = 0; number < 256; ++number) {
     const DapId id(1, 1, 1, static_cast<char>(number));
     const int channel = number >= 'A' && number <= 'L' ? number - 'A' + 1 : 0;
-    EXPECT_EQ(id.IsValid(), channel > 0 || number == 0) << number;
     EXPECT_TRUE(id.HasCamera() == (number != 0) && id.Channel() == channel) << number;
+    EXPECT_EQ(id.IsValid(), channel > 0 || number == 0) << number;
   }
 }
 
@@ -66,13 +63,12 @@ TEST(DapIdTest, TheTextsOfIdentifiersAndNoOthersAreRead) {
   std::vector<std::string> texts;
   constexpr std::size_t count = 3 * 7 * 7 * 7 * 13;
   for (std::size_t choice = 0; choice < count; ++choice) {
-    const ZuServerId server = choice % 3 == 0 ? ZuServerId() : ZuServerId(choice % 3 == 1 ? 110 : 2147483640);
-    const int page = numbers[choice / 3 % 7], bank = numbers[choice / 21 % 7],
-              row = numbers[choice / 147 % 7];
-    const DapId id(server, page, bank, row, cameras[choice / 1029]);
+    const ZuServerId servers[] = {ZuServerId(), ZuServerId(110), ZuServerId(2147483640)};
+    const DapId id(servers[choice % 3], numbers[choice / 3 % 7], numbers[choice / 21 % 7],
+                   numbers[choice / 147 % 7], cameras[choice / 1029]);
     ASSERT_EQ(DapId(id.ToString()), id) << id.ToString();
     ASSERT_EQ(DapId::FromUri(id.ToUri()), id) << id.ToUri();
-    ASSERT_EQ(DapId(id.ToShortString()), DapId(page, bank, row, id.Camera())) << id.ToShortString();
+    ASSERT_EQ(DapId(id.ToShortString()), DapId(id.Page(), id.Bank(), id.Row(), id.Camera()));
     texts.insert(texts.end(), {id.ToString(), id.ToUri()});
   }
   EXPECT_EQ(DapId(254, 10, 255, '\xff').ToString() + ", " + DapId(ZuServerId(110), 1, 1, 1, 'A').ToUri(),
@@ -115,18 +111,16 @@ TEST(DapIdTest, TheTextsOfIdentifiersAndNoOthersAreRead) {
 }
 
 TEST(ZuServerIdTest, ValidNumbersAreTheMultiplesOfTenAboveZeroAndReadBack) {
-  for (const int valid : {10, 110, 2147483640}) {
-    const ZuServerId id(valid);
-    EXPECT_EQ(id.ToUri(), "zuserver://" + std::to_string(valid));
-    EXPECT_TRUE(ZuServerId(id.ToString()) == id && ZuServerId::FromUri(id.ToUri()) == id);
-  }
+  for (const int valid : {10, 110, 2147483640})
+    EXPECT_EQ(ZuServerId::FromUri("zuserver://" + std::to_string(valid)), ZuServerId(std::to_string(valid)));
+  EXPECT_EQ(ZuServerId("110").ToUri(), "zuserver://110");
   for (const int invalid : {0, -10, 15, 2147483647, -2147483647 - 1}) {
     EXPECT_FALSE(ZuServerId::IsValid(invalid)) << invalid;
     ExpectRefused([&] { ZuServerId id(invalid); },
                   "Invalid server serial number " + std::to_string(invalid) + ".");
   }
   for (const std::string uri :
-       {"110", "zuserver:110", "ZUSERVER://110", "dap://110", "zuserver://110/", "zuserver://2147483650"})
+       {"110", "zuserver:110", "ZUSERVER://110", "zuserver://110/", "zuserver://2147483650"})
     ExpectRefused([&] { ZuServerId::FromUri(uri); }, "\"" + uri + "\"");
 }
 
