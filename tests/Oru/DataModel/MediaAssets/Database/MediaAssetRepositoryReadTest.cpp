@@ -8,6 +8,7 @@
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
 #include "support/RandomAsset.h"
+#include "support/SearchPages.h"
 
 #include <gtest/gtest.h>
 
@@ -20,17 +21,11 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
+using TestSupport::Ids;
 using TestSupport::MakeClip;
 
 class MediaAssetRepositoryReadTest : public TestSupport::OpenDatabase {
  protected:
-  static std::vector<std::string> Ids(const std::vector<MediaAsset>& found) {
-    std::vector<std::string> ids;
-    for (const MediaAsset& asset : found)
-      ids.push_back(asset.Id().Value());
-    return ids;
-  }
-
   MediaAssetRepository repository{database};
 };
 
@@ -192,7 +187,6 @@ TEST_F(MediaAssetSearchModelTest, SearchesFindWhatPlainCodeFinds) {
       conditions.emplace_back([](auto& asset) { return Has(asset, "goal"); });
     }
     auto expected = Expected(order, direction, conditions);
-    const auto total = static_cast<int64_t>(expected.size());
     SCOPED_TRACE(testing::Message() << "round " << round << ", order " << static_cast<int>(order));
 
     const auto all = Ids(repository.Find(search).assets);
@@ -203,32 +197,20 @@ TEST_F(MediaAssetSearchModelTest, SearchesFindWhatPlainCodeFinds) {
       expected = all;
     }
     ASSERT_EQ(all, expected) << log.Text();
-    EXPECT_EQ(repository.Count(search), total);
+    EXPECT_EQ(repository.Count(search), static_cast<int64_t>(expected.size()));
     std::vector<MediaAsset> walked;
     for (MediaAsset& asset : repository.Each(search))
       walked.push_back(std::move(asset));
     EXPECT_EQ(Ids(walked), expected);
 
-    // Page by page, by places and each page after the last asset of the one before.
-    const int64_t length = 1 + Below(40);
     const auto parts = Below(2) == 0 ? MediaAssetParts::Row : MediaAssetParts::All;
-    std::vector<std::string> byPlace, byPosition;
-    MediaAssetSearch next = search;
-    next.Limit(length);
-    for (int64_t place = 0; place <= total; place += length) {
-      const auto at = repository.Find(MediaAssetSearch(search).Limit(length, place), parts);
-      const auto after = repository.Find(next, parts);
-      EXPECT_EQ(at.total, total);
-      EXPECT_EQ(after.total, total);
-      for (const std::string& id : Ids(at.assets))
-        byPlace.push_back(id);
-      for (const std::string& id : Ids(after.assets))
-        byPosition.push_back(id);
-      if (after.assets.empty()) break;
-      next.After(after.assets.back());
-    }
-    EXPECT_EQ(byPlace, expected);
-    EXPECT_EQ(byPosition, expected);
+    const auto limited = [&](auto length, auto offset) {
+      return MediaAssetSearch(search).Limit(length, offset);
+    };
+    TestSupport::ExpectPages(
+        expected, 1 + Below(40), Below(3),
+        [&](auto... limit) { return repository.Find(limited(limit...), parts); },
+        [&](auto& last, auto... limit) { return repository.Find(limited(limit...).After(last), parts); });
   }
 }
 
