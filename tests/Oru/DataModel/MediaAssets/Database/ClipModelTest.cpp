@@ -101,8 +101,10 @@ class ClipWalk {
         CheckAlone(each, clip.first);
     }
     EXPECT_TRUE(desks.back().table.DeleteAll());
-    for (const char* table : {"Essence", "Annotation", "DapOperatorKeywords", "TrackChannel"})
-      EXPECT_EQ(CountOf(desks.front(), table), 0U) << table;
+    EXPECT_EQ(Value(desks.front().database,
+                    "SELECT (SELECT count(*) FROM Essence) + (SELECT count(*) FROM Annotation)"
+                    " + (SELECT count(*) FROM DapOperatorKeywords) + (SELECT count(*) FROM TrackChannel)"),
+              "0");
   }
 
   std::string Last() const { return action + "\n" + log.Text(); }
@@ -122,10 +124,6 @@ class ClipWalk {
     const bool isThroughTables = ways == Ways::Tables || (ways == Ways::Both && random.Chance(2));
     const auto& operations = isThroughTables ? throughTables : throughRepositories;
     (this->*operations[random.Below(std::size(operations))])();
-  }
-
-  static std::size_t CountOf(Desk& from, const std::string& table) {
-    return std::stoul(Value(from.database, "SELECT count(*) FROM " + table));
   }
 
   // All that is stored, and no other rows.
@@ -152,23 +150,6 @@ class ClipWalk {
     CheckGroups(from);
     CheckIds(from, "MediaResource", model.resources);
     CheckIds(from, "Track", model.tracks);
-    std::size_t resourceLinks = 0, trackLinks = 0, streams = 0, essences = 0;
-    for (const auto& clip : model.clips) {
-      resourceLinks += clip.second.resources.size();
-      trackLinks += clip.second.tracks.size();
-    }
-    for (const auto& resource : model.resources) {
-      streams += resource.second->Streams().size();
-      for (const auto& stream : resource.second->Streams())
-        essences += static_cast<std::size_t>(stream->Essences().Size());
-    }
-    const std::pair<const char*, std::size_t> counts[] = {{"MediaAsset", model.clips.size()},
-                                                          {"RelationMediaAssetMediaResource", resourceLinks},
-                                                          {"RelationAssetTrack", trackLinks},
-                                                          {"Stream", streams},
-                                                          {"Essence", essences}};
-    for (const auto& [table, count] : counts)
-      ASSERT_EQ(CountOf(from, table), count) << table;
     ASSERT_TRUE(Column(from.database, "PRAGMA foreign_key_check").empty());
   }
 

@@ -40,22 +40,17 @@ class MediaAssetFederationTest : public testing::Test {
       DataModelDatabase database(connections.back(), nullptr);
       database.Open();
       MediaAssetRepository repository(database);
-      std::vector<MediaAsset> assets;
-      for (int i = 0; i < 40; ++i)
-        assets.push_back(AnyAsset(file));
-      EXPECT_TRUE(repository.PutAll(assets).empty());
-      EXPECT_TRUE(all.PutAll(assets).empty());
+      std::vector<MediaAsset> assets(40);
+      for (MediaAsset& asset : assets) {
+        asset = random.Similar();
+        // With its file at the end of its identifier.
+        asset.Id(MediaAssetId(asset.Id().Value() + "@" + std::to_string(file)));
+        asset.MediaResources().Clear();
+        if (random.Chance(3)) asset.InBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
+        if (random.Chance(3)) asset.OutBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
+      }
+      EXPECT_TRUE(repository.PutAll(assets).empty() && all.PutAll(assets).empty());
     }
-  }
-
-  // With its file at the end of its identifier.
-  MediaAsset AnyAsset(std::size_t file) {
-    MediaAsset asset = random.Similar();
-    asset.Id(MediaAssetId(asset.Id().Value() + "@" + std::to_string(file)));
-    asset.MediaResources().Clear();
-    if (random.Chance(3)) asset.InBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
-    if (random.Chance(3)) asset.OutBoundary(TimePoints::TimePoint::FromNanoseconds(random.Int64()));
-    return asset;
   }
 
   TestSupport::RandomAssets random{7};

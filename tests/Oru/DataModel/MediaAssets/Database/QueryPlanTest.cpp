@@ -169,11 +169,9 @@ TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
     Count(name, [&] {
       const auto query = database.NewQuery();
       ask(*query);
-      query->Limit(50, 0);
-      const auto cursor = assets.OpenObjectCursor(*query);
-      MediaAsset asset;
+      const auto cursor = assets.OpenObjectCursor(query->Limit(50, 0));
       int count = 0;
-      while (cursor->Next(asset))
+      for (MediaAsset asset; cursor->Next(asset);)
         ++count;
       EXPECT_EQ(count, 50) << name;
       EXPECT_TRUE(query->IsEmpty() || cursor->GetTotalItemsCount() >= 50) << name;
