@@ -122,8 +122,7 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
   const uint8_t bytes[] = {1, 0, 0xfe};
   const auto expectBindsUntil = [&](auto reset, auto& cursor, auto a, auto b, auto step) {
     const auto result = [&](bool isBound) {
-      EXPECT_TRUE(isBound && step());
-      const std::string text = cursor.GetString("s");
+      const std::string text = isBound && step() ? cursor.GetString("s") : "(not bound)";
       reset();
       return text;
     };
@@ -205,22 +204,18 @@ TEST_F(CursorSqliteTest, WithoutAStatementItIsClosedAndSaysWhy) {
 }
 
 TEST_F(CursorSqliteTest, AStepThatFailsIsLoggedAndTheCursorWorksOn) {
-  CursorSqlite insert(db, "INSERT INTO T (k) VALUES (:k)");
-  insert.Bind("k", 1);
-  EXPECT_THROW(insert.Run(), InvalidOperationException);
-  EXPECT_THAT(log.Lines(), testing::ElementsAre(HasSubstr(" 0xC0090118 UNIQUE constraint failed: T.k")));
-  EXPECT_TRUE(insert.IsOpened());
-  insert.Reset();
-  insert.Bind("k", 100);
-  insert.Run();
-  insert.Close();
+  const std::string text = "SELECT abs(v) FROM (SELECT 1 AS v UNION ALL SELECT -9223372036854775807 - 1)";
+  {
+    CursorSqlite select(db, text);
+    for (int i = 0; i < 2; ++i) {
+      EXPECT_TRUE(select.Step());
+      EXPECT_THROW(select.Step(), InvalidOperationException);
+      EXPECT_TRUE(select.IsNull(0));
+      EXPECT_EQ(log.Lines().size(), i + 1U);
+    }
+  }
   for (sqlite3_stmt* kept = nullptr; (kept = sqlite3_next_stmt(db.Handle(), kept));)
-    EXPECT_STRNE(sqlite3_sql(kept), "INSERT INTO T (k) VALUES (:k)");
-  CursorSqlite select(db, "SELECT abs(v) FROM (SELECT 1 AS v UNION ALL SELECT -9223372036854775807 - 1)");
-  EXPECT_TRUE(select.Step());
-  EXPECT_THROW(select.Step(), InvalidOperationException);
-  EXPECT_TRUE(select.IsNull(0));
-  EXPECT_TRUE(select.Step());
+    EXPECT_NE(sqlite3_sql(kept), text);
   EXPECT_THROW(CursorSqlite(db, "SELECT 1").Run(), InvalidOperationException);
 }
 

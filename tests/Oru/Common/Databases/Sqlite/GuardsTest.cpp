@@ -230,11 +230,10 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
       if (wasThere || isThere) difference[row] = !wasThere ? '+' : isThere ? '~' : '-';
     }
     // It isn't known what a statement that failed half-way has left of the rows.
-    for (auto row = reported.begin(); row != reported.end();) {
-      const auto known = difference.find(row->first);
-      const bool mayDiffer = isUncertain && row->second == '?';
-      if (mayDiffer && known != difference.end()) row->second = known->second;
-      row = mayDiffer && known == difference.end() ? reported.erase(row) : std::next(row);
+    for (const auto& [row, kind] : std::map<Row, char>(reported)) {
+      if (!isUncertain || kind != '?') continue;
+      reported.erase(row);
+      difference.erase(row);
     }
     EXPECT_EQ(reported, difference);
     reported.clear();
@@ -310,24 +309,18 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
 
 TEST_P(GuardsModelTest, StoreShowAndReportWhatTheModelSays) {
   for (int step = 0; step < 12000; ++step) {
-    const int action = Any(32);
-    if (action < 8 && !IsOpen()) {
+    const int action = Any(128);
+    if (action < 32 && !IsOpen())
       mode == Mode::Free ? Begin() : mode == Mode::Reading ? Read() : End();
-    } else if (action < 14) {
-      Write();
-    } else if (action < 15) {
-      Begin();
-    } else if (action < 16) {
-      End();
-    } else if (action < 27) {
-      UseSavepoint();
-    } else if (action < 29) {
-      Read();
-    } else if (action < 31) {
-      OtherWorks();
-    } else if (Any(4) == 0) {
-      Reopen();
-    }
+    else
+      action < 56    ? Write()
+      : action < 60  ? Begin()
+      : action < 64  ? End()
+      : action < 108 ? UseSavepoint()
+      : action < 116 ? Read()
+      : action < 124 ? OtherWorks()
+      : action < 125 ? Reopen()
+                     : void();
     Check();
     ASSERT_FALSE(HasFailure()) << "step " << step << ", action " << action << ", mode "
                                << static_cast<int>(mode);

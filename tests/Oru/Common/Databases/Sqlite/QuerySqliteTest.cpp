@@ -363,28 +363,25 @@ bool Holds(const Words& words, const Words& phrase, bool lastIsStart) {
   return std::search(words.begin(), words.end(), phrase.begin(), phrase.end(), isSame) != words.end();
 }
 
-class FullTextExpressionTest : public TestSupport::OpenSqlite {
- protected:
-  // The numbers of the rows that an expression finds, from 1.
-  std::string Find(const std::string& expression) {
-    QuerySqlite query;
-    query.Match("Found", expression);
-    return TestSupport::Value(
-        db, "SELECT coalesce(group_concat(rowid, ' '), '') FROM Found WHERE " + query.GetFilterSQL());
-  }
-
-  std::mt19937 random{7};
-};
+using FullTextExpressionTest = TestSupport::OpenSqlite;
 
 // A row is a text for each of two columns.
 TEST_F(FullTextExpressionTest, FindsTheRowsThatAModelFinds) {
   const std::string pieces[] = {"a", "b",  "A", "aB", "ab", "b1", "1", "-",
                                 "_", "\"", "*", ":",  " ",  " ",  "OR"};
+  std::mt19937 random{7};
   const auto any = [&](std::size_t most) {
     std::string text;
     for (auto count = random() % (most + 1); count > 0; --count)
       text += pieces[random() % std::size(pieces)];
     return text;
+  };
+  // The numbers of the rows that an expression finds, from 1.
+  const auto find = [&](const std::string& expression) {
+    QuerySqlite query;
+    query.Match("Found", expression);
+    return TestSupport::Value(
+        db, "SELECT coalesce(group_concat(rowid, ' '), '') FROM Found WHERE " + query.GetFilterSQL());
   };
   Run("CREATE VIRTUAL TABLE Found USING fts5(name, description)");
   std::vector<std::vector<Words>> rows;
@@ -428,7 +425,7 @@ TEST_F(FullTextExpressionTest, FindsTheRowsThatAModelFinds) {
       const std::string inColumn =
           column == 2 ? expression
                       : FullTextExpression::InColumn(column == 0 ? "name" : "description", expression);
-      ASSERT_EQ(Find(inColumn), expected) << inColumn << " for " << text;
+      ASSERT_EQ(find(inColumn), expected) << inColumn << " for " << text;
       if (!expected.empty()) ++finding;
     }
   }
@@ -436,7 +433,7 @@ TEST_F(FullTextExpressionTest, FindsTheRowsThatAModelFinds) {
   std::string many;
   for (int i = 0; i < 3000; ++i)
     many += "w" + std::to_string(i) + " ";
-  EXPECT_EQ(Find(FullTextExpression::AllWords(many)) + Find(FullTextExpression::AnyWord(many)), "");
+  EXPECT_EQ(find(FullTextExpression::AllWords(many)) + find(FullTextExpression::AnyWord(many)), "");
   for (const char* name : {"", "a b", "Found.name", "name\"", "{name}"})
     EXPECT_THROW(FullTextExpression::InColumn(name, "goal"), ArgumentException) << name;
 }
