@@ -8,31 +8,12 @@
 // before a line of the libraries has run. Changes to single values, by a plain connection, get past that: to
 // rows that are well-formed and hold what the libraries would never have written.
 #include "Oru/Common/Databases/Sqlite/ObjectCursorSqlite.h"
-#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
 #include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
 
 #include "reliability/Clips.h"
-#include "support/AssetReading.h"
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
 
-#include <sqlite3.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
-#include <functional>
-#include <limits>
-#include <memory>
-#include <optional>
 #include <sanitizer/asan_interface.h>
-#include <sstream>
-#include <string>
-#include <vector>
 
 using namespace Oru;
 using namespace Oru::Common::Databases::Sqlite;

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "support/Prelude.h"
+
 #include <csignal>
 #include <cstring>
 #include <exception>
-#include <functional>
-#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 

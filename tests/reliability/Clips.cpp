@@ -1,15 +1,5 @@
 #include "reliability/Clips.h"
 
-#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
-
-#include "support/ClipBuilder.h"
-
-#include <sqlite3.h>
-
-#include <cstdlib>
-#include <filesystem>
-
 namespace Oru::Reliability {
 
 using namespace DataModel::MediaAssets;

@@ -1,12 +1,6 @@
 #pragma once
 
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
-#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-#include "Oru/DataModel/MediaAssets/MediaAsset.h"
-
-#include <memory>
-#include <string>
-#include <vector>
+#include "support/DatabasePrelude.h"
 
 namespace Oru::Reliability {
 

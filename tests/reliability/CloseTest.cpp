@@ -1,20 +1,4 @@
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/ObjectClosedException.h"
-#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
-
 #include "reliability/Clips.h"
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
-#include <optional>
 
 namespace Oru::Reliability {
 

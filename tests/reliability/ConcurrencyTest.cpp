@@ -1,22 +1,7 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "reliability/ChildProcess.h"
 #include "reliability/Clips.h"
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <chrono>
-#include <functional>
-#include <memory>
-#include <thread>
-#include <vector>
 
 namespace Oru::Reliability {
 

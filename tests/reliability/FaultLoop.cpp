@@ -3,23 +3,6 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
-
-#include "support/AssetReading.h"
-#include "support/CapturedLog.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <filesystem>
-#include <iostream>
-#include <memory>
-#include <typeinfo>
 
 namespace Oru::Reliability {
 

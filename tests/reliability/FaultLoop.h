@@ -2,10 +2,6 @@
 
 #include "reliability/Clips.h"
 
-#include <functional>
-#include <string>
-#include <vector>
-
 namespace Oru::Reliability {
 
 /// Says which of the operations that may fail do so.

@@ -1,18 +1,4 @@
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/ObjectClosedException.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/VideoEssence.h"
-
 #include "reliability/Clips.h"
-#include "support/AssetReading.h"
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <stdexcept>
 
 namespace Oru::Reliability {
 

@@ -1,10 +1,5 @@
 #include "reliability/FaultLoop.h"
 
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <map>
-
 namespace Oru::Reliability {
 
 namespace {

@@ -1,8 +1,5 @@
 #include "reliability/FaultLoop.h"
 
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
 namespace Oru::Reliability {
 
 namespace {

@@ -1,17 +1,5 @@
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-
 #include "reliability/ChildProcess.h"
 #include "reliability/Clips.h"
-#include "support/CapturedLog.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <map>
-#include <random>
-#include <sstream>
-#include <thread>
 
 namespace Oru::Reliability {
 

@@ -1,18 +1,8 @@
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "reliability/Clips.h"
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
 
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <functional>
 #include <future>
-#include <string>
 
 namespace Oru::Reliability {
 

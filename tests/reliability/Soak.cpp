@@ -3,37 +3,16 @@
 // with a write-ahead log. The threads save, delete, read, search, copy, check and open at random; now and then a
 // process is killed and another takes its place. What the file holds is compared all the time with what was
 // acknowledged, and the processes must not grow. Ends with 0 when nothing was lost.
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
 #include "reliability/ChildProcess.h"
 #include "reliability/Clips.h"
-#include "support/TemporaryDirectory.h"
-
-#include <sqlite3.h>
 
 #include <array>
-#include <atomic>
-#include <chrono>
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
-#include <iterator>
-#include <memory>
 #include <mutex>
 #include <new>
-#include <random>
-#include <sstream>
-#include <string>
 #include <sys/mman.h>
-#include <thread>
 #include <unistd.h>
-#include <vector>
 
 // A long memory of what was freed would look like growth.
 extern "C" const char* __asan_default_options();

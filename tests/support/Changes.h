@@ -1,13 +1,7 @@
 #pragma once
 
 #include "support/EntityFields.h"
-
-#include <gtest/gtest.h>
-
-#include <cstddef>
-#include <functional>
-#include <type_traits>
-#include <vector>
+#include "support/Prelude.h"
 
 namespace Oru::TestSupport {
 

@@ -1,16 +1,8 @@
 #pragma once
 
-#include "Oru/DataModel/MediaAssets/MediaAsset.h"
 #include "Oru/DataModel/MediaAssets/MediaAssetGroup.h"
 
-#include <algorithm>
-#include <functional>
-#include <iterator>
-#include <map>
-#include <memory>
-#include <set>
-#include <string>
-#include <utility>
+#include "support/DatabasePrelude.h"
 
 namespace Oru::TestSupport {
 

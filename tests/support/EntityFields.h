@@ -6,13 +6,8 @@
 #include "Oru/DataModel/MediaAssets/MediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
 
+#include "support/Prelude.h"
 #include "support/RandomValues.h"
-
-#include <algorithm>
-#include <functional>
-#include <memory>
-#include <type_traits>
-#include <vector>
 
 namespace Oru::TestSupport {
 

@@ -1,10 +1,6 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <string>
-#include <type_traits>
+#include "support/Prelude.h"
 
 namespace Oru::TestSupport {
 

@@ -1,13 +1,6 @@
 #pragma once
 
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <string>
+#include "support/Prelude.h"
 
 namespace Oru::TestSupport {
 

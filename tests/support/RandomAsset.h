@@ -4,12 +4,7 @@
 #include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
 
 #include "support/EntityFields.h"
-
-#include <cstddef>
-#include <cstdint>
-#include <memory>
-#include <string>
-#include <vector>
+#include "support/Prelude.h"
 
 namespace Oru::TestSupport {
 

@@ -6,16 +6,7 @@
 #include "Oru/DataModel/MediaAssets/TimeBoundsArray.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <iterator>
-#include <limits>
-#include <memory>
-#include <random>
-#include <set>
-#include <string>
-#include <type_traits>
-#include <utility>
+#include "support/Prelude.h"
 
 namespace Oru::TestSupport {
 

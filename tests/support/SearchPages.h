@@ -2,13 +2,7 @@
 
 #include "Oru/DataModel/MediaAssets/Database/FederatedAsset.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <string>
-#include <type_traits>
-#include <vector>
+#include "support/Prelude.h"
 
 namespace Oru::TestSupport {
 

@@ -2,9 +2,7 @@
 
 #include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "support/Prelude.h"
 
 // What clips are made of.
 namespace Catalogue {

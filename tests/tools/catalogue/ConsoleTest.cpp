@@ -1,11 +1,6 @@
 #include "Progress.h"
 #include "TextForms.h"
-
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <sstream>
-#include <string>
+#include "support/Prelude.h"
 
 // What is printed: progress, and texts from files and people.
 namespace Catalogue {

@@ -1,13 +1,7 @@
 #include "FormatMapping.h"
 
+#include "support/Prelude.h"
 #include "support/StoredHash.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <sstream>
-#include <string>
-#include <vector>
 
 namespace Catalogue {
 namespace {

@@ -4,20 +4,13 @@
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 
+#include "support/Prelude.h"
 #include "tests/support/AssetReading.h"
 #include "tests/support/ClipBuilder.h"
 #include "tests/support/EditFields.h"
 #include "tests/support/RandomAsset.h"
 #include "tests/support/SqlValues.h"
 #include "tests/support/StoredHash.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace Catalogue {
 namespace {

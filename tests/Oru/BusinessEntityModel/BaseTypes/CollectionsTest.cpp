@@ -5,18 +5,7 @@
 #include "Oru/BusinessEntityModel/BaseTypes/SortedVectorSharedPointer.h"
 #include "Oru/BusinessEntityModel/BaseTypes/SortedVectorWeakPointer.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <functional>
-#include <map>
-#include <memory>
-#include <random>
-#include <stdexcept>
-#include <string>
-#include <utility>
-#include <vector>
+#include "support/Prelude.h"
 
 // Sorted vectors, arrays and dictionaries, each beside a container of the standard library.
 namespace Oru::BusinessEntityModel::BaseTypes {

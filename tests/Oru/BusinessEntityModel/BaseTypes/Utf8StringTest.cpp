@@ -1,11 +1,8 @@
 #include "Oru/BusinessEntityModel/BaseTypes/Utf8String.h"
 
-#include <gtest/gtest.h>
+#include "support/Prelude.h"
 
-#include <string>
 #include <unordered_set>
-#include <utility>
-#include <vector>
 
 namespace Oru::BusinessEntityModel::BaseTypes {
 namespace {

@@ -5,18 +5,10 @@
 #include "Oru/BusinessEntityModel/BaseTypes/SharedReference.h"
 #include "Oru/BusinessEntityModel/BaseTypes/StringAssociation.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "support/Prelude.h"
 
-#include <algorithm>
 #include <future>
-#include <memory>
-#include <set>
-#include <stdexcept>
-#include <string>
 #include <unordered_map>
-#include <utility>
-#include <vector>
 
 // Names, identifiers, references and optional values.
 namespace Oru::BusinessEntityModel::BaseTypes {

@@ -3,11 +3,7 @@
 #include "support/Changes.h"
 #include "support/EditFields.h"
 #include "support/EnumerationNames.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <utility>
+#include "support/Prelude.h"
 
 namespace Oru::BusinessEntityModel::Edits {
 namespace {

@@ -1,10 +1,4 @@
-#include "Oru/Common/Databases/NotSupportedException.h"
-
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/ObjectClosedException.h"
-
-#include <gtest/gtest.h>
+#include "support/Prelude.h"
 
 namespace Oru::Common::Databases {
 

@@ -9,17 +9,9 @@
 
 #include "support/Changes.h"
 #include "support/EnumerationNames.h"
+#include "support/Prelude.h"
 #include "support/RandomAsset.h"
 #include "support/StoredHash.h"
-
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <typeinfo>
-#include <utility>
 
 // What the entities have in common: comparison, copies and clones; and the rules of single ones.
 namespace Oru::DataModel::MediaAssets {

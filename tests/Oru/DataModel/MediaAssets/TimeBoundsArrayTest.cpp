@@ -1,16 +1,7 @@
 #include "Oru/DataModel/MediaAssets/TimeBoundsArray.h"
 
+#include "support/Prelude.h"
 #include "support/RandomValues.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdint>
-#include <iterator>
-#include <set>
-#include <stdexcept>
-#include <tuple>
-#include <utility>
 
 namespace Oru::DataModel::MediaAssets {
 namespace {

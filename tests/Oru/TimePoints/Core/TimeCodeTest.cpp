@@ -2,13 +2,9 @@
 #include "Oru/TimePoints/Core/Formatters/ClockTimeCodeFormatter.h"
 #include "Oru/TimePoints/Core/Parsers/ClockTimeCodeParser.h"
 
-#include <gmock/gmock.h>
+#include "support/Prelude.h"
 
 #include <ctime>
-#include <limits>
-#include <string>
-#include <tuple>
-#include <vector>
 
 // Time codes: counting, building, and the texts of them.
 namespace Oru::TimePoints {

@@ -9,12 +9,9 @@
 #include "Oru/TimePoints/Core/RatedTimePoint.h"
 #include "Oru/TimePoints/Core/VideoRates.h"
 
-#include <gmock/gmock.h>
+#include "support/Prelude.h"
 
 #include <ctime>
-#include <limits>
-#include <random>
-#include <vector>
 
 // Instants, durations, rates, and the calendar; and the texts of them.
 namespace Oru::TimePoints {

@@ -1,28 +1,12 @@
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 
-#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
+#include "support/DatabasePrelude.h"
 #include "support/EditFields.h"
-#include "support/OpenDatabase.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-#include <memory>
-#include <set>
-#include <stdexcept>
-#include <string>
-#include <typeinfo>
-#include <vector>
 
 namespace Oru::BusinessEntityModel::Edits::Database {
 

@@ -1,23 +1,9 @@
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "support/OpenSqlite.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <functional>
-#include <memory>
-#include <optional>
-#include <stdexcept>
-#include <thread>
-#include <utility>
-#include <vector>
+#include "support/Prelude.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

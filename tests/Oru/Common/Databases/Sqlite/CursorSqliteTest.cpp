@@ -1,24 +1,11 @@
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
-
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/ObjectClosedException.h"
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/ObjectCursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/RawCursorSqlite.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
 
 #include "support/OpenSqlite.h"
+#include "support/Prelude.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <functional>
-#include <memory>
 #include <regex>
-#include <sstream>
-#include <utility>
 
 namespace Oru::Common::Databases::Sqlite {
 

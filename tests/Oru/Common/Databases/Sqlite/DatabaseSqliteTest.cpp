@@ -1,25 +1,5 @@
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
-
 #include "support/OpenSqlite.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <atomic>
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <set>
-#include <thread>
-#include <tuple>
-#include <utility>
-#include <vector>
+#include "support/Prelude.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

@@ -1,23 +1,8 @@
-#include "Oru/Common/Databases/InvalidOperationException.h"
 #include "Oru/Common/Databases/Sqlite/ChangeListener.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
 
 #include "support/OpenSqlite.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <map>
-#include <memory>
-#include <optional>
-#include <random>
-#include <set>
+#include "support/Prelude.h"
 
 // Transactions, savepoints and readings, with what is reported of them.
 namespace Oru::Common::Databases::Sqlite {

@@ -1,29 +1,12 @@
-#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
-
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/Sqlite/CursorSqlite.h"
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 
 #include "support/OpenSqlite.h"
+#include "support/Prelude.h"
 
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <functional>
-#include <iterator>
-#include <limits>
-#include <memory>
 #include <numeric>
-#include <random>
 #include <regex>
-#include <sstream>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace Oru::Common::Databases::Sqlite {
 

@@ -4,16 +4,7 @@
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 
 #include "support/OpenSqlite.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <iterator>
-#include <map>
-#include <optional>
-#include <random>
-#include <stdexcept>
+#include "support/Prelude.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

@@ -1,21 +1,7 @@
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/Sqlite/DatabaseSqlite.h"
-
 #include "support/OpenSqlite.h"
+#include "support/Prelude.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <sys/stat.h>
-#include <thread>
 
 // What DatabaseSqlite promises of its check, its rebuild and its backup.
 namespace Oru::Common::Databases::Sqlite {

@@ -1,29 +1,11 @@
 #include "support/ClipModel.h"
 
-#include "Oru/Common/Databases/Sqlite/QuerySqlite.h"
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
 
-#include "support/AssetReading.h"
-#include "support/CapturedLog.h"
+#include "support/DatabasePrelude.h"
 #include "support/RandomAsset.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <deque>
-#include <iterator>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 namespace {

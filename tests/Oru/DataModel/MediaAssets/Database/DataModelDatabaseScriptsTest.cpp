@@ -1,15 +1,5 @@
-#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-
-#include "support/CapturedLog.h"
-#include "support/SqlValues.h"
+#include "support/DatabasePrelude.h"
 #include "support/StoredHash.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 

@@ -1,24 +1,7 @@
-#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
+#include "support/DatabasePrelude.h"
 
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/NotSupportedException.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-
-#include "support/AssetReading.h"
-#include "support/CapturedLog.h"
-#include "support/ClipBuilder.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 

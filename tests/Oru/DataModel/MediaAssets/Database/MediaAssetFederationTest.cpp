@@ -1,24 +1,8 @@
 #include "Oru/DataModel/MediaAssets/Database/MediaAssetFederation.h"
 
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
-
+#include "support/DatabasePrelude.h"
 #include "support/RandomAsset.h"
 #include "support/SearchPages.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <atomic>
-#include <chrono>
-#include <filesystem>
-#include <iterator>
-#include <memory>
-#include <string>
-#include <thread>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 

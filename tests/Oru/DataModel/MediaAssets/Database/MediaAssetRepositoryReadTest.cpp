@@ -1,23 +1,6 @@
-#include "Oru/Common/Databases/ArgumentException.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
-
-#include "support/AssetReading.h"
-#include "support/ClipBuilder.h"
-#include "support/OpenDatabase.h"
+#include "support/DatabasePrelude.h"
 #include "support/RandomAsset.h"
 #include "support/SearchPages.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <functional>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 

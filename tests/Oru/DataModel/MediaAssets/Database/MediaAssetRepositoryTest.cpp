@@ -1,35 +1,10 @@
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
-
-#include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
-#include "Oru/Common/Databases/InvalidOperationException.h"
-#include "Oru/Common/Databases/Sqlite/ReadGuard.h"
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetGroupRepository.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
-#include "support/AssetReading.h"
-#include "support/ClipBuilder.h"
-#include "support/OpenDatabase.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
+#include "support/DatabasePrelude.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <iterator>
 #include <list>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace Oru::DataModel::MediaAssets::Database {
 namespace {

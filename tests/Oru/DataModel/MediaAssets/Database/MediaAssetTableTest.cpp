@@ -2,27 +2,11 @@
 
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
-#include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
-#include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
 #include "Oru/DataModel/MediaAssets/Database/DapOperatorMetadataTable.h"
 #include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
-#include "support/AssetReading.h"
-#include "support/ClipBuilder.h"
-#include "support/OpenDatabase.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <functional>
-#include <memory>
-#include <stdexcept>
-#include <string>
-#include <typeinfo>
-#include <vector>
+#include "support/DatabasePrelude.h"
 
 namespace Oru::DataModel::MediaAssets::Database {
 

@@ -1,19 +1,4 @@
-#include "Oru/DataModel/MediaAssets/Database/AnglesMediaAssetGroupTable.h"
-#include "Oru/DataModel/MediaAssets/Database/MediaAssetRepository.h"
-
-#include "support/AssetReading.h"
-#include "support/ClipBuilder.h"
-#include "support/OpenDatabase.h"
-
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <functional>
-#include <map>
-#include <set>
-#include <string>
-#include <utility>
-#include <vector>
+#include "support/DatabasePrelude.h"
 
 namespace Oru::DataModel::MediaAssets::Database {
 

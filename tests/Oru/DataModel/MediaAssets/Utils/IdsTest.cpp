@@ -1,12 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Utils/DapId.h"
 
-#include <gmock/gmock.h>
-
-#include <random>
-#include <set>
-#include <stdexcept>
-#include <string>
-#include <vector>
+#include "support/Prelude.h"
 
 namespace Oru::DataModel::MediaAssets {
 namespace {

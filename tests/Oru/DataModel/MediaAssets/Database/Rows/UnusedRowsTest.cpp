@@ -1,20 +1,6 @@
 #include "Oru/DataModel/MediaAssets/Database/Rows/UnusedRows.h"
 
-#include "Oru/Common/Databases/Sqlite/TransactionGuard.h"
-#include "Oru/DataModel/MediaAssets/Database/DataModelDatabase.h"
-
-#include "support/CapturedLog.h"
-#include "support/ClipBuilder.h"
-#include "support/SqlValues.h"
-#include "support/TemporaryDirectory.h"
-
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <memory>
-#include <string>
-#include <thread>
-#include <vector>
+#include "support/DatabasePrelude.h"
 
 namespace Oru::DataModel::MediaAssets::Database {
 
