@@ -35,12 +35,12 @@ TEST(EditEntitiesTest, EveryFieldCountsAndACopyOwnsWhatItHolds) {
 
 template <class T>
 void ExpectAscending(const std::vector<T>& values) {
-  for (const T& left : values) {
-    for (const T& right : values) {
-      EXPECT_TRUE((left < right) == (&left < &right) && (left > right) == (&left > &right));
-      EXPECT_TRUE((left <= right) == (&left <= &right) && (left >= right) == (&left >= &right));
-    }
-  }
+  const auto compared = [](const auto& left, const auto& right) {
+    return std::tuple(left<right, left> right, left <= right, left >= right);
+  };
+  for (const T& left : values)
+    for (const T& right : values)
+      EXPECT_EQ(compared(left, right), compared(&left, &right));
 }
 
 TEST(EditEntitiesTest, AreOrderedByIdentifierAndDurationsByLengthAndThenTheFixedOne) {

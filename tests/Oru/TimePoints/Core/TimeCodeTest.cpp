@@ -128,10 +128,7 @@ std::string FaultOf(const TimeCodeBuilder& builder) {
 }
 
 TEST(TimeCodeBuilderTest, TheFirstFaultIsNamed) {
-  const struct {
-    TimeCodeBuilder builder;
-    const char* fault;
-  } cases[] = {
+  const std::pair<TimeCodeBuilder, std::string> cases[] = {
       {At(50).Year(1899), "year 1899 must be between 1900 and 2261"},
       {At(50).Year(2262), "year 2262 must be between 1900 and 2261"},
       {At(50).Year(2261), "none"},
@@ -151,9 +148,9 @@ TEST(TimeCodeBuilderTest, TheFirstFaultIsNamed) {
       {At(25, true).Date(1, 0, 0).ClockTime(99, 99, 99, 99), "year 1 must be between 1900 and 2261"},
       {At(std::numeric_limits<int64_t>::max()), "The number of samples does not fit 64 bits"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(FaultOf(c.builder), c.fault);
-    EXPECT_EQ(c.builder.IsValidToBuild(), std::string(c.fault) == "none") << c.fault;
+  for (const auto& [builder, fault] : cases) {
+    EXPECT_EQ(FaultOf(builder), fault);
+    EXPECT_EQ(builder.IsValidToBuild(), fault == "none") << fault;
   }
 }
 
