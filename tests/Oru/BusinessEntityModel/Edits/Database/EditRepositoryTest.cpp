@@ -51,14 +51,10 @@ class EditRepositoryTest : public TestSupport::OpenDatabase {
   SequenceTable& sequences = database.GetSequenceTable();
   TestSupport::RandomValues random{20261125};
 
-  template <class Entity>
-  void Fill(Entity& entity) {
-    SetFields(entity, random);
-    entity.ObjectId(random.Int64());
-  }
   Sequence RandomSequence(const std::string& id) {
     Sequence sequence{SequenceId(id)};
-    Fill(sequence);
+    SetFields(sequence, random);
+    sequence.ObjectId(random.Int64());
     if (random.Chance(2)) sequence.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
     if (sequence.HasDapOperatorMetadata()) sequence.DapOperatorMetadata().ObjectId(random.Int64());
     return sequence;
@@ -78,7 +74,8 @@ TEST_F(EditRepositoryTest, TheFileHoldsWhatAMapHolds) {
       if (isKept) model.erase(id);
     } else {
       Edit edit{EditId(id)};
-      Fill(edit);
+      SetFields(edit, random);
+      edit.ObjectId(random.Int64());
       bool isStorable = true;
       std::set<Identifier> taken;
       for (const auto& [otherId, other] : model) {

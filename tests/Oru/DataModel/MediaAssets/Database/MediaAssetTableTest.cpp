@@ -38,10 +38,7 @@ class ForeignProfile : public MetadataProfile {
 // The table of assets, and those of what belongs to assets and groups.
 class MediaAssetTableTest : public TestSupport::OpenDatabase {
  protected:
-  int64_t Saved(MediaAsset& asset) {
-    EXPECT_TRUE(assets.Save(asset)) << log.Text();
-    return asset.ObjectId();
-  }
+  void Store(MediaAsset& asset) { EXPECT_TRUE(assets.Save(asset)) << log.Text(); }
   void ExpectOneEntry(const std::string& text) {
     EXPECT_TRUE(log.Lines().size() == 1 && log.Contains(text)) << log.Text();
     log.Clear();
@@ -56,7 +53,7 @@ TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
   for (const char* name : {"goal", "shifts", "", "5", "corner"}) {
     MediaAsset clip = MakeClip(std::string("clip ") + name);
     clip.Name(name);
-    Saved(clip);
+    Store(clip);
   }
   ASSERT_TRUE(database.ExecuteStatement(
       "UPDATE MediaAsset SET name = 5 WHERE name = '5'; UPDATE MediaAsset SET name = NULL WHERE name = ''"));
@@ -117,7 +114,7 @@ TEST_F(MediaAssetTableTest, ARawCursorMarksWhatMatched) {
 
 TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
   MediaAsset asset = MakeClip("clip");
-  Saved(asset);
+  Store(asset);
   const std::function<void()> readings[] = {
       [&] { assets.ReadTimebounds(asset); }, [&] { assets.ReadMediaResources(asset); },
       [&] { assets.ReadMediaResourcesLazy(asset); }, [&] { assets.ReadTrack(asset); },
@@ -140,7 +137,7 @@ TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
   EXPECT_THROW(assets.AddMetadata(metadata, {"oru.dapoperator", {"a", "b"}}), std::bad_cast);
 
   MediaAsset asset = MakeClip("clip");
-  Saved(asset);
+  Store(asset);
   asset.Metadata().Set(other);
   EXPECT_THROW(assets.ReadDapOperatorMetadata(asset), std::bad_cast);
   EXPECT_THROW(assets.ReadDapOperatorKeyword(asset), std::bad_cast);
@@ -152,7 +149,7 @@ TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
 TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAndLeavesWhatAnObjectHolds) {
   MediaAsset child{MediaAssetId("child")};
   child.Ancestor(MediaAssetId("grandparent"));
-  Saved(child);
+  Store(child);
   EXPECT_EQ(Value("SELECT ancestor || ' ' || typeof(parent) FROM MediaAsset"), "grandparent null");
   child.Parent(MediaAssetId("kept"));
   ASSERT_TRUE(assets.GetObject(child.ObjectId(), child));
@@ -161,7 +158,7 @@ TEST_F(MediaAssetTableTest, AnUnsetReferenceIsNullAndLeavesWhatAnObjectHolds) {
 
 TEST_F(MediaAssetTableTest, OnlyProfilesOfTheGenericClassAreWrittenEntryByEntry) {
   MediaAsset clip = MakeClip("clip");
-  Saved(clip);
+  Store(clip);
   MetadataTable& table = assets.GetMetadataTable();
   const std::string stored =
       "SELECT group_concat(fullyQualifiedName || '/' || name || '=' || value, ' ') FROM MetadataMediaAsset";
@@ -245,7 +242,7 @@ TEST_F(MediaAssetTableTest, ARefusedChannelLeavesThoseBeforeIt) {
 
 TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere) {
   MediaAsset clip{MediaAssetId("a")};
-  Saved(clip);
+  Store(clip);
   AnglesMediaAssetGroup group(MediaAssetGroupId("g"), "group");
   for (const char* missing : {"missing", ""}) {
     group.Items() = TestSupport::MakeGroup("g", {"a", missing, "a"}, "angle").Items();
