@@ -4,10 +4,6 @@
 
 #include "support/OpenSqlite.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 namespace Oru::TestSupport {
 
 /// A test with an open database in memory, a log to read back, and plain SQL beside the tables.

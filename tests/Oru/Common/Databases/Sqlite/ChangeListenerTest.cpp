@@ -3,7 +3,6 @@
 #include "Oru/Common/Databases/Sqlite/ConnectionLock.h"
 
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

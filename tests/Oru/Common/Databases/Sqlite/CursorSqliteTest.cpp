@@ -3,7 +3,6 @@
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
 
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
 
 #include <regex>
 

@@ -1,5 +1,4 @@
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

@@ -2,7 +2,6 @@
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
 
 // Transactions, savepoints and readings, with what is reported of them.
 namespace Oru::Common::Databases::Sqlite {

@@ -1,7 +1,6 @@
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
 
 #include <cctype>
 #include <cmath>

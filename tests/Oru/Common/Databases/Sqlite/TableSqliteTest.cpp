@@ -4,7 +4,6 @@
 #include "Oru/Common/Databases/Sqlite/TableInstantiation.h"
 
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
 
 namespace Oru::Common::Databases::Sqlite {
 

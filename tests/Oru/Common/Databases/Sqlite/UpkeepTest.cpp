@@ -1,7 +1,4 @@
 #include "support/OpenSqlite.h"
-#include "support/Prelude.h"
-
-#include <sys/stat.h>
 
 // What DatabaseSqlite promises of its check, its rebuild and its backup.
 namespace Oru::Common::Databases::Sqlite {
@@ -109,7 +106,7 @@ class OnlineCopyTest : public TestSupport::OpenSqlite {
 };
 
 TEST_F(OnlineCopyTest, CopiesStepByStepAndReportsHowFarItHasCome) {
-  chmod(path.c_str(), 0600);
+  std::filesystem::permissions(path, std::filesystem::perms(0600));
   std::vector<int32_t> steps;
   EXPECT_TRUE(db.Backup(copy, [&](int32_t remaining, int32_t total) {
     EXPECT_FALSE(std::filesystem::exists(copy));
