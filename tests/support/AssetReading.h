@@ -14,12 +14,14 @@
 
 namespace Oru::TestSupport {
 
+using namespace DataModel::MediaAssets;
+using DataModel::MediaAssets::Database::DataModelDatabase;
+
 /// The row of a stored asset with all that is the asset's own, but without resources and tracks.
 /// @throws std::invalid_argument when there is no such row
-inline DataModel::MediaAssets::MediaAsset ReadOwnParts(
-    DataModel::MediaAssets::Database::DataModelDatabase& database, int64_t key) {
+inline MediaAsset ReadOwnParts(DataModelDatabase& database, int64_t key) {
   auto& assets = database.GetMediaAssetTable();
-  DataModel::MediaAssets::MediaAsset asset;
+  MediaAsset asset;
   if (!assets.GetObject(key, asset)) throw std::invalid_argument("there is no asset of that key");
   assets.ReadTimebounds(asset);
   assets.ReadMetadata(asset);
@@ -29,8 +31,7 @@ inline DataModel::MediaAssets::MediaAsset ReadOwnParts(
 }
 
 /// All that is stored of an asset, down to the metadata of essences.
-inline DataModel::MediaAssets::MediaAsset ReadDeep(
-    DataModel::MediaAssets::Database::DataModelDatabase& database, int64_t key) {
+inline MediaAsset ReadDeep(DataModelDatabase& database, int64_t key) {
   auto asset = ReadOwnParts(database, key);
   auto& assets = database.GetMediaAssetTable();
   assets.ReadMediaResources(asset);
@@ -45,8 +46,7 @@ inline DataModel::MediaAssets::MediaAsset ReadDeep(
 }
 
 /// The same with resources and the streams of channels by their identifiers alone.
-inline DataModel::MediaAssets::MediaAsset ReadLazy(
-    DataModel::MediaAssets::Database::DataModelDatabase& database, int64_t key) {
+inline MediaAsset ReadLazy(DataModelDatabase& database, int64_t key) {
   auto asset = ReadOwnParts(database, key);
   database.GetMediaAssetTable().ReadMediaResourcesLazy(asset);
   database.GetMediaAssetTable().ReadTrackLazy(asset);
@@ -54,7 +54,7 @@ inline DataModel::MediaAssets::MediaAsset ReadLazy(
 }
 
 /// The channels of an asset's tracks, which a comparison of assets passes over.
-inline std::vector<std::string> Channels(const DataModel::MediaAssets::MediaAsset& asset) {
+inline std::vector<std::string> Channels(const MediaAsset& asset) {
   std::vector<std::string> lines;
   for (const auto& track : asset.Tracks()) {
     for (const auto& channel : track->Channels()) {
@@ -66,7 +66,7 @@ inline std::vector<std::string> Channels(const DataModel::MediaAssets::MediaAsse
 }
 
 /// What the order by place compares: nothing without a profile, and what isn't set follows what is.
-inline std::vector<int64_t> PlaceOf(const DataModel::MediaAssets::MediaAsset& asset) {
+inline std::vector<int64_t> PlaceOf(const MediaAsset& asset) {
   if (!asset.HasDapOperatorMetadata()) return {};
   const auto& profile = asset.DapOperatorMetadata();
   const auto orLast = [](int64_t value) { return value == 0 ? int64_t{1} << 40 : value; };
@@ -75,7 +75,7 @@ inline std::vector<int64_t> PlaceOf(const DataModel::MediaAssets::MediaAsset& as
 }
 
 /// The keys of all objects below an asset, with the kind of each.
-inline std::multiset<std::string> Keys(const DataModel::MediaAssets::MediaAsset& asset) {
+inline std::multiset<std::string> Keys(const MediaAsset& asset) {
   std::multiset<std::string> lines = {"asset " + std::to_string(asset.ObjectId())};
   const auto add = [&lines](const std::string& what, const auto& object) {
     lines.insert(what + " " + std::to_string(object.ObjectId()));
@@ -97,19 +97,17 @@ inline std::multiset<std::string> Keys(const DataModel::MediaAssets::MediaAsset&
 
 /// Whether a reading through the tables gives an asset. They read an operator's profile also where there is none, and
 /// the channels of a track in any order.
-inline bool IsReadingOf(const DataModel::MediaAssets::MediaAsset& asset,
-                        const DataModel::MediaAssets::MediaAsset& reading) {
+inline bool IsReadingOf(const MediaAsset& asset, const MediaAsset& reading) {
   const auto expected = asset.Clone();
   if (!expected->HasDapOperatorMetadata())
-    expected->Metadata().Set(std::make_shared<DataModel::MediaAssets::DapOperatorMetadataProfile>());
+    expected->Metadata().Set(std::make_shared<DapOperatorMetadataProfile>());
   const auto some = Channels(asset), others = Channels(reading);
   return reading == *expected && some.size() == others.size() &&
          std::is_permutation(some.begin(), some.end(), others.begin());
 }
 
 /// Whether the file holds a saved asset, with its keys and channels.
-inline bool IsStored(DataModel::MediaAssets::Database::DataModelDatabase& database,
-                     const DataModel::MediaAssets::MediaAsset& saved) {
+inline bool IsStored(DataModelDatabase& database, const MediaAsset& saved) {
   const auto reading = ReadDeep(database, saved.ObjectId());
   return IsReadingOf(saved, reading) && Keys(saved) == Keys(reading);
 }

@@ -11,12 +11,7 @@ namespace Oru::TestSupport {
 class ClipModel {
  public:
   using Identifier = BusinessEntityModel::BaseTypes::Identifier;
-  using MediaAsset = DataModel::MediaAssets::MediaAsset;
-  using MediaAssetGroup = DataModel::MediaAssets::MediaAssetGroup;
-  using MediaAssetParts = DataModel::MediaAssets::MediaAssetParts;
-  using MediaResource = DataModel::MediaAssets::MediaResource;
-  using Profile = DataModel::MediaAssets::DapOperatorMetadataProfile;
-  using Track = DataModel::MediaAssets::Track;
+  using Profile = DapOperatorMetadataProfile;
 
   struct Clip {
     /// Without resources and tracks.
@@ -194,8 +189,7 @@ class ClipModel {
     for (auto& group : groups) {
       group.second.object = group.second.object->Clone();
       for (const auto& item : group.second.object->Items()) {
-        if (item->MediaAsset().Id() == storedAs)
-          item->MediaAsset(DataModel::MediaAssets::MediaAssetReference(id));
+        if (item->MediaAsset().Id() == storedAs) item->MediaAsset(MediaAssetReference(id));
       }
     }
     return true;

@@ -15,19 +15,18 @@ class RandomAssets : public RandomValues {
   using RandomValues::RandomValues;
 
   /// A new asset. Every channel of its tracks names a stream and an essence that the asset holds.
-  DataModel::MediaAssets::MediaAsset Next() {
-    DataModel::MediaAssets::MediaAsset asset{DataModel::MediaAssets::MediaAssetId(Id())};
+  MediaAsset Next() {
+    MediaAsset asset{MediaAssetId(Id())};
     for (auto count = Below(3); count > 0; --count)
-      asset.MediaResources().Insert(std::make_shared<DataModel::MediaAssets::MediaResource>(Id()));
+      asset.MediaResources().Insert(std::make_shared<MediaResource>(Id()));
     for (auto count = Below(4); count > 0; --count)
-      asset.Tracks().Insert(std::make_shared<DataModel::MediaAssets::Track>(Id()));
+      asset.Tracks().Insert(std::make_shared<Track>(Id()));
     Change(asset);
     return asset;
   }
 
   /// An asset of few values, of which some aren't set, so that assets tie in every order.
-  DataModel::MediaAssets::MediaAsset Similar() {
-    using namespace DataModel::MediaAssets;
+  MediaAsset Similar() {
     const auto anyOf = [this](const std::vector<const char*>& texts) {
       return std::string(texts[Below(texts.size())]);
     };
@@ -59,7 +58,7 @@ class RandomAssets : public RandomValues {
   /// Gives an asset new content as far as a save of a stored asset can carry it: its identifiers stay, and so
   /// do its resources, streams, essences and tracks, to which streams and essences may be added. All else
   /// comes, goes and changes.
-  void Change(DataModel::MediaAssets::MediaAsset& asset) {
+  void Change(MediaAsset& asset) {
     SetFields(asset, *this);
     for (auto& reference : asset.MediaResources())
       Change(*reference);
@@ -68,8 +67,7 @@ class RandomAssets : public RandomValues {
   }
 
  private:
-  void Change(DataModel::MediaAssets::MediaResource& resource) {
-    using namespace DataModel::MediaAssets;
+  void Change(MediaResource& resource) {
     SetFields(resource, *this);
     for (auto count = Below(3); count > 0 && resource.Streams().size() < 4; --count)
       resource.Adopt(std::make_unique<Stream>(StreamId(Id())));
@@ -85,21 +83,20 @@ class RandomAssets : public RandomValues {
     }
   }
 
-  std::unique_ptr<DataModel::MediaAssets::Essence> AnEssence() {
-    using namespace DataModel::MediaAssets;
+  std::unique_ptr<Essence> AnEssence() {
     if (Chance(3)) return std::make_unique<VideoEssence>();
     if (Chance(2)) return std::make_unique<AudioEssence>();
     return std::make_unique<DataEssence>();
   }
 
-  void Change(DataModel::MediaAssets::Track& track, DataModel::MediaAssets::MediaAsset& asset) {
+  void Change(Track& track, MediaAsset& asset) {
     track.Name(Text());
     track.Channels().clear();
     for (auto& resource : asset.MediaResources()) {
       for (auto& stream : resource->Streams()) {
         for (const auto& essence : stream->Essences()) {
           for (auto count = Below(3); count > 0; --count) {
-            track.Channels().push_back(std::make_shared<DataModel::MediaAssets::TrackChannelToRemove>());
+            track.Channels().push_back(std::make_shared<TrackChannelToRemove>());
             track.Channels().back()->Stream(stream);
             track.Channels().back()->EssenceNr(essence->Nr());
             track.Channels().back()->ChannelNr(2 * (Count() / 2) + static_cast<int32_t>(count) % 2);

@@ -11,13 +11,11 @@
 namespace Oru::DataModel::MediaAssets::Database {
 
 using namespace BusinessEntityModel::BaseTypes;
+using namespace TestSupport;
 using Common::Databases::Sqlite::FullTextExpression;
 using Common::Databases::Sqlite::QuerySqlite;
 using testing::ElementsAre;
 using testing::ThrowsMessage;
-using TestSupport::Channel;
-using TestSupport::MakeClip;
-using TestSupport::MakeResource;
 using TimePoints::Rate;
 using TimePoints::TimeCode;
 using TimePoints::TimeCodeBuilder;
@@ -26,7 +24,7 @@ namespace {
 
 class ForeignProfile : public MetadataProfile {
  public:
-  BusinessEntityModel::BaseTypes::FullyQualifiedName FullyQualifiedName() const override {
+  class FullyQualifiedName FullyQualifiedName() const override {
     return "m.foreign";
   }
   bool Equals(const MetadataProfile& other) const override { return &other == this; }
@@ -36,7 +34,7 @@ class ForeignProfile : public MetadataProfile {
 }  // namespace
 
 // The table of assets, and those of what belongs to assets and groups.
-class MediaAssetTableTest : public TestSupport::OpenDatabase {
+class MediaAssetTableTest : public OpenDatabase {
  protected:
   void Store(MediaAsset& asset) { EXPECT_TRUE(assets.Save(asset)) << log.Text(); }
   void ExpectOneEntry(const std::string& text) {
@@ -125,14 +123,14 @@ TEST_F(MediaAssetTableTest, ReadingTwiceIsRefusedWhereElementsAreUnique) {
                           "present in the collection"));
   assets.ReadMetadata(asset);
   assets.ReadDapOperatorMetadata(asset);
-  EXPECT_TRUE(TestSupport::IsStored(database, asset));
+  EXPECT_TRUE(IsStored(database, asset));
   assets.ReadAnnotations(asset);
   EXPECT_EQ(asset.Annotations().size(), 2U);
 }
 
 TEST_F(MediaAssetTableTest, AProfileOfAnotherClassUnderAStoredNameIsABadCast) {
   const auto other = std::make_shared<AnglesDapOperatorMetadataProfile>();
-  BusinessEntityModel::BaseTypes::MetadataProfileDictionary metadata;
+  MetadataProfileDictionary metadata;
   metadata.Set(other);
   EXPECT_THROW(assets.AddMetadata(metadata, {"oru.dapoperator", {"a", "b"}}), std::bad_cast);
 
@@ -227,17 +225,6 @@ TEST_F(MediaAssetTableTest, ARefusedChannelLeavesThoseBeforeIt) {
     ExpectOneEntry(message);
     EXPECT_EQ(Value("SELECT group_concat(refEssence || '.' || channelNr) FROM TrackChannel"), "1.4");
   }
-  track.Channels() = {Channel("r/stream", 2, 2147483647), Channel("r/stream", 0, 0)};
-  ASSERT_TRUE(tracks.Save(track));
-  Track reading;
-  reading.ObjectId(track.ObjectId());
-  tracks.ReadTrackChannel(reading);
-  tracks.ReadTrackChannelLazy(reading);
-  const auto& channels = reading.Channels();
-  ASSERT_EQ(channels.size(), 4U) << "a second reading adds";
-  EXPECT_NE(channels[0]->Stream().Pointer(), channels[1]->Stream().Pointer());
-  EXPECT_TRUE(channels[0]->Stream()->Timebounds().Empty());
-  EXPECT_TRUE(!channels[2]->Stream() && channels[3]->Stream().Id() == "r/stream");
 }
 
 TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere) {
@@ -245,7 +232,7 @@ TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere)
   Store(clip);
   AnglesMediaAssetGroup group(MediaAssetGroupId("g"), "group");
   for (const char* missing : {"missing", ""}) {
-    group.Items() = TestSupport::MakeGroup("g", {"a", missing, "a"}, "angle").Items();
+    group.Items() = MakeGroup("g", {"a", missing, "a"}, "angle").Items();
     EXPECT_FALSE(groups.Save(group));
     ExpectOneEntry(std::string("asset ") + missing + ", which item 1 of a group refers to, isn't stored");
     EXPECT_EQ(Count("MediaAssetGroup") + Count("MediaAssetGroupItem"), 2);
@@ -265,7 +252,7 @@ TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere)
   EXPECT_TRUE(reading.ItemReference(0).Id().IsEmpty() && reading.ItemReference(1).Id().IsEmpty());
 }
 
-class DapOperatorMetadataTableTest : public TestSupport::OpenDatabase {
+class DapOperatorMetadataTableTest : public OpenDatabase {
  protected:
   DapOperatorMetadataTableTest() { EXPECT_TRUE(assets.Save(clip)) << log.Text(); }
 
@@ -308,7 +295,7 @@ TEST_F(DapOperatorMetadataTableTest, WhatCannotBeReadOrWrittenReachesTheCallerAn
   }
   Profile().Page(255);
   for (const int32_t place : {-1, 65536}) {
-    KeywordEncapsulated keyword(clip.ObjectId(), place, BusinessEntityModel::BaseTypes::Utf8String("k"));
+    KeywordEncapsulated keyword(clip.ObjectId(), place, Utf8String("k"));
     EXPECT_FALSE(assets.GetDapOperatorKeywordsTable().Save(keyword)) << "nor could it be read here";
   }
   EXPECT_TRUE(log.Contains("no profile could hold a keyword at 65536"));
@@ -324,7 +311,7 @@ TEST_F(DapOperatorMetadataTableTest, WhatCannotBeReadOrWrittenReachesTheCallerAn
     EXPECT_TRUE(log.Contains("CHECK constraint failed")) << log.Text();
   }
   Profile().Camera('B');
-  EXPECT_TRUE(assets.Save(clip) && TestSupport::IsStored(database, clip));
+  EXPECT_TRUE(assets.Save(clip) && IsStored(database, clip));
 }
 
 // A value outside its range is no value: the profile keeps the one that it holds.
