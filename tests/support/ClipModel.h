@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Oru/BusinessEntityModel/Edits/Edit.h"
 #include "Oru/DataModel/MediaAssets/MediaAssetGroup.h"
 
 #include "support/DatabasePrelude.h"
@@ -7,7 +8,8 @@
 namespace Oru::TestSupport {
 
 /// What a file must hold, whichever way it was written: plain maps from identifiers to clips, to the resources and
-/// tracks that they share, and to groups of clips.
+/// tracks that they share, to groups of clips, and
+/// to edits.
 class ClipModel {
  public:
   using Identifier = BusinessEntityModel::BaseTypes::Identifier;
@@ -27,6 +29,7 @@ class ClipModel {
   std::map<Identifier, std::shared_ptr<const MediaResource>> resources;
   std::map<Identifier, std::shared_ptr<const Track>> tracks;
   std::map<Identifier, Group> groups;
+  std::map<Identifier, BusinessEntityModel::Edits::Edit> edits;
 
   /// A put through a repository.
   /// @return false, with nothing changed, when the asset must be refused

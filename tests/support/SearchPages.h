@@ -38,7 +38,7 @@ void ExpectPages(const std::vector<std::string>& expected, int64_t length, int64
     ASSERT_EQ(Ids(next.assets), from(place + length + skipped));
     ASSERT_TRUE(page.total == total && next.total == total);
   }
-  ASSERT_EQ(find(length, total).total, total) << "of a page past the end";
+  ASSERT_EQ(find(length, total + 1).total, total) << "of a page past the end";
 }
 
 }  // namespace Oru::TestSupport

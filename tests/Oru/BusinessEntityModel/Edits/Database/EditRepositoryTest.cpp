@@ -32,11 +32,8 @@ class EditRepositoryTest : public TestSupport::OpenDatabase {
   }
   static std::vector<int64_t> ObjectIds(const Edit& edit) {
     std::vector<int64_t> ids{edit.ObjectId()};
-    for (const auto& sequence : edit.Sequences()) {
+    for (const auto& sequence : edit.Sequences())
       ids.push_back(sequence->ObjectId());
-      if (const auto profile = sequence->Metadata().Get<DapOperatorMetadataProfile>())
-        ids.push_back(profile->ObjectId());
-    }
     return ids;
   }
 
@@ -49,76 +46,7 @@ class EditRepositoryTest : public TestSupport::OpenDatabase {
 
   EditRepository repository{database};
   SequenceTable& sequences = database.GetSequenceTable();
-  TestSupport::RandomValues random{20261125};
-
-  Sequence RandomSequence(const std::string& id) {
-    Sequence sequence{SequenceId(id)};
-    SetFields(sequence, random);
-    sequence.ObjectId(random.Int64());
-    if (random.Chance(2)) sequence.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
-    if (sequence.HasDapOperatorMetadata()) sequence.DapOperatorMetadata().ObjectId(random.Int64());
-    return sequence;
-  }
 };
-
-// Edits that are put and removed, in transactions that are rolled back too, beside a map. There are so few
-// sequences that edits meet over them.
-TEST_F(EditRepositoryTest, TheFileHoldsWhatAMapHolds) {
-  std::map<std::string, Edit> model;
-  for (int round = 0; round < 600; ++round) {
-    const std::string id = "it's " + std::to_string(random.Below(4));
-    TransactionGuard transaction(database);
-    const bool isKept = !random.Chance(4);
-    if (random.Chance(5)) {
-      ASSERT_EQ(repository.Remove(EditId(id)), model.count(id) == 1);
-      if (isKept) model.erase(id);
-    } else {
-      Edit edit{EditId(id)};
-      SetFields(edit, random);
-      edit.ObjectId(random.Int64());
-      bool isStorable = true;
-      std::set<Identifier> taken;
-      for (const auto& [otherId, other] : model) {
-        for (const auto& sequence : other.Sequences())
-          if (otherId != id) taken.insert(sequence->Id());
-      }
-      for (auto count = random.Below(6); count > 0; --count) {
-        const std::string sequence = random.Chance(3) ? "shared " + std::to_string(random.Below(2))
-                                                      : id + " " + std::to_string(random.Below(6));
-        isStorable = taken.insert(Identifier(sequence)).second && isStorable;
-        edit.Sequences().Add(RandomSequence(sequence));
-      }
-      const auto before = ObjectIds(edit);
-      if (isStorable) {
-        repository.Put(edit);
-        ASSERT_EQ(repository.Find(edit.Id()), edit);
-        for (const auto& sequence : edit.Sequences())
-          ASSERT_EQ(sequence->ObjectId(), sequences.GetObjectIdFromIdentifier(sequence->Id()));
-        if (isKept) model[id] = std::move(edit);
-      } else {
-        ASSERT_THROW(repository.Put(edit), NotStoredException);
-        ASSERT_EQ(ObjectIds(edit), before);
-      }
-    }
-    if (isKept) {
-      transaction.Commit();
-    } else {
-      transaction.Rollback();
-    }
-
-    const std::vector<Edit> all = repository.All();
-    ASSERT_EQ(all.size(), model.size());
-    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(),
-                               [](const Edit& one, const Edit& other) { return one.Name() < other.Name(); }));
-    std::size_t count = 0;
-    for (const Edit& edit : all) {
-      ASSERT_EQ(edit, model.at(edit.Id().Value()));
-      count += static_cast<std::size_t>(edit.Sequences().Size());
-    }
-    ASSERT_EQ(Count("Sequence"), static_cast<int>(count));
-  }
-  EXPECT_GT(model.size(), 1U);
-}
 
 TEST_F(EditRepositoryTest, ASequenceKeepsItsKeyUnlessItIsPlacedAfterAGreaterOne) {
   Edit edit = WithSequences("e", {"1", "2", "3"});

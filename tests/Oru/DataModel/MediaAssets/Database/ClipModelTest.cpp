@@ -1,8 +1,11 @@
 #include "support/ClipModel.h"
 
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
+#include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 
 #include "support/DatabasePrelude.h"
+#include "support/EditFields.h"
 #include "support/RandomAsset.h"
 
 #include <deque>
@@ -19,7 +22,10 @@ using Common::Databases::Sqlite::TransactionGuard;
 // One way to a file.
 struct Desk {
   Desk(const std::string& file, const CapturedLog& log)
-      : database("file:" + file + "?_synchronous=off", log.Stream()), clips(database), groups(database) {
+      : database("file:" + file + "?_synchronous=off", log.Stream()),
+        clips(database),
+        groups(database),
+        edits(database) {
     database.Open();
   }
 
@@ -27,6 +33,7 @@ struct Desk {
   MediaAssetTable& table = database.GetMediaAssetTable();
   MediaAssetRepository clips;
   MediaAssetGroupRepository groups;
+  Edits::Database::EditRepository edits;
 };
 
 // Any sequence of writes through tables, repositories and plain SQL, on one connection or on several in turn; some
@@ -95,17 +102,18 @@ class ClipWalk {
   using Operation = void (ClipWalk::*)();
 
   void Write() {
-    static constexpr Operation throughRepositories[] = {
-        &ClipWalk::Put,    &ClipWalk::Put,       &ClipWalk::Put,      &ClipWalk::PutAll,
-        &ClipWalk::Copy,   &ClipWalk::Change,    &ClipWalk::Change,   &ClipWalk::Remove,
-        &ClipWalk::Remove, &ClipWalk::RemoveAll, &ClipWalk::PutGroup, &ClipWalk::RemoveGroup};
-    static constexpr Operation throughTables[] = {
+    static const std::vector<Operation> throughRepositories = {
+        &ClipWalk::Put,     &ClipWalk::Put,       &ClipWalk::Put,      &ClipWalk::PutAll,
+        &ClipWalk::Copy,    &ClipWalk::Change,    &ClipWalk::Change,   &ClipWalk::Remove,
+        &ClipWalk::Remove,  &ClipWalk::RemoveAll, &ClipWalk::PutGroup, &ClipWalk::RemoveGroup,
+        &ClipWalk::PutEdit, &ClipWalk::PutEdit,   &ClipWalk::PutEdit,  &ClipWalk::RemoveEdit};
+    static const std::vector<Operation> throughTables = {
         &ClipWalk::Save,          &ClipWalk::Save,          &ClipWalk::Save,   &ClipWalk::SaveGroup,
         &ClipWalk::RemoveGroup,   &ClipWalk::Unlink,        &ClipWalk::Unlink, &ClipWalk::Delete,
         &ClipWalk::WritePlainSql, &ClipWalk::WritePlainSql, &ClipWalk::Delete, &ClipWalk::Delete};
     const bool isThroughTables = ways == Ways::Tables || (ways == Ways::Both && random.Chance(2));
     const auto& operations = isThroughTables ? throughTables : throughRepositories;
-    (this->*operations[random.Below(std::size(operations))])();
+    (this->*operations[random.Below(operations.size())])();
   }
 
   // All that is stored, and no other rows.
@@ -130,6 +138,7 @@ class ClipWalk {
     }));
     if (!model.clips.empty()) CheckAlone(from, AnyOf(model.clips));
     CheckGroups(from);
+    CheckEdits(from);
     CheckIds(from, "MediaResource", model.resources);
     CheckIds(from, "Track", model.tracks);
     ASSERT_TRUE(Column(from.database, "PRAGMA foreign_key_check").empty());
@@ -137,13 +146,11 @@ class ClipWalk {
 
   template <class Map>
   static void CheckIds(Desk& from, const std::string& table, const Map& expected) {
-    std::vector<std::string> ids;
+    std::multiset<std::string> ids;
     for (const auto& entry : expected)
-      ids.push_back(entry.first.Value());
-    std::sort(ids.begin(), ids.end());
-    auto stored = Column(from.database, "SELECT id FROM " + table);
-    std::sort(stored.begin(), stored.end());
-    ASSERT_EQ(stored, ids) << table;
+      ids.insert(entry.first.Value());
+    const auto stored = Column(from.database, "SELECT id FROM " + table);
+    ASSERT_EQ(std::multiset<std::string>(stored.begin(), stored.end()), ids) << table;
   }
 
   void CheckAlone(Desk& from, const Identifier& id) {
@@ -173,6 +180,21 @@ class ClipWalk {
                     "refMediaAssetGroupItem GROUP BY refMediaAssetGroup, angleIndex HAVING count(*) > 1"),
               "(no row)")
         << "two items have one place";
+  }
+
+  void CheckEdits(Desk& from) {
+    const std::vector<Edits::Edit> all = from.edits.All();
+    ASSERT_EQ(all.size(), model.edits.size());
+    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(), [](const auto& left, const auto& right) {
+      return left.Name() < right.Name();
+    }));
+    int sequences = 0;
+    for (const Edits::Edit& edit : all) {
+      ASSERT_EQ(edit, model.edits.at(edit.Id()));
+      ASSERT_EQ(from.edits.Find(edit.Id()), edit);
+      sequences += edit.Sequences().Size();
+    }
+    ASSERT_EQ(Value(from.database, "SELECT count(*) FROM Sequence"), std::to_string(sequences));
   }
 
   // A stored identifier three times out of four, if there is one.
@@ -468,6 +490,50 @@ class ClipWalk {
     const bool wasThere = model.groups.erase(id) > 0;
     auto& table = desk->database.GetAnglesMediaAssetGroupTable();
     EXPECT_EQ(random.Chance(2) ? desk->groups.Remove(id) : table.Delete(id) && wasThere, wasThere) << action;
+  }
+
+  // There are so few sequences that edits meet over them.
+  void PutEdit() {
+    Edits::Edit edit("it's " + std::to_string(random.Below(4)));
+    SetFields(edit, random);
+    edit.ObjectId(random.Int64());
+    std::set<Identifier> taken;
+    for (const auto& [id, other] : model.edits) {
+      for (const auto& sequence : other.Sequences())
+        if (id != edit.Id()) taken.insert(sequence->Id());
+    }
+    std::vector<int64_t> keys{edit.ObjectId()}, keysAfter;
+    bool isExpected = true;
+    for (auto count = random.Below(6); count > 0; --count) {
+      const std::string start = random.Chance(3) ? "shared" : edit.Id().Value();
+      Edits::Sequence sequence(start + " " + std::to_string(random.Below(6)));
+      isExpected = taken.insert(sequence.Id()).second && isExpected;
+      SetFields(sequence, random);
+      if (random.Chance(2))
+        sequence.Metadata().Erase(Edits::DapOperatorMetadataProfile::StaticFullyQualifiedName());
+      if (sequence.HasDapOperatorMetadata()) sequence.DapOperatorMetadata().ObjectId(random.Int64());
+      sequence.ObjectId(keys.emplace_back(random.Int64()));
+      edit.Sequences().Add(std::move(sequence));
+    }
+    action = "put of edit " + edit.Id().Value();
+    EXPECT_EQ(IsDone([&] { desk->edits.Put(edit); }), isExpected) << action;
+    if (isExpected) {
+      model.edits.insert_or_assign(edit.Id(), edit);
+      keys = {desk->database.GetEditTable().GetObjectIdFromIdentifier(edit.Id())};
+    }
+    keysAfter = {edit.ObjectId()};
+    for (const auto& sequence : edit.Sequences()) {
+      keysAfter.push_back(sequence->ObjectId());
+      if (isExpected)
+        keys.push_back(desk->database.GetSequenceTable().GetObjectIdFromIdentifier(sequence->Id()));
+    }
+    EXPECT_EQ(keysAfter, keys) << action;
+  }
+
+  void RemoveEdit() {
+    const Identifier id = AnyOf(model.edits);
+    action = "removal of edit " + id.Value();
+    EXPECT_EQ(desk->edits.Remove(id), model.edits.erase(id) == 1) << action;
   }
 
   // Takes links away through their tables, which cleans up nothing.

@@ -40,6 +40,10 @@ TEST_F(MediaAssetRepositoryTest, AChangeHoldsTheLockFromItsReadOn) {
   EXPECT_EQ(changed.ObjectId(), clip.ObjectId());
   EXPECT_FALSE(other.Find(clip.Id()));
   EXPECT_EQ(other.Find(changed.Id()), changed);
+  one.Put(clip = MakeClip("free"));
+  EXPECT_THAT(
+      [&] { one.Change("free", [](MediaAsset& stored) { stored.Id("renamed"); }); },
+      ThrowsMessage<NotStoredException>("free: it can't be renamed to renamed, which is stored already"));
 }
 
 TEST_F(MediaAssetRepositoryTest, AFileThatCantBeWrittenIsAnInvalidOperationWithAnEntry) {
