@@ -144,6 +144,10 @@ class ClipWalk {
     ASSERT_TRUE(Column(from.database, "PRAGMA foreign_key_check").empty());
   }
 
+  static constexpr auto isNameBefore = [](const auto& left, const auto& right) {
+    return left.Name() < right.Name();
+  };
+
   template <class Map>
   static void CheckIds(Desk& from, const std::string& table, const Map& expected) {
     std::multiset<std::string> ids;
@@ -163,9 +167,7 @@ class ClipWalk {
   void CheckGroups(Desk& from) {
     CheckIds(from, "MediaAssetGroup", model.groups);
     const std::vector<MediaAssetGroup> all = from.groups.All();
-    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(), [](const auto& left, const auto& right) {
-      return left.Name() < right.Name();
-    }));
+    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(), isNameBefore));
     for (const auto& [id, group] : model.groups) {
       const auto multiAngle = from.groups.FindAngles(id);
       ASSERT_EQ(multiAngle.has_value(), group.isMultiAngle) << id;
@@ -185,9 +187,7 @@ class ClipWalk {
   void CheckEdits(Desk& from) {
     const std::vector<Edits::Edit> all = from.edits.All();
     ASSERT_EQ(all.size(), model.edits.size());
-    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(), [](const auto& left, const auto& right) {
-      return left.Name() < right.Name();
-    }));
+    ASSERT_TRUE(std::is_sorted(all.begin(), all.end(), isNameBefore));
     int sequences = 0;
     for (const Edits::Edit& edit : all) {
       ASSERT_EQ(edit, model.edits.at(edit.Id()));
@@ -502,7 +502,6 @@ class ClipWalk {
       for (const auto& sequence : other.Sequences())
         if (id != edit.Id()) taken.insert(sequence->Id());
     }
-    std::vector<int64_t> keys{edit.ObjectId()}, keysAfter;
     bool isExpected = true;
     for (auto count = random.Below(6); count > 0; --count) {
       const std::string start = random.Chance(3) ? "shared" : edit.Id().Value();
@@ -512,22 +511,20 @@ class ClipWalk {
       if (random.Chance(2))
         sequence.Metadata().Erase(Edits::DapOperatorMetadataProfile::StaticFullyQualifiedName());
       if (sequence.HasDapOperatorMetadata()) sequence.DapOperatorMetadata().ObjectId(random.Int64());
-      sequence.ObjectId(keys.emplace_back(random.Int64()));
+      sequence.ObjectId(random.Int64());
       edit.Sequences().Add(std::move(sequence));
     }
+    const auto keysOf = [](const Edits::Edit& of) {
+      std::vector<int64_t> keys{of.ObjectId()};
+      for (const auto& sequence : of.Sequences())
+        keys.push_back(sequence->ObjectId());
+      return keys;
+    };
+    const std::vector<int64_t> before = keysOf(edit);
     action = "put of edit " + edit.Id().Value();
     EXPECT_EQ(IsDone([&] { desk->edits.Put(edit); }), isExpected) << action;
-    if (isExpected) {
-      model.edits.insert_or_assign(edit.Id(), edit);
-      keys = {desk->database.GetEditTable().GetObjectIdFromIdentifier(edit.Id())};
-    }
-    keysAfter = {edit.ObjectId()};
-    for (const auto& sequence : edit.Sequences()) {
-      keysAfter.push_back(sequence->ObjectId());
-      if (isExpected)
-        keys.push_back(desk->database.GetSequenceTable().GetObjectIdFromIdentifier(sequence->Id()));
-    }
-    EXPECT_EQ(keysAfter, keys) << action;
+    EXPECT_EQ(keysOf(edit), isExpected ? keysOf(*desk->edits.Find(edit.Id())) : before) << action;
+    if (isExpected) model.edits.insert_or_assign(edit.Id(), std::move(edit));
   }
 
   void RemoveEdit() {
