@@ -23,9 +23,17 @@ bool Throws(Run run) {
 int main() {
   DataModelDatabase database(":memory:", nullptr);
   database.Open();
-  const bool hasTables = database.GetMediaAssetTable().DeleteByServerId(110) &&
-                         !database.GetAnglesMediaAssetGroupItemTable().Exists(1) &&
-                         !database.GetVideoEssenceTable().Exists(1) && !database.GetSequenceTable().Exists(1);
+  const auto areEmpty = [](auto&... tables) { return (!tables.Exists(1) && ...); };
+  const bool hasTables =
+      areEmpty(database.GetMediaAssetTable(), database.GetMediaResourceTable(),
+               database.GetRelationMediaAssetMediaResource(), database.GetStreamTable(),
+               database.GetEssenceTable(), database.GetAudioEssenceTable(), database.GetDataEssenceTable(),
+               database.GetVideoEssenceTable(), database.GetTrackTable(),
+               database.GetRelationAssetTrackTable(), database.GetMediaAssetGroupTable(),
+               database.GetAnglesMediaAssetGroupTable(), database.GetMediaAssetGroupItemTable(),
+               database.GetAnglesMediaAssetGroupItemTable(), database.GetEditTable(),
+               database.GetSequenceTable()) &&
+      database.GetMediaAssetTable().DeleteByServerId(110);
   const bool hasValues =
       Assets::ZuServerId(110).SerialNumber() == 110 &&
       Oru::TimePoints::TimeCodeBuilder().ClockTime(10, 0, 0, 12).Build().AddSample(38).Second() == 1;

@@ -256,6 +256,8 @@ int RunFaultLoop(const FaultJob& job, FaultCounter& faults, const std::string& o
       EXPECT_TRUE((isRefused && dump == oldDump) || dump == newDump || !job.isWhole) << outcome;
     }
     if (!db.IsOpen()) db.Open();
+    // No transaction that the caller doesn't know of outlasts the next statement.
+    EXPECT_TRUE(db.ExecuteStatement("SELECT 1") && db.IsInTransaction() == db.HasBegunTransaction());
     // A rollback that failed as well leaves its transaction open, to be rolled back by hand.
     if (db.HasBegunTransaction()) {
       EXPECT_EQ(db.EndTransaction(false), 0);

@@ -99,7 +99,8 @@ void DataModelDatabase::Create() {
     MakeMissing();
   } catch (const NotSupportedException&) {
     if (IsInTransaction()) ExecuteStatement("ROLLBACK");
-    if (!isReadable) throw;
+    // The transaction stays when memory lacks for its rollback as well. What is written later would be lost in it.
+    if (!isReadable || IsInTransaction()) throw;
   }
 }
 

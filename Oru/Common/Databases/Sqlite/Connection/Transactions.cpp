@@ -84,7 +84,7 @@ void Transactions::EndReading(uint64_t number) {
   if (!mConnection.IsInTransaction() || mConnection.Run("COMMIT")) return;
   // It can only have been written in by a statement on the handle itself.
   mConnection.Log("end of a reading refused: " + std::string(sqlite3_errmsg(mConnection.Handle())));
-  mConnection.Run("ROLLBACK");
+  mConnection.RollBackNowOrLater();
 }
 
 uint64_t Transactions::BeginSavepoint() {
