@@ -13,7 +13,6 @@
 #include "reliability/Clips.h"
 
 #include <cstring>
-#include <sanitizer/asan_interface.h>
 
 using namespace Oru;
 using namespace Oru::Common::Databases::Sqlite;
@@ -27,68 +26,6 @@ using Handle = std::unique_ptr<sqlite3, int (*)(sqlite3*)>;
 void Run(sqlite3* handle, const std::string& sql) {
   sqlite3_exec(handle, sql.c_str(), nullptr, nullptr, nullptr);
 }
-
-// SQLite allocates and frees so much that the allocator of AddressSanitizer would take most of the time. Blocks that
-// are free wait here for their next use, poisoned, so that it still reports who uses them.
-class Pool {
- public:
-  static bool Install() {
-    static Pool pool;
-    static const sqlite3_mem_methods methods = {
-        [](int size) { return pool.Take(static_cast<std::size_t>(size)); },
-        [](void* block) { pool.Return(block); },
-        [](void* block, int size) -> void* {
-          if (static_cast<std::size_t>(size) <= HeadOf(block)->size) return block;
-          void* larger = pool.Take(static_cast<std::size_t>(size));
-          if (larger) {
-            std::memcpy(larger, block, HeadOf(block)->size);
-            pool.Return(block);
-          }
-          return larger;
-        },
-        [](void* block) { return static_cast<int>(HeadOf(block)->size); },
-        [](int size) { return static_cast<int>(Rounded(static_cast<std::size_t>(size))); },
-        [](void*) { return SQLITE_OK; },
-        [](void*) {},
-        nullptr};
-    return sqlite3_config(SQLITE_CONFIG_MALLOC, &methods) == SQLITE_OK &&
-           sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK;
-  }
-
- private:
-  struct alignas(16) Head {
-    std::size_t size;
-    Head* next;
-  };
-  static constexpr std::size_t Step = 64, KeptSizes = 1024;
-
-  static Head* HeadOf(void* block) { return static_cast<Head*>(block) - 1; }
-  static std::size_t Rounded(std::size_t size) { return (size + Step - 1) / Step * Step; }
-
-  void* Take(std::size_t wanted) {
-    const std::size_t size = Rounded(wanted), kind = size / Step;
-    if (kind < KeptSizes && mFree[kind]) {
-      Head* head = mFree[kind];
-      mFree[kind] = head->next;
-      ASAN_UNPOISON_MEMORY_REGION(head + 1, head->size);
-      return head + 1;
-    }
-    auto* head = static_cast<Head*>(std::malloc(sizeof(Head) + size));
-    if (!head) return nullptr;
-    head->size = size;
-    return head + 1;
-  }
-  void Return(void* block) {
-    Head* head = HeadOf(block);
-    const std::size_t kind = head->size / Step;
-    if (kind >= KeptSizes) return std::free(head);
-    ASAN_POISON_MEMORY_REGION(block, head->size);
-    head->next = mFree[kind];
-    mFree[kind] = head;
-  }
-
-  Head* mFree[KeptSizes] = {};
-};
 
 // A file of SQLite's file system in memory, which shares a file by its name while it is open.
 class MemoryFile {
@@ -390,8 +327,6 @@ extern "C" const char* __asan_default_options() {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  // Before anything uses SQLite.
-  [[maybe_unused]] static const bool isPooled = Pool::Install();
   static MemoryFile file;
   static TestSupport::CapturedLog log;
   static DataModelDatabase db("file:/damaged.db?vfs=memdb&_busy_timeout=0&_journal_mode=memory",
