@@ -261,8 +261,10 @@ class ClipWalk {
       return true;
     } catch (const NotStoredException& exception) {
       action += std::string(", refused: ") + exception.what();
-      return false;
+    } catch (const std::length_error& exception) {
+      action += exception.what();
     }
+    return false;
   }
 
   // Now and then the object of an earlier put, whose keys may since have gone to others: by a rollback, or by a
@@ -301,18 +303,15 @@ class ClipWalk {
     action = "change of " + id.Value() + " to " + newId.Value();
     const bool isFree = newId == id || model.clips.count(newId) == 0;
     const bool isExpected = !isThrown && model.clips.count(id) > 0 && isFree && model.Put(content, id);
-    try {
-      const bool isDone = IsDone([&] {
-        desk->clips.Change(id, [&](MediaAsset& asset) {
-          EXPECT_TRUE(isExpected || asset == model.Asset(id));
-          asset = *content.Clone();
-          if (isThrown) throw std::length_error("by the caller");
-        });
-      });
-      EXPECT_EQ(isDone, isExpected) << action;
-    } catch (const std::length_error&) {
-      EXPECT_TRUE(isThrown);
-    }
+    EXPECT_EQ(IsDone([&] {
+                desk->clips.Change(id, [&](MediaAsset& asset) {
+                  EXPECT_TRUE(isExpected || asset == model.Asset(id));
+                  asset = *content.Clone();
+                  if (isThrown) throw std::length_error("by the caller");
+                });
+              }),
+              isExpected)
+        << action;
   }
 
   void Copy() {
@@ -321,7 +320,6 @@ class ClipWalk {
     action = "copy of " + from.Value() + " to " + to.Value();
     bool isExpected = model.clips.count(from) > 0 && model.clips.count(to) == 0;
     if (isExpected) {
-      const ClipModel::Clip original = model.clips.at(from);
       MediaAsset copy = model.Asset(from);
       copy.Id(to);
       if (isOwn) Rename(copy, to.Value() + "/");
@@ -381,7 +379,7 @@ class ClipWalk {
   }
 
   void RemoveAll() {
-    const std::size_t length = random.Below(4);
+    const auto length = static_cast<int64_t>(random.Below(4));
     const auto direction = random.Chance(2) ? Direction::Ascending : Direction::Descending;
     const Protection protection = AnyProtection();
     action = "removal of " + std::to_string(length);
@@ -389,14 +387,12 @@ class ClipWalk {
     for (const auto& clip : model.clips)
       ids.push_back(clip.first);
     if (direction == Direction::Descending) std::reverse(ids.begin(), ids.end());
-    ids.resize(std::min(ids.size(), length));
+    ids.resize(std::min(ids.size(), static_cast<std::size_t>(length)));
     const auto expected = std::count_if(ids.begin(), ids.end(), [&](const Identifier& id) {
       return RemoveFromModel(id, protection) == RemoveOutcome::Removed;
     });
-    const auto search = MediaAssetSearch().OrderBy(MediaAssetOrder::Identifier, direction);
-    EXPECT_EQ(desk->clips.RemoveAll(MediaAssetSearch(search).Limit(static_cast<int64_t>(length)), protection),
-              expected)
-        << action;
+    const auto search = MediaAssetSearch().OrderBy(MediaAssetOrder::Identifier, direction).Limit(length);
+    EXPECT_EQ(desk->clips.RemoveAll(search, protection), expected) << action;
   }
 
   // Through the tables: of a stored asset all is saved that is stored of it, so that nothing has to be deleted.

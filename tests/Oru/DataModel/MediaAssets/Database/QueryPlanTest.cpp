@@ -12,7 +12,19 @@ class QueryPlanTest : public TestSupport::OpenDatabase {
   ~QueryPlanTest() override { sqlite3_trace_v2(database.Handle(), 0, nullptr, nullptr); }
 
  protected:
-  QueryPlanTest() { sqlite3_trace_v2(database.Handle(), SQLITE_TRACE_PROFILE, &QueryPlanTest::Trace, this); }
+  QueryPlanTest() {
+    const auto trace = [](unsigned, void* context, void* statement, void*) {
+      auto& self = *static_cast<QueryPlanTest*>(context);
+      auto* running = static_cast<sqlite3_stmt*>(statement);
+      const std::string text = sqlite3_sql(running);
+      // What the full-text index runs for itself costs more when it merges its words.
+      if (text.find("MediaAssetFts_") != std::string::npos) return 0;
+      self.steps += sqlite3_stmt_status(running, SQLITE_STMTSTATUS_VM_STEP, 1);
+      self.texts.insert(text);
+      return 0;
+    };
+    sqlite3_trace_v2(database.Handle(), SQLITE_TRACE_PROFILE, trace, this);
+  }
 
   // The steps of SQLite's machine, cascades and triggers included.
   template <class Job>
@@ -47,19 +59,6 @@ class QueryPlanTest : public TestSupport::OpenDatabase {
   // Of the statements that ran.
   std::set<std::string> texts;
   AnglesMediaAssetGroupTable& angles = database.GetAnglesMediaAssetGroupTable();
-
- private:
-  static int Trace(unsigned, void* context, void* statement, void*) {
-    auto& self = *static_cast<QueryPlanTest*>(context);
-    auto* running = static_cast<sqlite3_stmt*>(statement);
-    const std::string text = sqlite3_sql(running);
-    // What the full-text index runs for itself costs more when it merges its words.
-    if (text.find("MediaAssetFts_") != std::string::npos) return 0;
-    self.steps += sqlite3_stmt_status(running, SQLITE_STMTSTATUS_VM_STEP, 1);
-    self.texts.insert(text);
-    return 0;
-  }
-
   int64_t steps = 0;
   int filled = 0;
 };
