@@ -16,18 +16,6 @@ class DataModelDatabaseTest : public testing::Test {
   const std::string path = directory.File("clips.db");
 };
 
-// Another user than root, whom no permission hinders, for the end of the scope.
-class OtherUser {
- public:
-  OtherUser() { EXPECT_TRUE(!wasRoot || seteuid(65534) == 0); }
-  OtherUser(const OtherUser&) = delete;
-  OtherUser& operator=(const OtherUser&) = delete;
-  ~OtherUser() { EXPECT_TRUE(!wasRoot || seteuid(0) == 0); }
-
- private:
-  const bool wasRoot = geteuid() == 0;
-};
-
 // A file that was opened once only still lacks its version, and stays as it is.
 TEST_F(DataModelDatabaseTest, AFileOrFolderThatCanOnlyBeReadIsReadAndNotWritten) {
   MediaAsset clip = MakeClip("clip"), added = MakeClip("added");
@@ -44,7 +32,10 @@ TEST_F(DataModelDatabaseTest, AFileOrFolderThatCanOnlyBeReadIsReadAndNotWritten)
   for (const auto& [option, file, folder] : cases) {
     SCOPED_TRACE(testing::Message() << option << ' ' << file << ' ' << folder);
     ASSERT_EQ(chmod(path.c_str(), file) + chmod(directory.Path().c_str(), folder), 0);
-    const OtherUser user;
+    // Root, whom no permission hinders, is another user until the end of the scope.
+    const bool wasRoot = geteuid() == 0;
+    ASSERT_TRUE(!wasRoot || seteuid(65534) == 0);
+    const std::shared_ptr<void> user(nullptr, [=](void*) { EXPECT_TRUE(!wasRoot || seteuid(0) == 0); });
     DataModelDatabase reader("file:" + path + option, log.Stream());
     reader.Open();
     EXPECT_EQ(log.Text(), "");

@@ -121,32 +121,18 @@ TEST_F(MediaAssetFederationTest, NamesTheFilesThatDontAnswerAndAsksThemAgain) {
   EXPECT_THAT(silent(), testing::MatchesRegex(".*; 3: .+; ")) << "no asset changes before it was made";
 }
 
-namespace {
-
-// Opens files only while it isn't closed; until then each call waits.
-struct Gate {
-  static inline std::atomic<bool> isClosed{true};
-  static inline sqlite3_vfs vfs{};
-
-  static int Open(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
+TEST_F(MediaAssetFederationTest, AFileThatHangsHoldsUpNeitherPagesNorTheEnd) {
+  // Opens files only while it isn't closed; until then each call waits.
+  static std::atomic<bool> isClosed;
+  static sqlite3_vfs gate = *sqlite3_vfs_find(nullptr);
+  gate.zName = "gate";
+  gate.xOpen = [](sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
     while (isClosed)
       std::this_thread::sleep_for(milliseconds(1));
     sqlite3_vfs* const other = sqlite3_vfs_find(nullptr);
     return other->xOpen(other, name, file, flags, outFlags);
-  }
-
-  static void Register() {
-    vfs = *sqlite3_vfs_find(nullptr);
-    vfs.zName = "gate";
-    vfs.xOpen = Open;
-    sqlite3_vfs_register(&vfs, 0);
-  }
-};
-
-}  // namespace
-
-TEST_F(MediaAssetFederationTest, AFileThatHangsHoldsUpNeitherPagesNorTheEnd) {
-  Gate::Register();
+  };
+  sqlite3_vfs_register(&gate, 0);
   connections[1] = "file:" + directory.File("server%231.db") + "?vfs=gate";
   const auto threads = [] {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
@@ -155,7 +141,7 @@ TEST_F(MediaAssetFederationTest, AFileThatHangsHoldsUpNeitherPagesNorTheEnd) {
   std::thread([] {}).join();
   const auto before = threads();
   for (const bool opensInTheEnd : {true, false}) {
-    Gate::isClosed = true;
+    isClosed = true;
     MediaAssetFederation federation(connections, milliseconds(700));
     for (int i = 0; i < 2; ++i) {
       const FederatedPage page = federation.Find(MediaAssetSearch());
@@ -164,12 +150,12 @@ TEST_F(MediaAssetFederationTest, AFileThatHangsHoldsUpNeitherPagesNorTheEnd) {
       EXPECT_EQ(page.silent[0].reason, "no answer within 700 ms");
     }
     if (!opensInTheEnd) continue;
-    Gate::isClosed = false;
+    isClosed = false;
     while (!federation.Find(MediaAssetSearch()).silent.empty())
       std::this_thread::sleep_for(milliseconds(1));
   }
   EXPECT_EQ(threads(), before + 1) << "the thread was left to itself";
-  Gate::isClosed = false;
+  isClosed = false;
   while (threads() > before)
     std::this_thread::sleep_for(milliseconds(1));
 }

@@ -107,17 +107,14 @@ class MediaAssetSearchModelTest : public MediaAssetRepositoryReadTest {
          of([=](auto& profile) { return profile.IsUserProtected() == isProtected; })},
         {[&] { search.CreatedFrom(number); }, [=](auto& asset) { return asset.CreationDate() >= number; }},
         {[&] { search.CreatedBefore(number); }, [=](auto& asset) { return asset.CreationDate() < number; }},
-        {[&] { search.ModifiedFrom(number).ModifiedBefore(number + 3); },
-         [=](auto& asset) {
-           return asset.ModificationDate() >= number && asset.ModificationDate() < number + 3;
-         }},
-        {[&] {
-           search.LastsAtLeast(Duration::FromNanoseconds(0)).LastsAtMost(Duration::FromNanoseconds(number));
-         },
-         [=](auto& asset) {
-           const auto [isSet, length] = DurationOf(asset);
-           return isSet && length >= 0 && length <= number;
-         }},
+        {[&] { search.ModifiedFrom(number); },
+         [=](auto& asset) { return asset.ModificationDate() >= number; }},
+        {[&] { search.ModifiedBefore(number); },
+         [=](auto& asset) { return asset.ModificationDate() < number; }},
+        {[&] { search.LastsAtLeast(Duration::FromNanoseconds(number - 1)); },
+         [=](auto& asset) { return DurationOf(asset) >= std::pair(true, int64_t{number - 1}); }},
+        {[&] { search.LastsAtMost(Duration::FromNanoseconds(number - 1)); },
+         [=](auto& asset) { return DurationOf(asset).first && DurationOf(asset).second < number; }},
         {[&] { search.InGroup(MediaAssetGroupId("group")); },
          [](auto& asset) { return asset.ObjectId() % 3 == 0; }},
         {[&] { search.UsesResource(MediaResourceId("shared")); },
