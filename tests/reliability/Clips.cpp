@@ -2,9 +2,6 @@
 
 namespace Oru::Reliability {
 
-using namespace DataModel::MediaAssets;
-using namespace BusinessEntityModel::BaseTypes;
-
 namespace {
 
 // What statements give on a connection of SQLite alone, a value a line, and SQLite's text when one fails.

@@ -4,9 +4,13 @@
 
 namespace Oru::Reliability {
 
-using DataModel::MediaAssets::AnglesMediaAssetGroup;
-using DataModel::MediaAssets::MediaAsset;
-using DataModel::MediaAssets::Database::DataModelDatabase;
+using namespace BusinessEntityModel::BaseTypes;
+using namespace Common::Databases;
+using namespace Common::Databases::Sqlite;
+using namespace DataModel::MediaAssets;
+using namespace DataModel::MediaAssets::Database;
+namespace Edits = BusinessEntityModel::Edits;
+using Clock = std::chrono::steady_clock;
 
 /// A clip with something in every table below an asset. The version is in all of its parts, so that a clip of which
 /// only some were stored differs from a whole one. Its name is "v" and the version.

@@ -2,10 +2,6 @@
 
 namespace Oru::Reliability {
 
-namespace Edits = BusinessEntityModel::Edits;
-using namespace BusinessEntityModel::BaseTypes;
-using namespace Common::Databases;
-using namespace DataModel::MediaAssets;
 using AssetCursor = Sqlite::ObjectCursorSqlite<MediaAsset, MediaAsset>;
 
 class CloseTest : public testing::TestWithParam<const char*> {

@@ -4,10 +4,6 @@
 
 namespace Oru::Reliability {
 
-namespace Edits = BusinessEntityModel::Edits;
-using namespace DataModel::MediaAssets::Database;
-using Clock = std::chrono::steady_clock;
-
 class ConcurrencyTest : public testing::TestWithParam<const char*> {
  protected:
   // Repeats each work in a thread of its own for two seconds, and looks at the file that they share.

@@ -6,16 +6,8 @@
 
 namespace Oru::Reliability {
 
-using namespace Common::Databases;
-using Sqlite::TransactionGuard;
-
 namespace {
 
-using DataModel::MediaAssets::Database::MediaAssetGroupRepository;
-using DataModel::MediaAssets::Database::MediaAssetRepository;
-using DataModel::MediaAssets::Database::MediaAssetSearch;
-using DataModel::MediaAssets::Database::Protection;
-namespace Edits = BusinessEntityModel::Edits;
 using Clips = std::vector<MediaAsset>;
 
 std::string PathOf(DataModelDatabase& db) {

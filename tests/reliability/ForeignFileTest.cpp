@@ -2,9 +2,6 @@
 
 namespace Oru::Reliability {
 
-using namespace Common::Databases;
-using namespace DataModel::MediaAssets;
-
 // A file of two whole clips that another program has changed.
 class ForeignFileTest : public testing::Test {
  protected:

@@ -6,11 +6,6 @@
 
 namespace Oru::Reliability {
 
-using Common::Databases::Sqlite::ChangeListener;
-using Common::Databases::Sqlite::DatabaseSqlite;
-using Common::Databases::Sqlite::ReadGuard;
-using Common::Databases::Sqlite::TransactionGuard;
-
 namespace {
 
 // What another tool does to the tables. Each moves them, or gives them something that every write has to

@@ -21,14 +21,6 @@ extern "C" const char* __asan_default_options() {
 
 namespace Oru::Reliability {
 
-using Common::Databases::Sqlite::QuerySqlite;
-using Common::Databases::Sqlite::ReadGuard;
-using Common::Databases::Sqlite::TransactionGuard;
-using DataModel::MediaAssets::Database::MediaAssetRepository;
-using DataModel::MediaAssets::Database::MediaAssetSearch;
-using DataModel::MediaAssets::Database::Protection;
-using Clock = std::chrono::steady_clock;
-
 namespace {
 
 constexpr int ProcessCount = 4, ThreadCount = 3, ClipCount = 8;
