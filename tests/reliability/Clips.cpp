@@ -45,7 +45,7 @@ AnglesMediaAssetGroup MakeGroup(const std::string& id, int version, const std::v
 }
 
 int StoredVersion(DataModelDatabase& database, const std::string& id) {
-  const auto stored = Database::MediaAssetRepository(database).Find(MediaAssetId(id));
+  const auto stored = MediaAssetRepository(database).Find(MediaAssetId(id));
   if (!stored) return 0;
   const int version = std::atoi(stored->Name().c_str() + 1);
   return *stored == MakeClip(id, version) ? version : -1;
