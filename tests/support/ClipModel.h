@@ -44,7 +44,7 @@ class ClipModel {
   /// A removal through a repository.
   void Remove(const Identifier& id) {
     const Uses before = Used();
-    Erase([&id](const Clip& clip) { return clip.own.Id() == id; });
+    Erase({id});
     DropWhatWas(before);
   }
 
@@ -88,9 +88,9 @@ class ClipModel {
   }
 
   /// Removes clips with what they own, and nothing that they shared.
-  void Erase(const std::function<bool(const Clip&)>& isErased) {
-    for (auto clip = clips.begin(); clip != clips.end();)
-      clip = isErased(clip->second) ? clips.erase(clip) : std::next(clip);
+  void Erase(const std::set<Identifier>& ids) {
+    for (const Identifier& id : ids)
+      clips.erase(id);
     for (auto& group : groups) {
       group.second.object = group.second.object->Clone();
       auto& items = group.second.object->Items();

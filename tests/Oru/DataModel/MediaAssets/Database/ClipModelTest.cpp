@@ -236,16 +236,14 @@ class ClipWalk {
   void AddSharedResource(MediaAsset& asset) {
     const auto shared = model.resources.find(AnyOf(model.resources));
     if (shared == model.resources.end()) return;
-    const std::shared_ptr<MediaResource> resource = shared->second->Clone();
-    Add(asset, resource);
+    Add(asset, std::shared_ptr<MediaResource>(shared->second->Clone()));
   }
   void AddSharedTrack(MediaAsset& asset) {
     const auto shared = model.tracks.find(AnyOf(model.tracks));
     const auto isShared = [&](const auto& held) { return held->Id() == shared->first; };
     if (shared == model.tracks.end() || std::any_of(asset.Tracks().begin(), asset.Tracks().end(), isShared))
       return;
-    const std::shared_ptr<Track> track = shared->second->Clone();
-    asset.Tracks().Insert(track);
+    asset.Tracks().Insert(shared->second->Clone());
   }
   static void Add(MediaAsset& asset,
                   const BusinessEntityModel::BaseTypes::SharedReference<MediaResource>& reference) {
@@ -554,7 +552,7 @@ class ClipWalk {
       clip->second.own.Metadata().Erase(DapOperatorMetadataProfile::StaticFullyQualifiedName());
       Run("DELETE FROM DapOperatorMetadata WHERE refMediaAsset = " + key(desk->table, id));
     } else if (kind == 0) {
-      model.Erase([&](const auto& other) { return other.own.Id() == id; });
+      model.Erase({id});
       Run("DELETE FROM MediaAsset WHERE key = " + key(desk->table, id));
     } else if (kind == 1) {
       for (auto& other : model.clips)
@@ -590,41 +588,38 @@ class ClipWalk {
   // Through the tables, which look at all that is no longer linked.
   void Delete() {
     const Identifier id = AnyId(), second = AnyId();
-    const auto profile = [](const auto& clip) {
-      return clip.own.Metadata().template Get<DapOperatorMetadataProfile>();
-    };
-    ZuServerId server(110);
-    if (const auto clip = model.clips.find(id); clip != model.clips.end() && profile(clip->second))
-      server = profile(clip->second)->ServerId();
     const auto key = desk->table.GetObjectIdFromIdentifier(id);
-    QuerySqlite query;
-    std::function<bool(const ClipModel::Clip&)> choice = [&](const auto& clip) {
-      return clip.own.Id() == id;
-    };
     const auto kind = random.Below(6);
     action = "deletion " + std::to_string(kind) + " of " + id.Value();
+    std::set<Identifier> gone{id};
     bool isDone = false;
     if (kind == 0) {
       MediaAsset asset(id);
       asset.ObjectId(key);
       isDone = desk->table.Delete(asset) && asset.ObjectId() == -1;
     } else if (kind == 1) {
-      choice = [&](const auto& clip) { return clip.own.Id() == id || clip.own.Id() == second; };
+      gone.insert(second);
+      QuerySqlite query;
       isDone = desk->table.Delete(query.In("id", std::vector<std::string>{id.Value(), second.Value()}));
-    } else if (kind == 2) {
-      choice = [&](const auto& clip) { return profile(clip) && profile(clip)->ServerId() == server; };
+    } else if (kind == 2 && key != -1 && model.clips.at(id).own.HasDapOperatorMetadata()) {
+      const ZuServerId server = model.clips.at(id).own.DapOperatorMetadata().ServerId();
+      for (const auto& [other, clip] : model.clips) {
+        if (clip.own.HasDapOperatorMetadata() && clip.own.DapOperatorMetadata().ServerId() == server)
+          gone.insert(other);
+      }
       isDone = desk->table.DeleteByServerId(server);
     } else if (kind == 3) {
-      choice = [](const auto&) { return false; };
+      gone.clear();
       isDone = desk->table.CleanUpDependentData();
     } else if (kind == 4 && random.Chance(8)) {
-      choice = [](const auto&) { return true; };
+      for (const auto& clip : model.clips)
+        gone.insert(clip.first);
       isDone = desk->table.DeleteAll();
     } else {
       isDone = desk->table.Delete(key);
     }
     EXPECT_TRUE(isDone) << action << log.Text();
-    model.Erase(choice);
+    model.Erase(gone);
     model.CleanUp();
   }
 
