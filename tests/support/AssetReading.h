@@ -17,9 +17,9 @@ namespace Oru::TestSupport {
 using namespace DataModel::MediaAssets;
 using DataModel::MediaAssets::Database::DataModelDatabase;
 
-/// The row of a stored asset with all that is the asset's own, but without resources and tracks.
+/// All that is stored of an asset, with resources and the streams of channels by their identifiers alone.
 /// @throws std::invalid_argument when there is no such row
-inline MediaAsset ReadOwnParts(DataModelDatabase& database, int64_t key) {
+inline MediaAsset ReadLazy(DataModelDatabase& database, int64_t key) {
   auto& assets = database.GetMediaAssetTable();
   MediaAsset asset;
   if (!assets.GetObject(key, asset)) throw std::invalid_argument("there is no asset of that key");
@@ -27,29 +27,24 @@ inline MediaAsset ReadOwnParts(DataModelDatabase& database, int64_t key) {
   assets.ReadMetadata(asset);
   assets.ReadDapOperatorMetadata(asset);
   assets.ReadAnnotations(asset);
+  assets.ReadMediaResourcesLazy(asset);
+  assets.ReadTrackLazy(asset);
   return asset;
 }
 
-/// All that is stored of an asset, down to the metadata of essences.
+/// The same with resources and tracks in full, down to the metadata of essences.
 inline MediaAsset ReadDeep(DataModelDatabase& database, int64_t key) {
-  auto asset = ReadOwnParts(database, key);
-  auto& assets = database.GetMediaAssetTable();
-  assets.ReadMediaResources(asset);
-  assets.ReadTrack(asset);
+  auto asset = ReadLazy(database, key);
+  asset.MediaResources().Clear();
+  asset.Tracks().Clear();
+  database.GetMediaAssetTable().ReadMediaResources(asset);
+  database.GetMediaAssetTable().ReadTrack(asset);
   for (auto& resource : asset.MediaResources()) {
     for (auto& stream : resource->Streams()) {
       for (const auto& essence : stream->Essences())
         database.GetEssenceTable().ReadMetadata(*essence);
     }
   }
-  return asset;
-}
-
-/// The same with resources and the streams of channels by their identifiers alone.
-inline MediaAsset ReadLazy(DataModelDatabase& database, int64_t key) {
-  auto asset = ReadOwnParts(database, key);
-  database.GetMediaAssetTable().ReadMediaResourcesLazy(asset);
-  database.GetMediaAssetTable().ReadTrackLazy(asset);
   return asset;
 }
 

@@ -11,11 +11,8 @@
 namespace Oru::BusinessEntityModel::Edits::Database {
 
 using namespace BaseTypes;
-using namespace Common::Databases;
-using namespace Common::Databases::Sqlite;
 using DataModel::MediaAssets::ZuServerId;
 using DataModel::MediaAssets::Database::NotStoredException;
-using TimePoints::Duration;
 
 class EditRepositoryTest : public TestSupport::OpenDatabase {
  protected:
@@ -101,7 +98,7 @@ TEST_F(EditRepositoryTest, WhatCantBeStoredIsRefusedByName) {
 
 TEST_F(EditRepositoryTest, ADurationThatIsNotFixedIsStoredAndReadAsNone) {
   Sequence sequence(SequenceId("s"));
-  SequenceDuration duration(Duration::FromNanoseconds(5000000000));
+  SequenceDuration duration(TimePoints::Duration::FromNanoseconds(5000000000));
   duration.Fixed(false);
   sequence.Duration(duration);
   ASSERT_TRUE(sequences.Save(sequence));

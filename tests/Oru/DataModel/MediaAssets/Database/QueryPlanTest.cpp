@@ -40,19 +40,6 @@ class QueryPlanTest : public TestSupport::OpenDatabase {
       EXPECT_LE(count, few.at(name) * 11 / 10) << name << ", at first " << few.at(name);
   }
 
-  // Clips up to a number of them, each on a server of its own, and a group for every fourth.
-  void FillUpTo(int count) {
-    database.BeginTransaction();
-    for (; filled < count; ++filled) {
-      MediaAsset clip = MakeClip("clip" + std::to_string(filled));
-      clip.DapOperatorMetadata().ServerId(ServerOf(filled));
-      ASSERT_TRUE(assets.Save(clip)) << log.Text();
-      if (filled % 4 != 0) continue;
-      auto group = TestSupport::MakeGroup("group" + std::to_string(filled), {clip.Id().Value()});
-      ASSERT_TRUE(angles.Save(group, true)) << log.Text();
-    }
-    database.EndTransaction(true);
-  }
   static ZuServerId ServerOf(int number) { return ZuServerId(1000 + 10 * number); }
 
   std::map<std::string, int64_t> counts;
@@ -60,7 +47,6 @@ class QueryPlanTest : public TestSupport::OpenDatabase {
   std::set<std::string> texts;
   AnglesMediaAssetGroupTable& angles = database.GetAnglesMediaAssetGroupTable();
   int64_t steps = 0;
-  int filled = 0;
 };
 
 TEST_F(QueryPlanTest, NothingIsDeletedOrLookedUpBelowARowThatIsNew) {
@@ -101,11 +87,23 @@ TEST_F(QueryPlanTest, TheStepsOfAJobDoNotGrowWithTheFile) {
     return counts;
   };
 
-  FillUpTo(100);
+  // Each clip is on a server of its own, and there is a group for every fourth.
+  const auto fill = [this](int from, int end) {
+    Common::Databases::Sqlite::TransactionGuard transaction(database);
+    for (int number = from; number < end; ++number) {
+      MediaAsset clip = MakeClip("clip" + std::to_string(number));
+      clip.DapOperatorMetadata().ServerId(ServerOf(number));
+      ASSERT_TRUE(assets.Save(clip)) << log.Text();
+      auto group = TestSupport::MakeGroup("group" + std::to_string(number), {clip.Id().Value()});
+      ASSERT_TRUE(number % 4 != 0 || angles.Save(group, true)) << log.Text();
+    }
+    transaction.Commit();
+  };
+  fill(0, 100);
   // The first clean-up of a connection looks at everything.
   ASSERT_TRUE(assets.CleanUpDependentData());
   const auto early = stepsOfJobs(50);
-  FillUpTo(2000);
+  fill(100, 2000);
   ASSERT_TRUE(assets.CleanUpDependentData());
   const auto late = stepsOfJobs(1050);
   ExpectAsFew(late, early);
