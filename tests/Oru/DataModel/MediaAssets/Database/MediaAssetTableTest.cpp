@@ -230,16 +230,15 @@ TEST_F(MediaAssetTableTest, ARefusedChannelLeavesThoseBeforeIt) {
 TEST_F(MediaAssetTableTest, AnItemWhoseAssetIsNotStoredEndsTheSaveOfAGroupThere) {
   MediaAsset clip{MediaAssetId("a")};
   Store(clip);
-  AnglesMediaAssetGroup group(MediaAssetGroupId("g"), "group");
+  MediaAssetGroup reading;
   for (const char* missing : {"missing", ""}) {
-    group.Items() = MakeGroup("g", {"a", missing, "a"}, "angle").Items();
+    AnglesMediaAssetGroup group = MakeGroup("g", {"a", missing, "a"}, "angle");
     EXPECT_FALSE(groups.Save(group));
     ExpectOneEntry(std::string("asset ") + missing + ", which item 1 of a group refers to, isn't stored");
     EXPECT_EQ(Count("MediaAssetGroup") + Count("MediaAssetGroupItem"), 2);
+    reading.ObjectId(group.ObjectId());
   }
   // Lazily read items know their asset by its identifier, and others hold it.
-  MediaAssetGroup reading;
-  reading.ObjectId(group.ObjectId());
   groups.ReadAnglesMediaAssetGroupItems(reading, true);
   groups.ReadAnglesMediaAssetGroupItems(reading, false);
   ASSERT_EQ(reading.Items().size(), 2U) << "a second reading adds";
@@ -325,13 +324,11 @@ TEST_F(DapOperatorMetadataTableTest, StoredPlacesOutsideTheirRangesArePassedOver
   };
   for (const auto& [assignment, isRead] : cases) {
     Run("UPDATE DapOperatorMetadata SET zuServerId = 70, dapIdPage = 7, dapIdBank = 7, dapIdRow = 7, dapIdCamera = 71");
-    MediaAsset asset;
-    asset.ObjectId(clip.ObjectId());
-    assets.ReadDapOperatorMetadata(asset);
-    EXPECT_EQ(asset.DapOperatorMetadata().DapId(), held);
+    assets.ReadDapOperatorMetadata(clip);
+    EXPECT_EQ(Profile().DapId(), held);
     Run(std::string("UPDATE DapOperatorMetadata SET ") + assignment);
-    assets.ReadDapOperatorMetadata(asset);
-    EXPECT_EQ(asset.DapOperatorMetadata().DapId() != held, isRead) << assignment;
+    assets.ReadDapOperatorMetadata(clip);
+    EXPECT_EQ(Profile().DapId() != held, isRead) << assignment;
   }
 }
 
