@@ -87,7 +87,8 @@ TEST_P(CloseTest, ATableOfAClosedDatabaseRefusesAndWorksAgain) {
   EXPECT_THROW(assets.Save(clip), ObjectClosedException);
   clip.ObjectId(1);
   ExpectRefused({[&] { return assets.Save(clip); }, [&] { return assets.Delete(clip); },
-                 [&] { return assets.DeleteAll(); }, [&] { return assets.CleanUpDependentData(); }},
+                 [&] { return assets.DeleteAll(); }, [&] { return assets.CleanUpDependentData(); },
+                 [&] { return db->ExecuteStatement("SELECT 1"); }},
                 "closed database");
   EXPECT_THROW(assets.GetObject(1, read), ObjectClosedException);
   EXPECT_THROW(assets.ReadMediaResources(clip), ObjectClosedException);

@@ -54,7 +54,8 @@ TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
     EXPECT_EQ(AsEveryType(objects, "v"), expected);
     EXPECT_EQ(AsEveryType(objects, 1), expected);
     EXPECT_EQ(AsEveryType(row, "v"), expected);
-    const std::string text = cursor.GetString("v");
+    std::string text, same;
+    EXPECT_TRUE(cursor.Get("v", text) && cursor.Get(1, same) && same == text);
     const auto size = static_cast<int32_t>(text.size());
     uint8_t *bytes = nullptr, two[2] = {9, 9};
     ASSERT_EQ(cursor.GetBytes("v", &bytes), size);
