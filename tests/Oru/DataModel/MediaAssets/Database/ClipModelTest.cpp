@@ -106,7 +106,7 @@ class ClipWalk {
         &ClipWalk::Put,     &ClipWalk::Put,       &ClipWalk::Put,      &ClipWalk::PutAll,
         &ClipWalk::Copy,    &ClipWalk::Change,    &ClipWalk::Change,   &ClipWalk::Remove,
         &ClipWalk::Remove,  &ClipWalk::RemoveAll, &ClipWalk::PutGroup, &ClipWalk::RemoveGroup,
-        &ClipWalk::PutEdit, &ClipWalk::PutEdit,   &ClipWalk::PutEdit,  &ClipWalk::RemoveEdit};
+        &ClipWalk::PutEdit, &ClipWalk::PutEdit,   &ClipWalk::Remove,   &ClipWalk::RemoveEdit};
     static const std::vector<Operation> throughTables = {
         &ClipWalk::Save,          &ClipWalk::Save,          &ClipWalk::Save,   &ClipWalk::SaveGroup,
         &ClipWalk::RemoveGroup,   &ClipWalk::Unlink,        &ClipWalk::Unlink, &ClipWalk::Delete,
@@ -223,7 +223,7 @@ class ClipWalk {
       if (!streams.empty() && random.Chance(5)) streams.erase(streams.begin() + Place(streams.size()));
       if (random.Chance(4)) std::reverse(streams.begin(), streams.end());
     }
-    if (random.Chance(3)) AddSharedTrack(asset);
+    if (random.Chance(2)) AddSharedTrack(asset);
     if (random.Chance(3)) Add(asset, random.Chance(6) ? Identifier(random.Id()) : AnyOf(model.resources));
     if (!asset.Tracks().Empty() && random.Chance(5))
       asset.Tracks().Erase(random.Below(asset.Tracks().Size()));

@@ -264,7 +264,10 @@ TEST_F(MediaAssetRepositoryTest, AStreamMovesBetweenTheResourcesOfAnAssetAndKeep
   repository.Put(clip);
   EXPECT_EQ(repository.Find(clip.Id()), clip);
   EXPECT_EQ(Value("SELECT channelNr FROM TrackChannel WHERE channelNr = 5"), "5");
-  EXPECT_EQ(Count("MediaResource"), 1);
+  repository.Remove(clip.Id());
+  EXPECT_EQ(Count("MediaResource"), 1) << "a channel is on it";
+  repository.Remove(user.Id());
+  EXPECT_EQ(Count("MediaResource"), 0);
 }
 
 TEST_F(MediaAssetRepositoryTest, AGroupThatCannotBeStoredIsRefusedByName) {
