@@ -3,6 +3,8 @@
 #include "support/Prelude.h"
 
 #include <csignal>
+#include <new>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -38,5 +40,13 @@ class ChildProcess {
  private:
   pid_t mPid = -1;
 };
+
+/// An object in memory that this process shares with the children that it starts later.
+template <class T>
+std::shared_ptr<T> SharedWithChildren() {
+  void* memory = mmap(nullptr, sizeof(T), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+  if (memory == MAP_FAILED) throw std::bad_alloc();
+  return std::shared_ptr<T>(new (memory) T{}, [](T* object) { munmap(object, sizeof(T)); });
+}
 
 }  // namespace Oru::Reliability

@@ -1,8 +1,6 @@
 #include "reliability/ChildProcess.h"
 #include "reliability/Clips.h"
 
-#include <sys/mman.h>
-
 namespace Oru::Reliability {
 namespace {
 
@@ -47,9 +45,8 @@ TEST_P(PowerLossTest, KeepsEveryReportedCommitAndNoHalfClip) {
   const TestSupport::TemporaryDirectory directory;
   const std::string path = directory.File("clips.db");
   const std::string connection = "file:" + path + "?_journal_mode=" + GetParam();
-  void* memory = mmap(nullptr, sizeof(Reports), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-  ASSERT_NE(memory, MAP_FAILED);
-  auto& reports = *new (memory) Reports{};
+  const auto shared = SharedWithChildren<Reports>();
+  Reports& reports = *shared;
   std::mt19937 random(20240229);
   for (unsigned round = 1; round <= 100 && !HasFailure(); ++round) {
     SCOPED_TRACE(round);
@@ -80,7 +77,6 @@ TEST_P(PowerLossTest, KeepsEveryReportedCommitAndNoHalfClip) {
     EXPECT_FALSE(HasSideFiles(path));
   }
   EXPECT_GE(reports.commits, 80);
-  munmap(memory, sizeof(Reports));
 }
 
 INSTANTIATE_TEST_SUITE_P(Journal, PowerLossTest, testing::Values("delete", "wal"),

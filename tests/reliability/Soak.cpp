@@ -9,9 +9,6 @@
 #include "reliability/Clips.h"
 
 #include <array>
-#include <new>
-#include <sys/mman.h>
-#include <unistd.h>
 
 // A long memory of what was freed would look like growth.
 extern "C" const char* __asan_default_options();
@@ -234,14 +231,7 @@ struct Place {
 class Soak {
  public:
   Soak(const std::string& journal, std::chrono::seconds time, unsigned seed)
-      : mJournal(journal), mHalf(Clock::now() + time / 2), mEnd(mHalf + time / 2), mRandom(seed) {
-    void* memory = mmap(nullptr, sizeof(Board), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) throw std::bad_alloc();
-    mBoard = new (memory) Board;
-  }
-  Soak(const Soak&) = delete;
-  Soak& operator=(const Soak&) = delete;
-  ~Soak() { munmap(mBoard, sizeof(Board)); }
+      : mJournal(journal), mHalf(Clock::now() + time / 2), mEnd(mHalf + time / 2), mRandom(seed) {}
 
   bool Run() {
     for (std::size_t process = 0; process < ProcessCount; ++process)
@@ -345,7 +335,7 @@ class Soak {
   const std::string mConnection = "file:" + mPath + "?_busy_timeout=20000&_journal_mode=" + mJournal;
   const Clock::time_point mHalf, mEnd;
   std::minstd_rand mRandom;
-  Board* mBoard = nullptr;
+  const std::shared_ptr<Board> mBoard = SharedWithChildren<Board>();
   std::array<Place, ProcessCount> mPlaces;
   bool mIsSound = true;
   int mKills = 0, mNewFiles = 0, mClipsAtEnd = 0;

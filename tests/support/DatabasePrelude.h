@@ -20,3 +20,12 @@
 #include "support/ClipBuilder.h"
 #include "support/OpenDatabase.h"
 #include "support/Prelude.h"
+
+namespace Oru::DataModel::MediaAssets::Database {
+
+using namespace BusinessEntityModel::BaseTypes;
+using namespace Common::Databases;
+using namespace Common::Databases::Sqlite;
+using namespace TestSupport;
+
+}  // namespace Oru::DataModel::MediaAssets::Database

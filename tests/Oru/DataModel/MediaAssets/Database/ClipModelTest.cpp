@@ -13,12 +13,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 namespace {
 
-using namespace TestSupport;
-using BusinessEntityModel::BaseTypes::Identifier;
-using Common::Databases::Sqlite::QuerySqlite;
-using Common::Databases::Sqlite::SavepointGuard;
-using Common::Databases::Sqlite::TransactionGuard;
-
 // One way to a file.
 struct Desk {
   Desk(const std::string& file, const CapturedLog& log)

@@ -5,10 +5,6 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using namespace Common::Databases;
-using TestSupport::IsStored;
-using TestSupport::MakeClip;
-
 class DataModelDatabaseTest : public testing::Test {
  protected:
   TestSupport::TemporaryDirectory directory;

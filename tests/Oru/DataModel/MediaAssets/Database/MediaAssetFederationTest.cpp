@@ -6,11 +6,8 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using Common::Databases::ArgumentException;
 using std::chrono::milliseconds;
 using testing::HasSubstr;
-using TestSupport::ExpectPages;
-using TestSupport::Ids;
 
 class MediaAssetFederationTest : public testing::Test {
  protected:

@@ -4,9 +4,6 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using TestSupport::Ids;
-using TestSupport::MakeClip;
-
 class MediaAssetRepositoryReadTest : public TestSupport::OpenDatabase {
  protected:
   MediaAssetRepository repository{database};

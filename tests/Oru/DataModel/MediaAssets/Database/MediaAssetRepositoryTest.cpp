@@ -9,12 +9,6 @@
 namespace Oru::DataModel::MediaAssets::Database {
 namespace {
 
-using namespace TestSupport;
-using BusinessEntityModel::BaseTypes::GenericMetadataProfile;
-using BusinessEntityModel::BaseTypes::Identifier;
-using Common::Databases::InvalidOperationException;
-using Common::Databases::Sqlite::ReadGuard;
-using Common::Databases::Sqlite::TransactionGuard;
 using testing::ThrowsMessage;
 
 class MediaAssetRepositoryTest : public OpenDatabase {

@@ -10,10 +10,6 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using namespace BusinessEntityModel::BaseTypes;
-using namespace TestSupport;
-using Common::Databases::Sqlite::FullTextExpression;
-using Common::Databases::Sqlite::QuerySqlite;
 using testing::ElementsAre;
 using testing::ThrowsMessage;
 using TimePoints::Rate;

@@ -2,10 +2,6 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using TestSupport::MakeClip;
-using TestSupport::ReadDeep;
-using TestSupport::ReadLazy;
-
 // Counts the steps that each statement on the connection takes.
 class QueryPlanTest : public TestSupport::OpenDatabase {
  public:

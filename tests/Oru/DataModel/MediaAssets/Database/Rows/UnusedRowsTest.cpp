@@ -4,8 +4,6 @@
 
 namespace Oru::DataModel::MediaAssets::Database {
 
-using Common::Databases::Sqlite::TransactionGuard;
-
 class UnusedRowsTest : public testing::Test {
  protected:
   UnusedRowsTest() { database.Open(); }
