@@ -47,7 +47,7 @@ TEST_P(CloseTest, InEveryOrder) {
     MediaAsset read;
     if (living & 1) {
       cursor = std::make_unique<AssetCursor>();
-      Sqlite::QuerySqlite all;
+      QuerySqlite all;
       assets.OpenObjectCursor(*cursor, all);
       EXPECT_TRUE(cursor->Next(read));
     }
@@ -56,7 +56,7 @@ TEST_P(CloseTest, InEveryOrder) {
       MediaAsset clip = MakeClip("a", 2);
       EXPECT_TRUE(assets.Save(clip));
     }
-    std::optional<Sqlite::TransactionGuard> guard;
+    std::optional<TransactionGuard> guard;
     if ((living & 8) && !(living & 2)) guard.emplace(*db);
     if (living & 16) {
       guard.reset();
@@ -92,7 +92,7 @@ TEST_P(CloseTest, ATableOfAClosedDatabaseRefusesAndWorksAgain) {
                 "closed database");
   EXPECT_THROW(assets.GetObject(1, read), ObjectClosedException);
   EXPECT_THROW(assets.ReadMediaResources(clip), ObjectClosedException);
-  EXPECT_THROW(Sqlite::TransactionGuard{*db}, InvalidOperationException);
+  EXPECT_THROW(TransactionGuard{*db}, InvalidOperationException);
   ExpectWellClosed();
   db->Open();
   MediaAsset again = MakeClip("c", 1);
@@ -113,7 +113,7 @@ TEST_P(CloseTest, UnderAnotherConnectionsLockEachWriteGivesFalseAndSaysWhy) {
   Edits::Edit edit{Edits::EditId("e")};
   Edits::Sequence sequence{Edits::SequenceId("s")};
   Edits::DapOperatorMetadataProfile profile;
-  Sqlite::QuerySqlite all;
+  QuerySqlite all;
   const std::vector<std::function<bool()>> writes = {
       [&] { return db->GetMediaAssetTable().Save(clip); },
       [&] { return db->GetMediaAssetTable().Save(known); },

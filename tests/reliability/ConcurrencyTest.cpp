@@ -68,7 +68,7 @@ TEST_P(ConcurrencyTest, ThreadsShareADatabaseThroughRepositoriesOfTheirOwn) {
       std::vector<MediaAsset> batch;
       for (const char* number : {"/0", "/1", "/2"})
         batch.push_back(MakeClip(worker + number, round));
-      batch[0].MediaResources().Insert(BusinessEntityModel::BaseTypes::Identifier("none"));
+      batch[0].MediaResources().Insert(Identifier("none"));
       EXPECT_EQ(repository->PutAll(batch).size(), 1U);
       repository->Change("shared", [&](MediaAsset& asset) { asset.Description(std::to_string(++changes)); });
       for (MediaAsset& asset : repository->Each(MediaAssetSearch(), MediaAssetParts::All))

@@ -57,7 +57,7 @@ bool SavesAgain(DataModelDatabase& db, Clips&) {
 
 bool Deletes(DataModelDatabase& db, Clips&) {
   auto& assets = db.GetMediaAssetTable();
-  const int64_t key = assets.GetObjectIdFromIdentifier(DataModel::MediaAssets::MediaAssetId("a"));
+  const int64_t key = assets.GetObjectIdFromIdentifier(MediaAssetId("a"));
   return key == -1 ? assets.CleanUpDependentData() : assets.Delete(key);
 }
 
@@ -78,7 +78,7 @@ bool HasNewGroup(DataModelDatabase& db) {
 template <std::size_t Which>
 bool Puts(DataModelDatabase& db, Clips& clips) {
   int heard = 0;
-  const Sqlite::ChangeListener listener(db, [&heard](const auto&) { ++heard; });
+  const ChangeListener listener(db, [&heard](const auto&) { ++heard; });
   try {
     MediaAssetRepository(db).Put(clips[Which]);
   } catch (...) {
@@ -96,10 +96,10 @@ bool PutsAll(DataModelDatabase& db, Clips& clips) {
 bool PutsInSavepoints(DataModelDatabase& db, Clips& clips) {
   TransactionGuard transaction(db);
   MediaAsset kept = *clips[1].Clone();
-  Sqlite::SavepointGuard first(db);
+  SavepointGuard first(db);
   MediaAssetRepository(db).Put(kept);
   first.Commit();
-  Sqlite::SavepointGuard second(db);
+  SavepointGuard second(db);
   MediaAssetRepository(db).Remove("a", Protection::Ignore);
   second.Rollback();
   transaction.Commit();
@@ -122,7 +122,7 @@ bool PutsEdit(DataModelDatabase& db, Clips&) {
   for (const char* id : {"s", "t"}) {
     auto sequence = std::make_unique<Edits::Sequence>(Edits::SequenceId(id));
     const auto profile = std::make_shared<Edits::DapOperatorMetadataProfile>();
-    profile->ServerId(DataModel::MediaAssets::ZuServerId(10));
+    profile->ServerId(ZuServerId(10));
     sequence->Metadata().Set(profile);
     edit.Sequences().Add(std::move(sequence));
   }

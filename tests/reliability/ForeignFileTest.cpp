@@ -22,7 +22,7 @@ class ForeignFileTest : public testing::Test {
   const TestSupport::TemporaryDirectory directory;
   TestSupport::CapturedLog log;
   DataModelDatabase db{"file:" + directory.File("clips.db") + "?_synchronous=off", log.Stream()};
-  DataModel::MediaAssets::Database::MediaAssetTable& assets = db.GetMediaAssetTable();
+  MediaAssetTable& assets = db.GetMediaAssetTable();
 };
 
 TEST_F(ForeignFileTest, AMissingColumnSpoilsItsOwnTableAlone) {

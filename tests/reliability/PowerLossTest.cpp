@@ -24,7 +24,7 @@ bool WriteForEver(const std::string& connection, Reports& reports, unsigned seed
   for (int version = static_cast<int>(seed) * 1000;; ++version) {
     const int number = static_cast<int>(random() % ClipCount);
     const bool isDeletion = random() % 4 == 0;
-    Common::Databases::Sqlite::TransactionGuard transaction(db);
+    TransactionGuard transaction(db);
     MediaAsset clip = MakeClip(ClipId(number), version);
     auto& assets = db.GetMediaAssetTable();
     const int64_t key = assets.GetObjectIdFromIdentifier(clip.Id());

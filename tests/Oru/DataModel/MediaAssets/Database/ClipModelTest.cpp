@@ -239,8 +239,7 @@ class ClipWalk {
       return;
     asset.Tracks().Insert(shared->second->Clone());
   }
-  static void Add(MediaAsset& asset,
-                  const BusinessEntityModel::BaseTypes::SharedReference<MediaResource>& reference) {
+  static void Add(MediaAsset& asset, const SharedReference<MediaResource>& reference) {
     if (asset.MediaResources().Find(reference) == asset.MediaResources().end())
       asset.MediaResources().Insert(reference);
   }

@@ -25,8 +25,7 @@ TEST_F(DataModelDatabaseScriptsTest, EveryReadByOwnerGoesThroughAnIndex) {
                                         "pragma_foreign_key_list(m.name) f WHERE m.type = 'table'");
   EXPECT_FALSE(keys.empty());
   for (const std::string& key : keys) {
-    Common::Databases::Sqlite::CursorSqlite plan(database,
-                                                 "EXPLAIN QUERY PLAN SELECT * FROM " + key + " = 5");
+    CursorSqlite plan(database, "EXPLAIN QUERY PLAN SELECT * FROM " + key + " = 5");
     ASSERT_TRUE(plan.Step()) << key;
     EXPECT_THAT(plan.GetString("detail"), testing::StartsWith("SEARCH")) << key;
   }

@@ -14,7 +14,7 @@ TEST_F(MediaAssetRepositoryReadTest, WhatAssetsShareIsReadForEach) {
   MediaAsset clip = MakeClip("clip");
   repository.Put(clip);
   repository.Copy(clip.Id(), MediaAssetId("sharing"), CopyResources::Share);
-  const Common::Databases::Sqlite::ReadGuard guard(database);
+  const ReadGuard guard(database);
   const auto found = repository.Find(MediaAssetSearch(), MediaAssetParts::All).assets;
   ASSERT_EQ(found.size(), 2U);
   EXPECT_EQ(found[0], clip);
@@ -189,16 +189,16 @@ TEST_F(MediaAssetSearchModelTest, WhatIsTypedIsFoundByRelevance) {
 
 TEST_F(MediaAssetSearchModelTest, APageAfterAnUnknownAssetIsRefused) {
   MediaAsset unknown{MediaAssetId("id")};
-  EXPECT_THROW(repository.Find(MediaAssetSearch().After(unknown)), Common::Databases::ArgumentException);
+  EXPECT_THROW(repository.Find(MediaAssetSearch().After(unknown)), ArgumentException);
   unknown.ObjectId(10000);
   unknown.HeldParts(MediaAssetParts::Row);
   EXPECT_THROW(repository.Find(MediaAssetSearch().After(unknown).OrderBy(MediaAssetOrder::Place)),
-               Common::Databases::ArgumentException);
+               ArgumentException);
   EXPECT_TRUE(repository.Find(MediaAssetSearch().After(unknown)).assets.empty());
 }
 
 TEST_F(MediaAssetSearchModelTest, AWalkPassesEachAssetOnceWhateverIsWritten) {
-  const Common::Databases::Sqlite::TransactionGuard guard(database);
+  const TransactionGuard guard(database);
   int count = 0;
   for (MediaAsset& asset : repository.Each(MediaAssetSearch().OrderBy(MediaAssetOrder::Name))) {
     // Its new name moves it to the end of the order, a copy appears there, and the asset after it is gone or

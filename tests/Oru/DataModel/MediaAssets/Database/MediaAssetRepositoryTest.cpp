@@ -277,13 +277,13 @@ TEST_F(MediaAssetRepositoryTest, AGroupThatCannotBeStoredIsRefusedByName) {
     made->Clip(clip);
     return made;
   };
-  const auto generic = std::make_shared<BusinessEntityModel::BaseTypes::GenericMetadataProfile>("notes");
+  const auto generic = std::make_shared<GenericMetadataProfile>("notes");
   generic->Set("by", "Zoe");
   const struct {
     const char *id, *reason;
     bool isMultiAngle;
     std::vector<std::string> clips;
-    std::shared_ptr<BusinessEntityModel::BaseTypes::MetadataProfile> profile;
+    std::shared_ptr<MetadataProfile> profile;
   } cases[] = {
       {"", "the group has no identifier", true, {}, {}},
       {"g", "g: item 1 refers to asset gone, which isn't stored", false, {"a", "gone"}, {}},

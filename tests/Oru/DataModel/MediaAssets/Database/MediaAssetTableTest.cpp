@@ -68,13 +68,12 @@ TEST_F(MediaAssetTableTest, WhatRunsFindsWhatTheGeneratedTextsFind) {
   int opened = 0;
   for (QuerySqlite& query : queries) {
     const std::string text = assets.StatementGenerator().GenerateSelectStatement(query);
-    Common::Databases::Sqlite::CursorSqlite generated(
-        database, text, assets.StatementGenerator().GenerateSelectCountStatement(query));
+    CursorSqlite generated(database, text, assets.StatementGenerator().GenerateSelectCountStatement(query));
     const auto cursor = assets.OpenRawCursor(query);
     ASSERT_EQ(cursor->IsOpened(), generated.IsOpened()) << text;
     if (!cursor->IsOpened()) continue;
     ++opened;
-    for (Common::Databases::Sqlite::RawReadSqlite row; cursor->Next(row);) {
+    for (RawReadSqlite row; cursor->Next(row);) {
       ASSERT_TRUE(generated.Step()) << text;
       for (const std::string& column : MediaAssetTable::selectColumnAliases) {
         EXPECT_EQ(row.GetString(column), generated.GetString(column)) << column << " in " << text;
@@ -96,7 +95,7 @@ TEST_F(MediaAssetTableTest, ARawCursorMarksWhatMatched) {
       {FullTextExpression::InColumn("name", FullTextExpression::Phrase("goal")), "b:<b>Goal</b>:The goal;"}};
   for (const auto& [expression, expected] : marked) {
     std::string texts;
-    Common::Databases::Sqlite::RawReadSqlite row;
+    RawReadSqlite row;
     QuerySqlite query;
     query.Match("MediaAssetFts", expression).OrderByAsc("id");
     for (const auto cursor = assets.OpenRawCursor(query); cursor->Next(row);)

@@ -85,7 +85,7 @@ TEST_F(QueryPlanTest, TheStepsOfAJobDoNotGrowWithTheFile) {
 
   // Each clip is on a server of its own, and there is a group for every fourth.
   const auto fill = [this](int from, int end) {
-    Common::Databases::Sqlite::TransactionGuard transaction(database);
+    TransactionGuard transaction(database);
     for (int number = from; number < end; ++number) {
       MediaAsset clip = MakeClip("clip" + std::to_string(number));
       clip.DapOperatorMetadata().ServerId(ServerOf(number));
@@ -120,7 +120,7 @@ TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
         "INSERT OR IGNORE INTO DapOperatorKeywords(refDapOperatorMetadata, nr, keyword) SELECT refMediaAsset, 0, "
         "iif(refMediaAsset <= 60, 'corner ', 'goal ') || refMediaAsset FROM DapOperatorMetadata;");
   };
-  using Ask = std::function<void(Common::Databases::Query&)>;
+  using Ask = std::function<void(Query&)>;
   const std::pair<const char*, Ask> lists[] = {
       {"a match by rank",
        [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByAsc("MediaAssetFts.rank"); }},
@@ -130,13 +130,13 @@ TEST_F(QueryPlanTest, APageOfAListTakesTheSameStepsHoweverManyClipsThereAre) {
        [](auto& query) { query.Match("MediaAssetFts", "goal").OrderByDesc("creationDate"); }},
       {"of a beginning of a keyword",
        [](auto& query) {
-         Common::Databases::Sqlite::QuerySqlite begins;
+         QuerySqlite begins;
          begins.BeginWith("keyword", "Cor");
          query.In("MediaAsset.key", "DapOperatorKeywords", "refDapOperatorMetadata", begins);
        }},
       {"of a server by date",
        [](auto& query) {
-         Common::Databases::Sqlite::QuerySqlite ofServer;
+         QuerySqlite ofServer;
          ofServer.Equals("zuServerId", 7);
          query.In("MediaAsset.key", "DapOperatorMetadata", "refMediaAsset", ofServer)
              .OrderByDesc("creationDate");
