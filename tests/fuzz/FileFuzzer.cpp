@@ -322,6 +322,7 @@ void Use(DataModelDatabase& db, std::size_t number) {
 }  // namespace
 
 // A long memory of what was allocated would take much of the time.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that AddressSanitizer looks for
 extern "C" const char* __asan_default_options() {
   return "quarantine_size_mb=8:malloc_context_size=4:max_malloc_fill_size=0";
 }

@@ -9,6 +9,7 @@ class ConcurrencyTest : public testing::TestWithParam<const char*> {
   // Repeats each work in a thread of its own for two seconds, and looks at the file that they share.
   void RunThreads(const std::vector<std::function<void(int)>>& works) {
     std::vector<std::thread> threads;
+    threads.reserve(works.size());
     for (const auto& work : works) {
       threads.emplace_back([&work, end = Clock::now() + std::chrono::seconds(2)] {
         for (int round = 1; Clock::now() < end; ++round)

@@ -12,10 +12,6 @@ struct Reports {
   std::atomic<int> versions[ClipCount], commits, number, underWay;
 };
 
-std::string ClipId(int number) {
-  return "clip " + std::to_string(number);
-}
-
 // Saves and deletes clips in transactions for ever.
 bool WriteForEver(const std::string& connection, Reports& reports, unsigned seed) {
   DataModelDatabase db(connection, nullptr);
@@ -25,7 +21,7 @@ bool WriteForEver(const std::string& connection, Reports& reports, unsigned seed
     const int number = static_cast<int>(random() % ClipCount);
     const bool isDeletion = random() % 4 == 0;
     TransactionGuard transaction(db);
-    MediaAsset clip = MakeClip(ClipId(number), version);
+    MediaAsset clip = MakeClip(std::to_string(number), version);
     auto& assets = db.GetMediaAssetTable();
     const int64_t key = assets.GetObjectIdFromIdentifier(clip.Id());
     if (!(isDeletion ? assets.Delete(key) : assets.Save(clip))) return false;
@@ -64,7 +60,7 @@ TEST_P(PowerLossTest, KeepsEveryReportedCommitAndNoHalfClip) {
     DataModelDatabase db(connection, log.Stream());
     db.Open();
     for (int i = 0; i < ClipCount; ++i) {
-      const int stored = StoredVersion(db, ClipId(i));
+      const int stored = StoredVersion(db, std::to_string(i));
       EXPECT_TRUE(stored == reports.versions[i] || (i == reports.number && stored == reports.underWay))
           << stored;
       reports.versions[i] = stored;

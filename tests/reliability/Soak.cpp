@@ -11,7 +11,7 @@
 #include <array>
 
 // A long memory of what was freed would look like growth.
-extern "C" const char* __asan_default_options();
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that AddressSanitizer looks for
 extern "C" const char* __asan_default_options() {
   return "quarantine_size_mb=8";
 }
@@ -111,9 +111,7 @@ struct Worker {
     } else if (kind < 65) {
       const std::vector<int> some{clip, (clip + 1) % ClipCount, (clip + 3) % ClipCount};
       WriteAll(some, false, [&] {
-        std::vector<MediaAsset> assets;
-        for (const int each : some)
-          assets.push_back(NewClip(each));
+        std::vector<MediaAsset> assets{NewClip(some[0]), NewClip(some[1]), NewClip(some[2])};
         Require(repository.PutAll(assets).empty(), "PutAll leaves a clip out");
       });
     } else if (kind < 90) {
@@ -203,6 +201,7 @@ bool RunProcess(Board& board, std::size_t process, const std::string& path, cons
                                       std::minstd_rand(seed + static_cast<unsigned>(thread))});
       workers.back()->TakeOver();
     }
+    threads.reserve(ThreadCount);
     for (const auto& worker : workers) {
       threads.emplace_back([&] {
         guarded([&] {

@@ -104,7 +104,8 @@ class SortedVectorBase {
   /// other elements.
   void Replace(std::size_t index, const T& item) {
     CheckIndex(index);
-    T copy = item;  // `item` may be an element of this vector
+    // `item` may be an element of this vector. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const T copy = item;
     std::vector<T, Alloc> before = elements;
     elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(index));
     try {

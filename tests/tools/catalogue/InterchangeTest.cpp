@@ -53,7 +53,7 @@ void PutGroup(ClipStore& store, RandomAssets& random, const std::vector<MediaAss
     if (random.Chance(2))
       group.Items().push_back(std::make_shared<AnglesMediaAssetGroupItem>(random.Text(), clip.Id()));
   }
-  MediaAssetGroup plain = group;
+  MediaAssetGroup plain(static_cast<const MediaAssetGroup&>(group));
   if (random.Chance(2)) return store.Groups().Put(plain);
   if (random.Chance(2))
     group.Metadata().Set(std::make_shared<AnglesDapOperatorMetadataProfile>(DapId(ZuServerId(110), 1, 2, 3)));

@@ -154,7 +154,9 @@ TEST(ArrayTest, NumbersFollowPositionsThroughRandomChanges) {
 
 TEST(ArrayTest, CopiesDeeplyAndAdoptsRangesAndArrays) {
   Array<Shape> array, adopting;
-  std::unique_ptr<Shape> loose[] = {std::make_unique<Shape>(Shape{7}), std::make_unique<Shape>(Shape{8})};
+  std::unique_ptr<Shape> loose[2];
+  for (int i = 0; i < 2; ++i)
+    loose[i] = std::make_unique<Shape>(Shape{7 + i});
   array.Adopt(std::begin(loose), std::end(loose));
   Array<Shape> copy(array);
   EXPECT_TRUE(copy == array);

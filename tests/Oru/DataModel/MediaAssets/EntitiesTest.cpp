@@ -5,7 +5,6 @@
 #include "Oru/DataModel/MediaAssets/TimeCodeString.h"
 #include "Oru/DataModel/MediaAssets/TimeCodeTable.h"
 #include "Oru/DataModel/MediaAssets/TrackLayout.h"
-#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/Changes.h"
 #include "support/EnumerationNames.h"
@@ -149,14 +148,16 @@ TEST(EntitiesTest, AClonesPartsAreItsOwnWhateverHappensToTheOriginal) {
     random.Change(asset);
     EXPECT_TRUE(*clone == TestSupport::RandomAssets(seed).Next()) << seed;
   }
-  const MediaAsset asset = FilledAsset(), copy = asset;
+  MediaAsset asset = FilledAsset();
+  const MediaAsset copy = asset;
   EXPECT_TRUE(asset.Clone()->ObjectId() == 3 && copy.Annotations()[0] == asset.Annotations()[0]);
   AnglesMediaAssetGroup group("g", "name");
   group.Items() = {Angle("a", "left"), Item("b")};
   const std::unique_ptr<MediaAssetGroup> sameGroup = static_cast<const MediaAssetGroup&>(group).Clone();
   EXPECT_TRUE(*sameGroup == group && sameGroup->Items()[0] != group.Items()[0]);
   EXPECT_TRUE(dynamic_cast<AnglesMediaAssetGroup*>(sameGroup.get()));
-  EXPECT_NE(MediaAssetGroup(group).Clone()->Items()[0], group.Items()[0]);
+  const MediaAssetGroup plain(static_cast<const MediaAssetGroup&>(group));
+  EXPECT_NE(plain.Clone()->Items()[0], group.Items()[0]);
 }
 
 TEST(EntitiesTest, TheLinksInsideAnAssetLeadToTheCloneInAClone) {

@@ -158,7 +158,7 @@ TEST(RateTest, ReducedGivesLowestTermsOverAPositiveDenominator) {
 /// The text of a value, after a check that it is read as that value.
 template <class T, class Formatter, class Parser>
 std::string CheckedText(const T& value, const Formatter& formatter, Parser parser) {
-  const std::string text = value.ToString(formatter);
+  std::string text = value.ToString(formatter);
   EXPECT_EQ(T::Parse(text, parser), value) << text;
   EXPECT_TRUE(parser.IsStringFormatValid(text)) << text;
   return text;

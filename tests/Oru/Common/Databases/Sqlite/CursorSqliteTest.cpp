@@ -35,8 +35,8 @@ TEST_F(CursorSqliteTest, ReadsEveryKindOfValueAsEveryType) {
                                "0 2 2 2 2 2.5 1 2.5",
                                "0 12 12 12 12 12 1 12 apples",
                                {"0 0 0 0 0 0 0 \0\xff", 16},
-                               "0 9223372036854775807 9223372036854775807 -1 4294967295 9.22337e+18 1 "
-                               "9223372036854775807",
+                               ("0 9223372036854775807 9223372036854775807 -1 4294967295 9.22337e+18 1 "
+                                "9223372036854775807"),
                                "0 0 0 0 0 0 0 ",
                                "0 0 0 0 0 0 0 ",
                                {"0 0 0 0 0 0 0 a\0b", 17},
@@ -109,7 +109,7 @@ TEST_F(CursorSqliteTest, CursorsOfEachClassBindByNameAndNumberAndForgetAtReset) 
   const uint8_t bytes[] = {1, 0, 0xfe};
   const auto expectBindsUntil = [&](auto reset, auto& cursor, auto a, auto b, auto step) {
     const auto result = [&](bool isBound) {
-      const std::string text = isBound && step() ? cursor.GetString("s") : "(not bound)";
+      std::string text = isBound && step() ? cursor.GetString("s") : "(not bound)";
       reset();
       return text;
     };

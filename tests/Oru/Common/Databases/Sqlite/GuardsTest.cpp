@@ -156,7 +156,8 @@ class GuardsModelTest : public testing::TestWithParam<std::string> {
     if (!IsOpen()) {
       EXPECT_THROW(SavepointGuard{db}, InvalidOperationException);
     } else if (levels.empty() || Any(2) == 0) {
-      levels.push_back({std::make_unique<SavepointGuard>(db), now});
+      levels.push_back({nullptr, now});
+      levels.back().guard = std::make_unique<SavepointGuard>(db);
     } else {
       const int place = Any(levels.size());
       Level& level = levels[static_cast<std::size_t>(place)];

@@ -67,7 +67,7 @@ class QuerySqliteTest : public TestSupport::OpenSqlite {
       if (random() % 20 == 0) return value;
     // One of sixty, so that it is found again.
     std::mt19937 bits(random() % 60);
-    const double mantissa = bits() * 0x1p32 + bits() - 0x1p63;
+    const double mantissa = static_cast<double>(bits()) * 0x1p32 + static_cast<double>(bits()) - 0x1p63;
     return std::ldexp(mantissa, static_cast<int>(bits() % 1800) - 900);
   }
 

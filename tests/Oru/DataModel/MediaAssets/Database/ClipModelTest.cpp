@@ -1,7 +1,6 @@
 #include "support/ClipModel.h"
 
 #include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
-#include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 #include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
 
 #include "support/DatabasePrelude.h"

@@ -47,7 +47,7 @@ TEST_F(DataModelDatabaseTest, AFileOrFolderThatCanOnlyBeReadIsReadAndNotWritten)
 }
 
 TEST_F(DataModelDatabaseTest, AnOpeningThatFailsLeavesTheObjectClosed) {
-  std::ofstream(directory.File("empty"));
+  std::ofstream(directory.File("empty")) << "";
   std::ofstream(directory.File("text")) << "This is no database, though it is long enough to be looked at.";
   for (const std::string name : {"empty", "text"}) {
     DataModelDatabase database("file:" + directory.File(name) + "?mode=ro", log.Stream());

@@ -228,9 +228,9 @@ TEST_F(MediaAssetRepositoryTest, ABatchLeavesOutWhatCannotBeStored) {
 }
 
 TEST_F(MediaAssetRepositoryTest, AnExceptionRollsBackTheBlockOfABatchAndLeavesItsObjects) {
-  std::vector<MediaAsset> clips;
-  for (int i = 0; i < 300; ++i)
-    clips.push_back(MediaAsset(MediaAssetId("clip" + std::to_string(i))));
+  std::vector<MediaAsset> clips(300);
+  for (MediaAsset& clip : clips)
+    clip.Id("clip" + std::to_string(&clip - clips.data()));
   EXPECT_THROW(repository.PutAll(clips,
                                  [](int64_t done, int64_t) {
                                    return done < 290 ? true : throw std::length_error("by the caller");
@@ -304,7 +304,7 @@ TEST_F(MediaAssetRepositoryTest, AGroupThatCannotBeStoredIsRefusedByName) {
     AnglesMediaAssetGroup multiAngle = MakeGroup(id, clips);
     if (clips == std::vector<std::string>{"null"}) multiAngle.Items() = {nullptr};
     if (profile) multiAngle.Metadata().Set(profile);
-    MediaAssetGroup plain = multiAngle;
+    MediaAssetGroup plain(static_cast<const MediaAssetGroup&>(multiAngle));
     MediaAssetGroup& group = isMultiAngle ? multiAngle : plain;
     EXPECT_THAT([&] { groups.Put(group); }, ThrowsMessage<NotStoredException>(reason));
     EXPECT_EQ(group.ObjectId(), -1);

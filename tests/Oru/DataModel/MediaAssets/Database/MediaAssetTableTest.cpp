@@ -2,8 +2,6 @@
 
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
-#include "Oru/DataModel/MediaAssets/Database/DapOperatorMetadataTable.h"
-#include "Oru/DataModel/MediaAssets/Database/DataEssenceTable.h"
 #include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/DatabasePrelude.h"

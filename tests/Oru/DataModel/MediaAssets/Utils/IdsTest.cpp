@@ -55,7 +55,7 @@ TEST(DapIdTest, TheTextsOfIdentifiersAndNoOthersAreRead) {
   const int numbers[] = {0, 1, 9, 10, 99, 254, 255};
   const char cameras[] = {0, 1, '(', '-', '/', '0', '9', 'A', 'L', 'M', 'a', '\x80', '\xff'};
   std::vector<std::string> texts;
-  constexpr std::size_t count = 3 * 7 * 7 * 7 * 13;
+  constexpr std::size_t count = std::size_t{3} * 7 * 7 * 7 * 13;
   for (std::size_t choice = 0; choice < count; ++choice) {
     const ZuServerId servers[] = {ZuServerId(), ZuServerId(110), ZuServerId(2147483640)};
     const DapId id(servers[choice % 3], numbers[choice / 3 % 7], numbers[choice / 21 % 7],
