@@ -82,7 +82,7 @@ void Transactions::EndReading(uint64_t number) {
   if (!mConnection.IsOpen() || !mIsReading || number != mReadingNumber) return;
   mIsReading = false;
   if (!mConnection.IsInTransaction() || mConnection.Run("COMMIT")) return;
-  // It can only have been written in by a statement on the handle itself.
+  // Memory lacks, or a statement on the handle itself has written in it.
   mConnection.Log("end of a reading refused: " + std::string(sqlite3_errmsg(mConnection.Handle())));
   mConnection.RollBackNowOrLater();
 }
