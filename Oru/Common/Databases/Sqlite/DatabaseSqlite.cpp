@@ -243,6 +243,11 @@ std::string DatabaseSqlite::RunToEnd(StatementHandle& statement) {
     mParts->connection.NoteFailure(code);
     return sqlite3_errmsg(mHandle);
   }
+  // What writes ends no transaction. But SQLite 3.40 calls a CREATE TABLE done that it has rolled back, when memory lacked.
+  if (wasInTransaction && !IsInTransaction() && !statement.IsReadOnly()) {
+    mParts->connection.NoteFailure(SQLITE_NOMEM);
+    return sqlite3_errstr(SQLITE_NOMEM);
+  }
   if (statement.IsCommand()) mParts->transactions.NoteCommand(statement, wasInTransaction);
   return {};
 }
