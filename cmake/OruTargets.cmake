@@ -32,6 +32,15 @@ function(oru_compile_options target)
   endif()
 endfunction()
 
+# oru_unite_sources(<target>)
+# Compiles several sources of a target as one in sanitizer builds. Such a build is one from nothing as a rule, and most
+# of it is reading the same headers again. It is for targets whose sources give no name twice in unnamed namespaces.
+function(oru_unite_sources target)
+  if(ORU_SANITIZE)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON)
+  endif()
+endfunction()
+
 # oru_add_library(<name> FOLDERS <folder>... [LINK_PUBLIC <target>...] [LINK_PRIVATE <target>...])
 # A shared library libOru.<name>.so of the sources of the folders, exported as Oru::<name>.
 function(oru_add_library name)
