@@ -82,8 +82,8 @@ std::optional<int> CommandLine::Parse(int argc, const char* const* argv) {
 }
 
 Console::Form CommandLine::Form() const {
-  if (mIsJson) return Console::Form::Json;
-  return mIsCsv ? Console::Form::Csv : Console::Form::People;
+  if (mIsJson) return Console::Form::JsonText;
+  return mIsCsv ? Console::Form::CsvText : Console::Form::People;
 }
 
 CLI::App& CommandLine::Add(const std::string& name, const std::string& help, Command command) {

@@ -7,7 +7,7 @@ namespace Catalogue {
 /// Where the program writes, and how.
 struct Console {
   /// For people as tables and sentences, for programs as JSON (a document, or a line for each of a list) or as CSV.
-  enum class Form { People, Json, Csv };
+  enum class Form { People, JsonText, CsvText };
 
   std::ostream& out;
   std::ostream& errors;

@@ -55,11 +55,11 @@ Listing::Cell Listing::Cell::IfAny(const std::string& cellText) {
 
 Listing::Listing(const Console& console, std::vector<std::string> columns)
     : mConsole(console), mColumns(std::move(columns)), mTable(InCapitals(mColumns)) {
-  if (mConsole.form == Console::Form::Csv) WriteCsvLine(mConsole.out, mColumns, Quoted);
+  if (mConsole.form == Console::Form::CsvText) WriteCsvLine(mConsole.out, mColumns, Quoted);
 }
 
 void Listing::Row(const std::vector<Cell>& cells) {
-  if (mConsole.form == Console::Form::Csv) return WriteCsvLine(mConsole.out, cells, CsvOf);
+  if (mConsole.form == Console::Form::CsvText) return WriteCsvLine(mConsole.out, cells, CsvOf);
   if (mConsole.form == Console::Form::People) {
     std::vector<std::string> texts;
     texts.reserve(cells.size());
@@ -79,7 +79,7 @@ void Listing::Finish() {
 
 void WriteEvent(const Console& console, const std::string& event, const std::string& id,
                 const std::string& name) {
-  if (console.form == Console::Form::Json) {
+  if (console.form == Console::Form::JsonText) {
     console.out << Json{{"event", event}, {"id", ToJson(id)}, {"name", ToJson(name)}}.dump() << std::endl;
     return;
   }

@@ -110,7 +110,7 @@ int LongCommands::Check() {
   }
   progress.Clear();
   const std::vector<std::string> findings = check.get();
-  if (mConsole.form == Console::Form::Json) {
+  if (mConsole.form == Console::Form::JsonText) {
     Json list = Json::array();
     for (const std::string& finding : findings)
       list.push_back(ToJson(finding));

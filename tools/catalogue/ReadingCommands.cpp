@@ -97,7 +97,7 @@ void ReadingCommands::SayHowMany(int64_t shown, const MediaAssetSearch& search) 
 
 int ReadingCommands::Show(const std::string& clip) {
   MediaAsset asset = mStore.Find(clip, MediaAssetParts::All);
-  if (mConsole.form == Console::Form::Json) {
+  if (mConsole.form == Console::Form::JsonText) {
     mConsole.out << EntityToJson(asset).dump(2) << '\n';
   } else {
     PrintClip(mConsole.out, asset);
