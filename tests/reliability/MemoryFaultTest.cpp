@@ -24,9 +24,11 @@ class MemoryFaultTest : public testing::TestWithParam<FaultJob> {};
 
 TEST_P(MemoryFaultTest, LosesNothingWhateverAllocationFails) {
   ASSERT_TRUE(isConfigured);
+  // Steps that take in the two allocations of an opening and of a `Put` whose failure SQLite 3.40 takes worst.
+  const int step = IsLong() ? 1 : GetParam().isWhole ? 92 : 115;
   for (const bool isLasting : {false, true}) {
     faults.isLasting = isLasting;
-    EXPECT_GT(RunFaultLoop(GetParam(), faults, "_busy_timeout=0&_synchronous=off", IsLong() ? 1 : 97), 0);
+    EXPECT_GT(RunFaultLoop(GetParam(), faults, "_busy_timeout=0&_synchronous=off", step), 0);
     if (HasFailure()) return;
   }
 }

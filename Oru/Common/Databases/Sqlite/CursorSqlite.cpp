@@ -132,7 +132,10 @@ int CursorSqlite::StepOnce() {
   DatabaseSqlite& db = GetDatabase();
   const bool isCommand = mPrepared->IsCommand();
   const bool wasInTransaction = isCommand && db.IsInTransaction();
-  if (mPosition != Position::OnRow) mPrepared->ClearUnbound();
+  if (mPosition != Position::OnRow) {
+    mPrepared->ClearUnbound();
+    db.Parts().connection.NoteBegin();
+  }
   int code = sqlite3_step(mStatement);
   if (CanRepeat() && db.Parts().connection.Schema().MustRepeat(code)) {
     mPrepared->Rewind();

@@ -235,6 +235,7 @@ std::string DatabaseSqlite::RunToEnd(StatementHandle& statement) {
   const StatementDeadline::Scope scope(mParts->connection.Deadline());
   if (const char* refusal = mParts->transactions.Refusal(statement.IsReadOnly())) return refusal;
   const bool wasInTransaction = IsInTransaction();
+  mParts->connection.NoteBegin();
   int code = SQLITE_OK;
   do
     code = sqlite3_step(statement.Handle());

@@ -51,7 +51,9 @@ void ChangeNotifier::Attach(sqlite3* handle) {
   mHandle = handle;
   sqlite3_update_hook(handle, OnUpdate, this);
   sqlite3_rollback_hook(handle, OnRollback, this);
-  sqlite3_trace_v2(handle, SQLITE_TRACE_STMT, OnStatement, this);
+  // Not at the begin of statements: for those within others SQLite makes a text then, and SQLite 3.40 crashes when memory
+  // lacks for it as a full-text index begins to write.
+  sqlite3_trace_v2(handle, SQLITE_TRACE_PROFILE, OnStatementEnd, this);
   sqlite3_set_authorizer(handle, DeleteRowByRow, nullptr);
 }
 
@@ -95,13 +97,9 @@ void ChangeNotifier::OnRollback(void* self) {
   static_cast<ChangeNotifier*>(self)->ForgetOpen();
 }
 
-int ChangeNotifier::OnStatement(unsigned int, void* self, void* begun, void* text) {
-  auto* statement = static_cast<sqlite3_stmt*>(begun);
-  // Triggers and what SQLite runs for itself show as comments.
-  if (text != sqlite3_sql(statement)) return 0;
-  ChangeNotifier& notifier = *static_cast<ChangeNotifier*>(self);
-  if (IsRollback(statement)) notifier.MarkAllUncertain();
-  notifier.mAddsAtStatement = notifier.mOpen.AddCount();
+int ChangeNotifier::OnStatementEnd(unsigned int, void* self, void* statement, void*) {
+  if (IsRollback(static_cast<sqlite3_stmt*>(statement)))
+    static_cast<ChangeNotifier*>(self)->MarkAllUncertain();
   return 0;
 }
 

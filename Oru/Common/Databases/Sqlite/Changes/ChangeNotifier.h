@@ -41,7 +41,9 @@ class ChangeNotifier {
   /// @return whether the notifier may be destroyed; false during a call of `Notify`
   bool Retire();
 
-  /// To be called after a step that failed: SQLite has undone what it changed.
+  /// To be called before the first step of a statement.
+  void NoteStatement() { mAddsAtStatement = mOpen.AddCount(); }
+  /// To be called after a step that failed: SQLite has undone what the statement changed.
   void NoteFailedStatement();
   /// To be called before a savepoint begins.
   /// @param depth  how many savepoints are open around it; so for the three below
@@ -71,7 +73,7 @@ class ChangeNotifier {
  private:
   static void OnUpdate(void* self, int operation, const char* schema, const char* table, long long key);
   static void OnRollback(void* self);
-  static int OnStatement(unsigned int event, void* self, void* statement, void* text);
+  static int OnStatementEnd(unsigned int event, void* self, void* statement, void* nanoseconds);
 
   void Detach();
   void ForgetOpen();

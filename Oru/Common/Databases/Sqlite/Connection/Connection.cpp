@@ -42,6 +42,7 @@ bool Connection::IsWriting() const {
 
 bool Connection::Run(const char* statements) {
   const StatementDeadline::Scope scope(mDeadline);
+  NoteBegin();
   const int code = sqlite3_exec(mHandle, statements, nullptr, nullptr, nullptr);
   NoteFailure(code);
   return code == SQLITE_OK;
@@ -49,6 +50,10 @@ bool Connection::Run(const char* statements) {
 
 void Connection::RollBackNowOrLater() {
   if (!Run("ROLLBACK")) mRecovery.NoteLeftTransaction();
+}
+
+void Connection::NoteBegin() {
+  if (ChangeNotifier* notifier = mListeners.Notifier()) notifier->NoteStatement();
 }
 
 void Connection::NoteFailure(int code) {

@@ -52,6 +52,8 @@ class Connection {
   bool Run(const char* statements);
   /// Rolls back a transaction that no caller knows of; before the next statement if memory lacks now.
   void RollBackNowOrLater();
+  /// To be called before the first step of each statement that may write.
+  void NoteBegin();
   /// To be called with SQLite's code of each step that failed.
   void NoteFailure(int code);
   /// Writes an entry of a failure.
