@@ -18,10 +18,6 @@ bool Savepoints::IsOwnRollback(const char* text) {
   return std::string_view(text).substr(0, RollbackText.size()) == RollbackText;
 }
 
-std::unique_ptr<StatementHandle> Savepoints::Prepare(sqlite3* handle, const std::string& text) {
-  return StatementHandle::Prepare(handle, text, true);
-}
-
 int Savepoints::Run(const StatementHandle& statement) {
   const int code = sqlite3_step(statement.Handle());
   sqlite3_reset(statement.Handle());
@@ -34,10 +30,16 @@ int Savepoints::Begin(sqlite3* handle) {
   if (mStatements.size() == depth) {
     // Names by depth: a statement serves every savepoint of its depth, and names none of another.
     const std::string number = std::to_string(depth);
-    Statements made{Prepare(handle, "SAVEPOINT OruSavepoint" + number),
-                    Prepare(handle, std::string(RollbackText) + number),
-                    Prepare(handle, "RELEASE OruSavepoint" + number)};
-    if (!made.begin || !made.rollback || !made.release) return sqlite3_errcode(handle);
+    const auto prepare = [&](std::unique_ptr<StatementHandle>& statement, std::string_view text) {
+      statement = StatementHandle::Prepare(handle, std::string(text) + number, true);
+      return statement != nullptr;
+    };
+    Statements made;
+    // Not one after a failure: the handle has the code of the last.
+    if (!prepare(made.begin, "SAVEPOINT OruSavepoint") || !prepare(made.rollback, RollbackText) ||
+        !prepare(made.release, "RELEASE OruSavepoint")) {
+      return sqlite3_errcode(handle);
+    }
     mStatements.push_back(std::move(made));
   }
   const int64_t changes = sqlite3_total_changes64(handle);

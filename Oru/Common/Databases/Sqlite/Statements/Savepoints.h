@@ -52,7 +52,6 @@ class Savepoints {
     int64_t changesAtBegin;
   };
 
-  static std::unique_ptr<StatementHandle> Prepare(sqlite3* handle, const std::string& text);
   static int Run(const StatementHandle& statement);
 
   // By depth.

@@ -338,6 +338,14 @@ TEST_F(GuardsTest, ASavepointLeavesTheCallersSavepointsAlone) {
   EXPECT_TRUE(writing.Step());
   EXPECT_THROW(SavepointGuard{db}, InvalidOperationException);
   EXPECT_THAT(db.LastFailure(), HasSubstr("SQL statements in progress"));
+  writing.Close();
+  // Nor does one that can't begin, of whose statements SQLite takes the shortest alone.
+  const SavepointGuard around(db);
+  const int longest = sqlite3_limit(db.Handle(), SQLITE_LIMIT_SQL_LENGTH, 22);
+  EXPECT_THROW(SavepointGuard{db}, InvalidOperationException);
+  sqlite3_limit(db.Handle(), SQLITE_LIMIT_SQL_LENGTH, longest);
+  EXPECT_THAT(db.LastFailure(), HasSubstr("statement too long"));
+  EXPECT_TRUE(around.IsActive());
 }
 
 // SQLite can hardly be made to fail at it otherwise.
