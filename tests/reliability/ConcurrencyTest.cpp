@@ -1,4 +1,3 @@
-#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 
 #include "reliability/Clips.h"
 

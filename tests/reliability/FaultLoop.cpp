@@ -1,9 +1,5 @@
 #include "reliability/FaultLoop.h"
 
-#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
-#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
-#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
-
 namespace Oru::Reliability {
 
 namespace {

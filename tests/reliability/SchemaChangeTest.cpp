@@ -1,4 +1,3 @@
-#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
 
 #include "reliability/Clips.h"
 

@@ -3,6 +3,7 @@
 // The same for tests of the data model's database.
 
 #include "Oru/BusinessEntityModel/BaseTypes/GenericMetadataProfile.h"
+#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/DataModel/MediaAssets/AnglesDapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroup.h"
 #include "Oru/DataModel/MediaAssets/AnglesMediaAssetGroupItem.h"
@@ -15,6 +16,7 @@
 #include "Oru/DataModel/MediaAssets/MediaAsset.h"
 #include "Oru/DataModel/MediaAssets/TrackChannelToRemove.h"
 #include "Oru/DataModel/MediaAssets/VideoEssence.h"
+#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/AssetReading.h"
 #include "support/ClipBuilder.h"

@@ -3,7 +3,6 @@
 #include "Oru/BusinessEntityModel/Edits/Database/SequenceTable.h"
 #include "Oru/DataModel/MediaAssets/DapOperatorMetadataProfile.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
-#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/DatabasePrelude.h"
 #include "support/EditFields.h"

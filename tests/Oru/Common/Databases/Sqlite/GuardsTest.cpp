@@ -1,6 +1,3 @@
-#include "Oru/Common/Databases/Sqlite/ChangeListener.h"
-#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
-
 #include "support/OpenSqlite.h"
 
 // Transactions, savepoints and readings, with what is reported of them.
@@ -341,9 +338,8 @@ TEST_F(GuardsTest, ASavepointLeavesTheCallersSavepointsAlone) {
   writing.Close();
   // Nor does one that can't begin, of whose statements SQLite takes the shortest alone.
   const SavepointGuard around(db);
-  const int longest = sqlite3_limit(db.Handle(), SQLITE_LIMIT_SQL_LENGTH, 22);
+  sqlite3_limit(db.Handle(), SQLITE_LIMIT_SQL_LENGTH, 22);
   EXPECT_THROW(SavepointGuard{db}, InvalidOperationException);
-  sqlite3_limit(db.Handle(), SQLITE_LIMIT_SQL_LENGTH, longest);
   EXPECT_THAT(db.LastFailure(), HasSubstr("statement too long"));
   EXPECT_TRUE(around.IsActive());
 }
@@ -386,6 +382,15 @@ TEST_F(GuardsTest, DestructorsThrowNothingWhenTheirEndIsRefusedAndTheLogThrows) 
   }
   EXPECT_FALSE(logging.IsInTransaction());
   EXPECT_EQ(Value(logging, "SELECT count(*) FROM A"), "1");
+  // When its rollback is refused as well, the next statement makes up for it.
+  {
+    const ReadGuard reading(logging);
+    sqlite3_limit(logging.Handle(), SQLITE_LIMIT_SQL_LENGTH, 5);
+  }
+  sqlite3_limit(logging.Handle(), SQLITE_LIMIT_SQL_LENGTH, 1000);
+  EXPECT_TRUE(logging.IsInTransaction());
+  EXPECT_EQ(Value(logging, "SELECT count(*) FROM A"), "1");
+  EXPECT_FALSE(logging.IsInTransaction());
 }
 
 }  // namespace Oru::Common::Databases::Sqlite

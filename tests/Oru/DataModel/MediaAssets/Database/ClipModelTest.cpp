@@ -1,8 +1,5 @@
 #include "support/ClipModel.h"
 
-#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
-#include "Oru/Common/Databases/Sqlite/SavepointGuard.h"
-
 #include "support/DatabasePrelude.h"
 #include "support/EditFields.h"
 #include "support/RandomAsset.h"

@@ -1,6 +1,4 @@
-#include "Oru/BusinessEntityModel/Edits/Database/EditRepository.h"
 #include "Oru/DataModel/MediaAssets/Database/NotStoredException.h"
-#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/DatabasePrelude.h"
 

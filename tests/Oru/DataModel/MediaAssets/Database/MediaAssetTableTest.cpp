@@ -2,7 +2,6 @@
 
 #include "Oru/Common/Databases/Sqlite/FullTextExpression.h"
 #include "Oru/Common/Databases/Sqlite/RawReadSqlite.h"
-#include "Oru/TimePoints/Core/Builders/TimeCodeBuilder.h"
 
 #include "support/DatabasePrelude.h"
 
