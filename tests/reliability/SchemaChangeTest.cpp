@@ -1,4 +1,3 @@
-
 #include "reliability/Clips.h"
 
 #include <future>

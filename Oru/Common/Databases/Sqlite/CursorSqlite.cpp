@@ -141,6 +141,8 @@ int CursorSqlite::StepOnce() {
     mPrepared->Rewind();
     code = sqlite3_step(mStatement);
   }
+  if (code == SQLITE_DONE && db.Parts().transactions.IsUndone(*mPrepared, wasInTransaction))
+    code = SQLITE_NOMEM;
   if (mPosition != Position::OnRow) {
     mPrepared->NoticeNewPreparation();
     mLastColumn = 0;
@@ -186,7 +188,8 @@ bool CursorSqlite::Step(const ConnectionLock&) {
   const int code = refusal ? SQLITE_ERROR : StepOnce();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
-  ThrowStepFailure(refusal ? refusal : sqlite3_errmsg(db.Handle()));
+  if (!refusal) refusal = code == SQLITE_NOMEM ? sqlite3_errstr(code) : sqlite3_errmsg(db.Handle());
+  ThrowStepFailure(refusal);
 }
 
 void CursorSqlite::Run() {

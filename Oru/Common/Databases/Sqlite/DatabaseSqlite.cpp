@@ -240,14 +240,10 @@ std::string DatabaseSqlite::RunToEnd(StatementHandle& statement) {
   do
     code = sqlite3_step(statement.Handle());
   while (code == SQLITE_ROW);
+  if (code == SQLITE_DONE && mParts->transactions.IsUndone(statement, wasInTransaction)) code = SQLITE_NOMEM;
   if (code != SQLITE_DONE) {
     mParts->connection.NoteFailure(code);
-    return sqlite3_errmsg(mHandle);
-  }
-  // What writes ends no transaction. But SQLite 3.40 calls a CREATE TABLE done that it has rolled back, when memory lacked.
-  if (wasInTransaction && !IsInTransaction() && !statement.IsReadOnly()) {
-    mParts->connection.NoteFailure(SQLITE_NOMEM);
-    return sqlite3_errstr(SQLITE_NOMEM);
+    return code == SQLITE_NOMEM ? sqlite3_errstr(code) : sqlite3_errmsg(mHandle);
   }
   if (statement.IsCommand()) mParts->transactions.NoteCommand(statement, wasInTransaction);
   return {};

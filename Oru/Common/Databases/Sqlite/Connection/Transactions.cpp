@@ -177,6 +177,10 @@ const char* Transactions::WhyNoBackup() const {
   return mConnection.IsWriting() ? "a transaction is open" : WhyNoCheck();
 }
 
+bool Transactions::IsUndone(const StatementHandle& statement, bool wasInTransaction) const {
+  return wasInTransaction && !mConnection.IsInTransaction() && !statement.IsReadOnly();
+}
+
 void Transactions::NoteCommand(const StatementHandle& command, bool wasInTransaction) {
   const bool isInTransaction = mConnection.IsInTransaction();
   // A command that succeeds and leaves no transaction open is itself the end of the one there was.

@@ -53,6 +53,9 @@ class Transactions {
   const char* WhyNoCheck() const;
   /// Why a backup must not begin now, null if it may.
   const char* WhyNoBackup() const;
+  /// Whether a statement that SQLite calls done was rolled back with its transaction. What writes ends none by itself, but
+  /// SQLite 3.40 says so of a CREATE TABLE for whose end memory lacked.
+  bool IsUndone(const StatementHandle& statement, bool wasInTransaction) const;
   /// To be called after each command that succeeded: it may have ended the transaction itself, or changed tables.
   void NoteCommand(const StatementHandle& command, bool wasInTransaction);
   /// Forgets a connection that is about to close.
